@@ -1,0 +1,206 @@
+#include "VexaDemoScript.h"
+
+#include "IVexaTool.h"
+#include "VexaCanvas.h"
+#include "VexaContext.h"
+#include "VexaEditorWindow.h"
+#include "VexaSelection.h"
+#include "VexaSelectionPath.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QTextStream>
+#include <QTimer>
+
+#include <cmath>
+
+// One scripted gesture: which tool, which mode button of its panel, and where, in fractions
+// of the canvas size.
+struct DemoGesture {
+    enum Kind { Drag, Corners, Stroke, Click };
+    const char* tool;
+    const char* modeButton;
+    Kind kind;
+    QVector<QPointF> points;
+};
+
+namespace {
+
+QVector<QPointF> circle(QPointF centre, double radius, int steps)
+{
+    QVector<QPointF> pts;
+    for (int i = 0; i <= steps; ++i) {
+        const double a = 2.0 * M_PI * i / steps;
+        pts.append(centre + QPointF(std::cos(a) * radius, std::sin(a) * radius));
+    }
+    return pts;
+}
+
+const QVector<DemoGesture>& gestures()
+{
+    static const QVector<DemoGesture> list = {
+        {"Rectangular Marquee Tool", "newBtn", DemoGesture::Drag, {{0.10, 0.15}, {0.55, 0.70}}},
+        {"Ellipse Select Tool", "addBtn", DemoGesture::Drag, {{0.40, 0.35}, {0.88, 0.90}}},
+        {"Polygonal Lasso Tool", "substractBtn", DemoGesture::Corners, {{0.15, 0.22}, {0.42, 0.22}, {0.28, 0.58}}},
+        {"Lasso Tool", "addBtn", DemoGesture::Stroke, circle({0.78, 0.22}, 0.09, 48)},
+        {"Magic Select Tool", "addBtn", DemoGesture::Click, {{0.05, 0.95}}},
+    };
+    return list;
+}
+
+} // namespace
+
+VexaDemoScript::VexaDemoScript(VexaEditorWindow& window, const QString& outputDir, QObject* parent)
+    : QObject(parent)
+    , m_window(window)
+    , m_out(outputDir)
+{
+}
+
+void VexaDemoScript::wait(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+bool VexaDemoScript::perform(const DemoGesture& gesture)
+{
+    IVexaTool* tool = m_window.tool(QLatin1String(gesture.tool));
+    if (!tool)
+        return false;
+    m_window.activateTool(tool);
+    if (QWidget* panel = tool->getWidget()) {
+        if (auto* button = panel->findChild<QAbstractButton*>(QLatin1String(gesture.modeButton)))
+            button->click();
+    }
+    VexaCanvas* canvas = m_window.canvas();
+    const QSizeF size(canvas->getCanvasWidth(), canvas->getCanvasHeight());
+    auto at = [&](const QPointF& f) {
+        return canvas->canvasToUi(QPointF(f.x() * size.width(), f.y() * size.height())).toPoint();
+    };
+    const QVector<QPointF>& pts = gesture.points;
+    switch (gesture.kind) {
+    case DemoGesture::Drag: {
+        const QPoint a = at(pts[0]), b = at(pts[1]);
+        emit canvas->mouseMove(a.x(), a.y());
+        emit canvas->mousePress(a.x(), a.y());
+        for (int i = 1; i <= 10; ++i) {
+            const QPoint p = a + (b - a) * i / 10;
+            emit canvas->mouseMove(p.x(), p.y());
+        }
+        emit canvas->mouseRelease(b.x(), b.y());
+        break;
+    }
+    case DemoGesture::Corners:
+        for (const QPointF& f : pts) {
+            const QPoint p = at(f);
+            emit canvas->mouseMove(p.x(), p.y());
+            emit canvas->mousePress(p.x(), p.y());
+            emit canvas->mouseRelease(p.x(), p.y());
+            wait(600); // a click right after a finished polygon is swallowed; corners are slower
+        }
+        {
+            const QPoint p = at(pts.last());
+            emit canvas->mouseDoubleClick(p.x(), p.y());
+            if (tool->eventRegistered(QStringLiteral("DOUBLE_CLICK")))
+                tool->processEvent(QStringLiteral("DOUBLE_CLICK"));
+        }
+        break;
+    case DemoGesture::Stroke: {
+        const QPoint first = at(pts.first());
+        emit canvas->mouseMove(first.x(), first.y());
+        emit canvas->mousePress(first.x(), first.y());
+        for (const QPointF& f : pts) {
+            const QPoint p = at(f);
+            emit canvas->mouseMove(p.x(), p.y());
+        }
+        const QPoint last = at(pts.last());
+        emit canvas->mouseRelease(last.x(), last.y());
+        break;
+    }
+    case DemoGesture::Click: {
+        const QPoint p = at(pts[0]);
+        emit canvas->mouseMove(p.x(), p.y());
+        emit canvas->mousePress(p.x(), p.y());
+        emit canvas->mouseRelease(p.x(), p.y());
+        break;
+    }
+    }
+    wait(150);
+    m_log << QStringLiteral("%1 (%2)").arg(QLatin1String(gesture.tool), QLatin1String(gesture.modeButton));
+    return true;
+}
+
+void VexaDemoScript::hostSelections()
+{
+    // Without plug-in tools the host's own selection shows what the four modes do.
+    VexaSelection* sel = m_window.document()->getSelection();
+    const double w = sel->width(), h = sel->height();
+    auto shape = [](int type, const QVector<QPointF>& pts) {
+        auto path = std::make_unique<VexaSelectionPath>();
+        path->setType(type);
+        for (const QPointF& p : pts)
+            path->addPoint(p);
+        return path.release(); // the selection adopts it
+    };
+    sel->combineMode = 0;
+    sel->addPath(shape(0, {{0.10 * w, 0.15 * h}, {0.55 * w, 0.15 * h}, {0.55 * w, 0.70 * h}, {0.10 * w, 0.70 * h}}), 0);
+    sel->combineMode = 1;
+    sel->addPath(shape(1, {{0.40 * w, 0.35 * h}, {0.88 * w, 0.90 * h}}), 6);
+    sel->combineMode = 2;
+    sel->addPath(shape(2, {{0.15 * w, 0.22 * h}, {0.42 * w, 0.22 * h}, {0.28 * w, 0.58 * h}}), 0);
+    sel->combineMode = 0;
+    sel->render(m_window.canvas());
+    m_log << QStringLiteral("host selection: rectangle (new), feathered ellipse (add), triangle (subtract)");
+}
+
+bool VexaDemoScript::writeResults()
+{
+    bool ok = QDir().mkpath(m_out);
+    const QImage shot = m_window.grab().toImage();
+    ok &= shot.save(m_out + QStringLiteral("/screenshot.png"));
+    QString error;
+    ok &= m_window.exportSelectionMask(m_out + QStringLiteral("/selection-mask.png"), &error);
+    ok &= m_window.saveImage(m_out + QStringLiteral("/image.png"), &error);
+
+    VexaSelection* sel = m_window.document()->getSelection();
+    qint64 selected = 0;
+    for (int y = 0; y < sel->height(); ++y)
+        for (int x = 0; x < sel->width(); ++x)
+            selected += sel->mask()[size_t(y) * size_t(sel->maskStride()) + size_t(x)] >= 128;
+    const QRect box = sel->boundingRect();
+
+    QFile report(m_out + QStringLiteral("/report.txt"));
+    if (report.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        QTextStream out(&report);
+        out << "canvas " << sel->width() << " x " << sel->height() << "\n";
+        for (int i = 0; i < m_window.toolNames().size(); ++i)
+            out << "tool " << m_window.toolNames()[i] << ": " << (m_window.tools()[i] ? "available" : "not in this build") << "\n";
+        for (const QString& line : std::as_const(m_log))
+            out << "did " << line << "\n";
+        out << "selected pixels " << selected << "\n";
+        out << "selection bounds " << box.x() << " " << box.y() << " " << box.width() << " " << box.height() << "\n";
+        out << "outline segments " << m_window.canvas()->outlineSegmentCount() << "\n";
+    } else {
+        ok = false;
+    }
+    return ok;
+}
+
+int VexaDemoScript::run()
+{
+    if (!m_window.document())
+        return 1;
+    wait(300);
+    int done = 0;
+    for (const DemoGesture& g : gestures())
+        done += perform(g) ? 1 : 0;
+    if (done == 0)
+        hostSelections();
+    m_window.deactivateTool();
+    wait(400); // let the canvas draw the outline before the screenshot
+    return writeResults() ? 0 : 1;
+}

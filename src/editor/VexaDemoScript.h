@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+class VexaEditorWindow;
+
+// The editor's headless demonstration: drives whatever tools the plug-in provides with
+// scripted gestures on the canvas, then writes a screenshot of the window, the selection
+// mask, the image and a short report into a folder.
+class VexaDemoScript : public QObject
+{
+    Q_OBJECT
+public:
+    VexaDemoScript(VexaEditorWindow& window, const QString& outputDir, QObject* parent = nullptr);
+
+    // Runs the whole script; returns the process exit status (0 when every file was written).
+    int run();
+
+private:
+    void wait(int ms);
+    bool perform(const struct DemoGesture& gesture);
+    void hostSelections();
+    bool writeResults();
+
+    VexaEditorWindow& m_window;
+    QString m_out;
+    QStringList m_log;
+};

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QList>
+#include <QMainWindow>
+#include <QPointer>
+
+#include <memory>
+
+#include "IVexaTool.h"
+
+class QActionGroup;
+class QHBoxLayout;
+class QLabel;
+class QToolButton;
+class VexaCanvas;
+class VexaContext;
+class VexaPluginLoader;
+
+// The demo editor's window: a canvas showing one document, the plug-in's tools in a tool bar,
+// the active tool's options above the canvas, and the usual file, edit and select commands.
+class VexaEditorWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    explicit VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* parent = nullptr);
+    ~VexaEditorWindow() override;
+
+    // Opens an image as the document. On failure the current document stays and `error` says why.
+    bool openImage(const QString& fileName, QString* error);
+    bool saveImage(const QString& fileName, QString* error) const;
+    // Writes the selection as an 8-bit grey PNG of the canvas size.
+    bool exportSelectionMask(const QString& fileName, QString* error) const;
+
+    VexaCanvas* canvas() const { return m_canvas; }
+    VexaContext* document() const { return m_document.get(); }
+    // Tools in tool-box order; null where the plug-in does not provide one of its names.
+    const QList<IVexaTool*>& tools() const { return m_tools; }
+    const QStringList& toolNames() const { return m_toolNames; }
+    IVexaTool* tool(const QString& name) const;
+    IVexaTool* currentTool() const { return m_current; }
+    void activateTool(IVexaTool* tool);
+    void deactivateTool();
+
+private:
+    void buildMenus();
+    void buildToolBars(const VexaPluginLoader& plugin);
+    void showOptions(IVexaTool* tool);
+    void updateTitle();
+    void updateColorButton();
+    void onOpen();
+    void onSaveImage();
+    void onExportMask();
+    void refreshSelection();
+
+    VexaCanvas* m_canvas;
+    std::unique_ptr<VexaContext> m_document;
+    QString m_fileName;
+    QList<IVexaTool*> m_tools;
+    QStringList m_toolNames;
+    QActionGroup* m_toolGroup = nullptr;
+    QPointer<IVexaTool> m_current;
+    QWidget* m_optionsHolder = nullptr;
+    QHBoxLayout* m_optionsLayout = nullptr;
+    QPointer<QWidget> m_shownOptions;
+    QToolButton* m_colorButton = nullptr;
+    QLabel* m_position = nullptr;
+};

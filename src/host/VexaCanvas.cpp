@@ -1,0 +1,442 @@
+#include "VexaCanvas.h"
+
+#include "IVexaTool.h"
+#include "VexaColorPicker.h"
+#include "VexaContext.h"
+#include "VexaLayer.h"
+#include "VexaLayerManager.h"
+#include "VexaMaskOps.h"
+#include "VexaSelection.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSurfaceFormat>
+#include <QWheelEvent>
+
+#include <GL/gl.h>
+
+#include <cmath>
+
+namespace {
+constexpr int tickMs = 100;
+
+QImage overCheckerboard(const QImage& image)
+{
+    QImage out(image.size(), QImage::Format_RGBA8888_Premultiplied);
+    QPainter p(&out);
+    const int cell = 8;
+    for (int y = 0; y < out.height(); y += cell)
+        for (int x = 0; x < out.width(); x += cell)
+            p.fillRect(x, y, cell, cell, ((x / cell + y / cell) % 2) ? QColor(204, 204, 204) : QColor(255, 255, 255));
+    p.drawImage(0, 0, image);
+    p.end();
+    return out.convertToFormat(QImage::Format_RGBA8888);
+}
+} // namespace
+
+VexaCanvas::VexaCanvas(QWidget* parent)
+    : QOpenGLWidget(parent)
+    , m_picker(new VexaColorPicker(this))
+{
+    // Tools draw their rubber bands with immediate-mode OpenGL.
+    QSurfaceFormat fmt = format();
+    fmt.setVersion(2, 1);
+    fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
+    setFormat(fmt);
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(64, 64);
+    connect(&m_timer, &QTimer::timeout, this, &VexaCanvas::onTick);
+    m_timer.start(tickMs);
+    connect(m_picker, &VexaColorPicker::pickingChanged, this, [this](bool picking) {
+        if (picking)
+            setCursor(Qt::CrossCursor);
+        else
+            unsetCursor();
+    });
+}
+
+VexaCanvas::~VexaCanvas()
+{
+    if (m_texture && context()) {
+        makeCurrent();
+        glDeleteTextures(1, &m_texture);
+        glDeleteTextures(1, &m_antsTexture);
+        doneCurrent();
+    }
+}
+
+void VexaCanvas::setContext(VexaContext* context)
+{
+    if (m_context) {
+        disconnect(m_context, nullptr, this, nullptr);
+        disconnect(m_context->getSelection(), nullptr, this, nullptr);
+        disconnect(m_context->getLayerManager(), nullptr, this, nullptr);
+    }
+    m_context = context;
+    m_viewChosen = false;
+    if (context) {
+        context->setCanvas(this);
+        connect(context->getSelection(), &VexaSelection::changed, this, &VexaCanvas::selectionChanged);
+        connect(context->getSelection(), &VexaSelection::renderRequested, this, &VexaCanvas::selectionChanged);
+        connect(context->getSelection(), &VexaSelection::translationChanged, this, qOverload<>(&QWidget::update));
+        connect(context->getLayerManager(), &VexaLayerManager::changed, this, &VexaCanvas::documentChanged);
+    }
+    documentChanged();
+    selectionChanged();
+    fitToWindow();
+}
+
+int VexaCanvas::getCanvasWidth() const { return m_context ? m_context->canvasSize().width() : 0; }
+int VexaCanvas::getCanvasHeight() const { return m_context ? m_context->canvasSize().height() : 0; }
+
+QPointF VexaCanvas::uiToCanvasCoord(int x, int y, bool clampToCanvas) const
+{
+    QPointF p = (QPointF(x, y) - m_origin) * double(m_scale);
+    if (clampToCanvas) {
+        p.setX(qBound(0.0, p.x(), double(getCanvasWidth())));
+        p.setY(qBound(0.0, p.y(), double(getCanvasHeight())));
+    }
+    return p;
+}
+
+QPointF VexaCanvas::canvasToUi(const QPointF& point) const { return point / double(m_scale) + m_origin; }
+
+void VexaCanvas::setView(float scale, const QPointF& origin)
+{
+    if (!(scale > 0.0f))
+        return;
+    m_scale = scale;
+    m_origin = origin;
+    m_viewChosen = true;
+    update();
+}
+
+void VexaCanvas::fitToWindow()
+{
+    const int w = getCanvasWidth(), h = getCanvasHeight();
+    if (w <= 0 || h <= 0 || width() <= 16 || height() <= 16)
+        return;
+    const float margin = 16.0f;
+    float s = std::max(float(w) / (float(width()) - margin), float(h) / (float(height()) - margin));
+    s = std::max(s, 1.0f); // small pictures are shown at 100 %, never blown up
+    m_scale = s;
+    m_origin = QPointF((width() - w / s) / 2.0, (height() - h / s) / 2.0);
+    update();
+}
+
+void VexaCanvas::zoomAt(const QPointF& widgetPos, float factor)
+{
+    const float s = qBound(1.0f / 32.0f, m_scale / factor, 64.0f);
+    const QPointF anchor = (widgetPos - m_origin) * double(m_scale);
+    m_scale = s;
+    m_origin = widgetPos - anchor / double(s);
+    m_viewChosen = true;
+    update();
+}
+
+void VexaCanvas::syncLayerPixels()
+{
+    if (!m_context)
+        return;
+    VexaLayerManager* layers = m_context->getLayerManager();
+    for (int i = 0; i < layers->getLayerCount(); ++i) {
+        VexaLayer* layer = layers->layerAt(i);
+        if (layer->getLatestPlace() == VexaLayer::OnDevice) {
+            layer->fboTextureToHost(true);
+            layer->setLatestPlace(VexaLayer::InHost);
+        }
+    }
+}
+
+void VexaCanvas::setFgColor(const QColor& color)
+{
+    if (color == m_fgColor)
+        return;
+    m_fgColor = color;
+    emit FgColorChange(color);
+}
+
+QImage* VexaCanvas::renderToImage(VexaContext* context)
+{
+    if (!context)
+        context = m_context;
+    if (!context)
+        return nullptr;
+    return std::make_unique<QImage>(context->composed()).release();
+}
+
+void VexaCanvas::onTick()
+{
+    m_antsPhase = (m_antsPhase + 1) % 8;
+    emit timeOut();
+    if (!m_outline.empty() && isVisible())
+        update();
+}
+
+void VexaCanvas::documentChanged()
+{
+    m_display = m_context ? overCheckerboard(m_context->composed()) : QImage();
+    m_textureDirty = true;
+    update();
+}
+
+void VexaCanvas::selectionChanged()
+{
+    if (m_context) {
+        VexaSelection* sel = m_context->getSelection();
+        m_outline = VexaMaskOps::outline(sel->mask(), sel->width(), sel->height(), sel->maskStride());
+    } else {
+        m_outline.clear();
+    }
+    update();
+}
+
+void VexaCanvas::initializeGL()
+{
+    glGenTextures(1, &m_texture);
+    m_textureDirty = true;
+    const unsigned char dashes[8 * 4] = {0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255,
+                                         255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
+    glGenTextures(1, &m_antsTexture);
+    glBindTexture(GL_TEXTURE_1D, m_antsTexture);
+    glTexImage1D(GL_TEXTURE_1D, 0, GL_RGBA, 8, 0, GL_RGBA, GL_UNSIGNED_BYTE, dashes);
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glBindTexture(GL_TEXTURE_1D, 0);
+}
+
+void VexaCanvas::resizeGL(int, int)
+{
+    if (!m_viewChosen)
+        fitToWindow();
+}
+
+void VexaCanvas::uploadTexture()
+{
+    glBindTexture(GL_TEXTURE_2D, m_texture);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    if (!m_display.isNull())
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, m_display.width(), m_display.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                     m_display.constBits());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    m_textureDirty = false;
+}
+
+void VexaCanvas::paintGL()
+{
+    glClearColor(0.24f, 0.24f, 0.25f, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
+    if (!m_context)
+        return;
+    if (m_textureDirty)
+        uploadTexture();
+
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(0, width(), height(), 0, -1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glTranslated(m_origin.x(), m_origin.y(), 0);
+    glScaled(1.0 / m_scale, 1.0 / m_scale, 1.0);
+
+    // The document: sharp pixels when zoomed in, smoothed when zoomed out.
+    const GLint filter = m_scale < 1.0f ? GL_NEAREST : GL_LINEAR;
+    glBindTexture(GL_TEXTURE_2D, m_texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+    glEnable(GL_TEXTURE_2D);
+    glColor4f(1, 1, 1, 1);
+    const double w = getCanvasWidth(), h = getCanvasHeight();
+    glBegin(GL_QUADS);
+    glTexCoord2d(0, 0); glVertex2d(0, 0);
+    glTexCoord2d(1, 0); glVertex2d(w, 0);
+    glTexCoord2d(1, 1); glVertex2d(w, h);
+    glTexCoord2d(0, 1); glVertex2d(0, h);
+    glEnd();
+    glDisable(GL_TEXTURE_2D);
+    glBindTexture(GL_TEXTURE_2D, 0);
+
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+
+    // Marching ants: black and white dashes laid along the window diagonal by a 1-D texture,
+    // so they stay even on the short pixel-edge segments of any outline and shift every tick.
+    if (!m_outline.empty()) {
+        const QPointF t = m_context->getSelection()->getTranslation();
+        glPushMatrix();
+        glLoadIdentity();
+        const GLfloat plane[4] = {1.0f / 8.0f, 1.0f / 8.0f, 0.0f, float(m_antsPhase) / 8.0f};
+        glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_EYE_LINEAR);
+        glTexGenfv(GL_S, GL_EYE_PLANE, plane); // given in widget pixels: the modelview is identity here
+        glTranslated(m_origin.x(), m_origin.y(), 0);
+        glScaled(1.0 / m_scale, 1.0 / m_scale, 1.0);
+        glTranslated(t.x(), t.y(), 0);
+        glEnable(GL_TEXTURE_GEN_S);
+        glBindTexture(GL_TEXTURE_1D, m_antsTexture);
+        glEnable(GL_TEXTURE_1D);
+        glColor4f(1, 1, 1, 1);
+        glEnableClientState(GL_VERTEX_ARRAY);
+        glVertexPointer(2, GL_FLOAT, 0, m_outline.data());
+        glDrawArrays(GL_LINES, 0, GLsizei(m_outline.size() / 2));
+        glDisableClientState(GL_VERTEX_ARRAY);
+        glDisable(GL_TEXTURE_1D);
+        glDisable(GL_TEXTURE_GEN_S);
+        glBindTexture(GL_TEXTURE_1D, 0);
+        glPopMatrix();
+    }
+
+    emit drawFeedback();
+    glDisable(GL_BLEND);
+}
+
+QString VexaCanvas::namedEventFor(int key)
+{
+    switch (key) {
+    case Qt::Key_Escape:
+        return QStringLiteral("ESC");
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+        return QStringLiteral("DELETE");
+    default:
+        return QString();
+    }
+}
+
+bool VexaCanvas::toolWants(const QString& name) const
+{
+    IVexaTool* tool = m_context ? m_context->currentTool() : nullptr;
+    return tool && !name.isEmpty() && tool->eventRegistered(name);
+}
+
+bool VexaCanvas::event(QEvent* event)
+{
+    // A tool that registered "DELETE" or "ESC" gets those keys before the editor's shortcuts.
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (toolWants(namedEventFor(key->key()))) {
+            event->accept();
+            return true;
+        }
+    }
+    return QOpenGLWidget::event(event);
+}
+
+void VexaCanvas::keyPressEvent(QKeyEvent* event)
+{
+    IVexaTool* tool = m_context ? m_context->currentTool() : nullptr;
+    if (!tool) {
+        QOpenGLWidget::keyPressEvent(event);
+        return;
+    }
+    tool->event(event);
+    const QString name = namedEventFor(event->key());
+    if (!event->isAutoRepeat() && toolWants(name))
+        tool->processEvent(name);
+    update();
+}
+
+void VexaCanvas::keyReleaseEvent(QKeyEvent* event)
+{
+    IVexaTool* tool = m_context ? m_context->currentTool() : nullptr;
+    if (!tool) {
+        QOpenGLWidget::keyReleaseEvent(event);
+        return;
+    }
+    tool->event(event);
+    update();
+}
+
+void VexaCanvas::pickAt(const QPointF& widgetPos)
+{
+    if (!m_context)
+        return;
+    const QPointF c = (widgetPos - m_origin) * double(m_scale);
+    const int x = int(std::floor(c.x())), y = int(std::floor(c.y()));
+    if (x < 0 || y < 0 || x >= getCanvasWidth() || y >= getCanvasHeight())
+        return;
+    const QImage doc = m_context->composed();
+    setFgColor(QColor::fromRgba(doc.pixel(x, y)).toRgb());
+}
+
+void VexaCanvas::mousePressEvent(QMouseEvent* event)
+{
+    setFocus(Qt::MouseFocusReason);
+    const QPoint p = event->position().toPoint();
+    if (event->button() == Qt::MiddleButton) {
+        m_panning = true;
+        m_panLast = event->position();
+        return;
+    }
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (m_picker->isPicking()) {
+        m_picking = true;
+        pickAt(event->position());
+        return;
+    }
+    emit mousePress(p.x(), p.y());
+    update();
+}
+
+void VexaCanvas::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_panning) {
+        m_origin += event->position() - m_panLast;
+        m_panLast = event->position();
+        m_viewChosen = true;
+        update();
+        return;
+    }
+    if (m_picking) {
+        pickAt(event->position());
+        return;
+    }
+    const QPoint p = event->position().toPoint();
+    emit mouseMove(p.x(), p.y());
+    update();
+}
+
+void VexaCanvas::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::MiddleButton) {
+        m_panning = false;
+        return;
+    }
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (m_picking) {
+        m_picking = false;
+        return;
+    }
+    const QPoint p = event->position().toPoint();
+    emit mouseRelease(p.x(), p.y());
+    update();
+}
+
+void VexaCanvas::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || m_picker->isPicking())
+        return;
+    const QPoint p = event->position().toPoint();
+    emit mouseDoubleClick(p.x(), p.y());
+    if (toolWants(QStringLiteral("DOUBLE_CLICK")))
+        m_context->currentTool()->processEvent(QStringLiteral("DOUBLE_CLICK"));
+    update();
+}
+
+void VexaCanvas::wheelEvent(QWheelEvent* event)
+{
+    const int steps = event->angleDelta().y();
+    if (steps == 0)
+        return;
+    zoomAt(event->position(), std::pow(1.25f, float(steps) / 120.0f));
+}
+
+void VexaCanvas::enterEvent(QEnterEvent* event)
+{
+    QOpenGLWidget::enterEvent(event);
+    emit mouseEnter();
+}

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QOpenGLWidget>
+#include <QPointF>
+#include <QPointer>
+#include <QTimer>
+
+#include <vector>
+
+class VexaColorPicker;
+class VexaContext;
+
+// Shows a document with zoom and pan, its selection outline and the current tool's rubber
+// band. Pointer input reaches tools as signals in widget pixels; keys go to the current tool.
+// Middle-button drags pan, the wheel zooms around the pointer.
+class VexaCanvas : public QOpenGLWidget
+{
+    Q_OBJECT
+public:
+    explicit VexaCanvas(QWidget* parent = nullptr);
+    ~VexaCanvas() override;
+
+    void setContext(VexaContext* context);
+    VexaContext* getContext() const { return m_context; }
+
+    virtual int getCanvasWidth() const;
+    virtual int getCanvasHeight() const;
+    // Widget pixel to canvas position; with `clampToCanvas` the result lies within [0, width] x [0, height].
+    virtual QPointF uiToCanvasCoord(int x, int y, bool clampToCanvas) const;
+    QPointF canvasToUi(const QPointF& point) const;
+    // Canvas pixels per widget pixel.
+    virtual float getScale() const { return m_scale; }
+    // Sets the view: `scale` canvas pixels per widget pixel, canvas (0, 0) shown at widget `origin`.
+    void setView(float scale, const QPointF& origin);
+    QPointF viewOrigin() const { return m_origin; }
+    void fitToWindow();
+    void zoomAt(const QPointF& widgetPos, float factor);
+
+    // Brings every layer's newest pixels into host memory before a tool reads them.
+    virtual void syncLayerPixels();
+
+    virtual QColor getFgColor() const { return m_fgColor; }
+    void setFgColor(const QColor& color);
+    // A new image of the composed document; the caller owns it.
+    virtual QImage* renderToImage(VexaContext* context);
+    virtual VexaColorPicker* getColorPickerWidget() const { return m_picker; }
+
+    // Number of line segments of the selection outline last drawn (for checks and tests).
+    int outlineSegmentCount() const { return int(m_outline.size() / 4); }
+
+signals:
+    void mousePress(int x, int y);
+    void mouseMove(int x, int y);
+    void mouseRelease(int x, int y);
+    void mouseDoubleClick(int x, int y);
+    void mouseEnter();
+    void drawFeedback();
+    void timeOut();
+    void FgColorChange(QColor color);
+
+protected:
+    void initializeGL() override;
+    void paintGL() override;
+    void resizeGL(int w, int h) override;
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+
+private:
+    void onTick();
+    void documentChanged();
+    void selectionChanged();
+    void pickAt(const QPointF& widgetPos);
+    void uploadTexture();
+    // The named host event a key raises ("ESC", "DELETE"), or empty.
+    static QString namedEventFor(int key);
+    bool toolWants(const QString& name) const;
+
+    QPointer<VexaContext> m_context;
+    VexaColorPicker* m_picker;
+    QTimer m_timer;
+    QColor m_fgColor = Qt::black;
+    float m_scale = 1.0f;
+    QPointF m_origin;
+    bool m_viewChosen = false;
+    bool m_panning = false;
+    QPointF m_panLast;
+    bool m_picking = false;
+    int m_antsPhase = 0;
+
+    QImage m_display;
+    bool m_textureDirty = true;
+    unsigned int m_texture = 0;
+    unsigned int m_antsTexture = 0;
+    std::vector<float> m_outline;
+};

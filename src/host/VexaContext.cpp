@@ -1,0 +1,91 @@
+#include "VexaContext.h"
+
+#include "IVexaTool.h"
+#include "VexaCanvas.h"
+#include "VexaHistory.h"
+#include "VexaHistoryMemo.h"
+#include "VexaLayer.h"
+#include "VexaLayerManager.h"
+#include "VexaPixelMemo.h"
+#include "VexaSelection.h"
+
+#include <QImage>
+
+#include <memory>
+
+VexaContext::VexaContext(const QSize& canvasSize, QObject* parent)
+    : QObject(parent)
+    , m_size(canvasSize)
+    , m_history(new VexaHistory(this))
+    , m_layers(new VexaLayerManager(this))
+    , m_selection(new VexaSelection(canvasSize.width(), canvasSize.height(), this))
+{
+    Q_ASSERT(!canvasSize.isEmpty());
+    m_selection->setHistory(m_history);
+}
+
+VexaContext::~VexaContext()
+{
+    delete m_lastMemo; // a pending memo nobody took is still ours
+}
+
+std::unique_ptr<VexaContext> VexaContext::fromImage(const QImage& image, QString* error)
+{
+    if (image.isNull() || image.width() <= 0 || image.height() <= 0) {
+        if (error)
+            *error = tr("The image is empty: a document needs at least one pixel.");
+        return nullptr;
+    }
+    auto context = std::make_unique<VexaContext>(image.size());
+    context->getLayerManager()->addLayer(image, QPointF(0, 0), tr("Background"));
+    return context;
+}
+
+VexaCanvas* VexaContext::getCanvas() const { return m_canvas; }
+void VexaContext::setCanvas(VexaCanvas* canvas) { m_canvas = canvas; }
+bool VexaContext::hasSelection() const { return m_selection->hasSelection(); }
+
+void VexaContext::setCurrentTool(IVexaTool* tool)
+{
+    if (m_tool == tool)
+        return;
+    m_tool = tool;
+    emit currentToolChanged(tool);
+}
+
+IVexaTool* VexaContext::currentTool() const { return m_tool; }
+
+bool VexaContext::deleteSelectedPixels()
+{
+    auto* layer = qobject_cast<VexaLayer*>(m_layers->getActiveLayer());
+    if (!layer || !m_selection->hasSelection())
+        return false;
+    if (layer->getLatestPlace() == VexaLayer::OnDevice) {
+        layer->fboTextureToHost(true);
+        layer->setLatestPlace(VexaLayer::InHost);
+    }
+    const QPoint offset(int(layer->getPosition().x()), int(layer->getPosition().y()));
+    const QRect onLayer = m_selection->boundingRect().translated(-offset) & QRect(0, 0, layer->getWidth(), layer->getHeight());
+    if (onLayer.isEmpty())
+        return false;
+    QImage pixels = layer->getPictureHost()->image();
+    const QImage before = pixels.copy(onLayer);
+    const uint8_t* mask = m_selection->mask();
+    const int stride = m_selection->maskStride();
+    for (int y = onLayer.top(); y <= onLayer.bottom(); ++y) {
+        auto* row = reinterpret_cast<QRgb*>(pixels.scanLine(y));
+        const uint8_t* sel = mask + size_t(y + offset.y()) * size_t(stride) + offset.x();
+        for (int x = onLayer.left(); x <= onLayer.right(); ++x) {
+            const int keep = 255 - sel[x];
+            const int a = (qAlpha(row[x]) * keep + 127) / 255;
+            row[x] = qRgba(qRed(row[x]), qGreen(row[x]), qBlue(row[x]), a);
+        }
+    }
+    layer->setPixels(pixels);
+    m_history->pushNewMemo(std::make_unique<VexaPixelMemo>(layer, onLayer.topLeft(), before, pixels.copy(onLayer),
+                                                           tr("Delete"))
+                               .release());
+    return true;
+}
+
+QImage VexaContext::composed() const { return m_layers->compose(m_size); }

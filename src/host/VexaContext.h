@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QSize>
+
+#include <memory>
+
+class IVexaTool;
+class QImage;
+class VexaCanvas;
+class VexaHistory;
+class VexaHistoryMemo;
+class VexaLayerManager;
+class VexaSelection;
+
+// One open document: canvas size, layers, selection and history, the canvas that shows it
+// and the tool currently working on it.
+class VexaContext : public QObject
+{
+    Q_OBJECT
+public:
+    // A document of at least 1 x 1 pixels; an empty size is a programming error.
+    explicit VexaContext(const QSize& canvasSize, QObject* parent = nullptr);
+    ~VexaContext() override;
+
+    // A document with `image` as its only layer, or null (and a reason) for a null or empty image.
+    static std::unique_ptr<VexaContext> fromImage(const QImage& image, QString* error = nullptr);
+
+    // While true the pointing tools ignore presses and releases.
+    bool toolInputBlocked = false;
+
+    virtual VexaCanvas* getCanvas() const;
+    void setCanvas(VexaCanvas* canvas);
+    virtual VexaSelection* getSelection() const { return m_selection; }
+    virtual VexaLayerManager* getLayerManager() const { return m_layers; }
+    virtual VexaHistory* getHistory() const { return m_history; }
+    virtual bool hasSelection() const;
+    QSize canvasSize() const { return m_size; }
+
+    // A memo left pending for the next tool to commit. The context keeps it (and deletes it if
+    // never taken) until whoever pushes it into the history clears it with setLastMemo(nullptr).
+    virtual VexaHistoryMemo* getLastMemo() const { return m_lastMemo; }
+    virtual void setLastMemo(VexaHistoryMemo* memo) { m_lastMemo = memo; }
+
+    virtual void setCurrentTool(IVexaTool* tool);
+    IVexaTool* currentTool() const;
+
+    // Clears the selected pixels of the active layer, in proportion to the selection's strength.
+    // Returns false when there is nothing to clear.
+    bool deleteSelectedPixels();
+    // The composed document, 32-bit ARGB.
+    QImage composed() const;
+
+signals:
+    void currentToolChanged(IVexaTool* tool);
+
+private:
+    QSize m_size;
+    VexaHistory* m_history;
+    VexaLayerManager* m_layers;
+    VexaSelection* m_selection;
+    QPointer<VexaCanvas> m_canvas;
+    QPointer<IVexaTool> m_tool;
+    VexaHistoryMemo* m_lastMemo = nullptr;
+};

@@ -1,0 +1,3 @@
+#include "VexaHistoryMemo.h"
+
+VexaHistoryMemo::~VexaHistoryMemo() = default;

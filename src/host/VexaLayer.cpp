@@ -1,0 +1,36 @@
+#include "VexaLayer.h"
+
+VexaLayer::VexaLayer(const QImage& pixels, const QPointF& position, const QString& name, QObject* parent)
+    : VexaLayerBase(parent)
+    , m_host(pixels)
+{
+    setPosition(position);
+    setName(name);
+}
+
+VexaLayer::~VexaLayer() = default;
+
+VexaPictureHost* VexaLayer::getPictureHost() { return &m_host; }
+int VexaLayer::getWidth() const { return m_host.width(); }
+int VexaLayer::getHeight() const { return m_host.height(); }
+
+void VexaLayer::fboTextureToHost(bool)
+{
+    if (!m_device.isNull()) {
+        m_host.image() = m_device.convertToFormat(QImage::Format_ARGB32);
+        m_device = QImage();
+        emit changed();
+    }
+}
+
+void VexaLayer::setDevicePixels(const QImage& pixels)
+{
+    m_device = pixels;
+    m_latestPlace = OnDevice;
+}
+
+void VexaLayer::setPixels(const QImage& pixels)
+{
+    m_host.image() = pixels.convertToFormat(QImage::Format_ARGB32);
+    emit changed();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "VexaLayerBase.h"
+#include "VexaPictureHost.h"
+
+#include <QImage>
+
+// A raster layer. Its newest pixels may sit in a graphics-card copy (latest place 1) after
+// GPU painting; fboTextureToHost brings them back to the host buffer (latest place 2).
+class VexaLayer : public VexaLayerBase
+{
+    Q_OBJECT
+public:
+    enum Place { OnDevice = 1, InHost = 2 };
+
+    VexaLayer(const QImage& pixels, const QPointF& position, const QString& name, QObject* parent = nullptr);
+    ~VexaLayer() override;
+
+    virtual VexaPictureHost* getPictureHost();
+    virtual int getWidth() const;
+    virtual int getHeight() const;
+
+    int getLatestPlace() const { return m_latestPlace; }
+    void setLatestPlace(int place) { m_latestPlace = place; }
+    // Copies the graphics-card pixels into the host buffer; `wait` is honoured by always copying synchronously.
+    void fboTextureToHost(bool wait);
+    // Pixels painted on the graphics card that the host buffer does not have yet.
+    void setDevicePixels(const QImage& pixels);
+    // Replaces the host pixels (undo of pixel edits, loading).
+    void setPixels(const QImage& pixels);
+
+private:
+    VexaPictureHost m_host;
+    QImage m_device;
+    int m_latestPlace = InHost;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QPointF>
+#include <QSize>
+
+class VexaLayer;
+
+// The layers of a document, bottom first, and which one is active.
+class VexaLayerManager : public QObject
+{
+    Q_OBJECT
+public:
+    explicit VexaLayerManager(QObject* parent = nullptr);
+    ~VexaLayerManager() override;
+
+    virtual int getLayerCount() const;
+    // The active layer, or null when the document has none.
+    virtual QObject* getActiveLayer() const;
+    VexaLayer* layerAt(int index) const;
+    VexaLayer* addLayer(const QImage& pixels, const QPointF& position, const QString& name);
+    void setActiveLayer(int index);
+    int activeIndex() const { return m_active; }
+    // The visible document: layers drawn in order over transparency, 32-bit ARGB.
+    QImage compose(const QSize& canvasSize) const;
+
+signals:
+    void changed();
+
+private:
+    QList<VexaLayer*> m_layers; // children of this object
+    int m_active = -1;
+};

@@ -1,0 +1,222 @@
+#include "VexaSelection.h"
+
+#include "VexaHistory.h"
+#include "VexaMaskOps.h"
+#include "VexaSelectionMemo.h"
+#include "VexaSelectionPath.h"
+
+#include <QImage>
+#include <QtMath>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+int strideFor(int width)
+{
+    // At least one padding byte and rows on 8-byte boundaries.
+    return ((width + 1) + 7) & ~7;
+}
+} // namespace
+
+VexaSelection::VexaSelection(int width, int height, QObject* parent)
+    : QObject(parent)
+    , m_width(qMax(0, width))
+    , m_height(qMax(0, height))
+    , m_stride(strideFor(qMax(0, width)))
+    , m_mask(size_t(m_stride) * size_t(m_height), 0)
+{
+}
+
+VexaSelection::~VexaSelection() = default;
+
+bool VexaSelection::hasSelection() const
+{
+    for (int y = 0; y < m_height; ++y) {
+        const uint8_t* row = m_mask.data() + size_t(y) * size_t(m_stride);
+        if (std::any_of(row, row + m_width, [](uint8_t v) { return v != 0; }))
+            return true;
+    }
+    return false;
+}
+
+unsigned char* VexaSelection::getMask() { return m_mask.data(); }
+
+void VexaSelection::modify(const QString& text, const std::function<void(std::vector<uint8_t>&)>& op)
+{
+    const bool record = m_history && !m_history->isReplaying();
+    std::vector<uint8_t> before;
+    if (record)
+        before = m_mask;
+    op(m_mask);
+    if (record) {
+        if (auto memo = VexaSelectionMemo::create(this, before, m_mask, m_stride, text))
+            m_history->pushNewMemo(memo.release());
+    }
+    emit changed();
+}
+
+void VexaSelection::zeroOutside(std::vector<uint8_t>& mask, const QRect& keep) const
+{
+    for (int y = 0; y < m_height; ++y) {
+        uint8_t* row = mask.data() + size_t(y) * size_t(m_stride);
+        if (keep.isEmpty() || y < keep.top() || y > keep.bottom()) {
+            std::memset(row, 0, size_t(m_width));
+            continue;
+        }
+        std::memset(row, 0, size_t(keep.left()));
+        std::memset(row + keep.right() + 1, 0, size_t(m_width - keep.right() - 1));
+    }
+}
+
+void VexaSelection::addPath(VexaSelectionPath* path, float feather)
+{
+    if (!path)
+        return;
+    // The tool may still hold the pointer until its next gesture, so the path lives until the next one.
+    m_lastPath.reset(path);
+    if (path->parent())
+        path->setParent(nullptr);
+    feather = qBound(0.0f, feather, 99.0f);
+    const QPainterPath shape = path->toPainterPath();
+    const int reach = VexaMaskOps::featherReach(feather);
+    const QRect canvas(0, 0, m_width, m_height);
+    QRect area = shape.boundingRect().toAlignedRect().adjusted(-1, -1, 1, 1);
+    area = area.adjusted(-reach, -reach, reach, reach) & canvas.adjusted(-reach, -reach, reach, reach);
+    std::vector<uint8_t> cover;
+    if (!area.isEmpty()) {
+        cover = VexaMaskOps::rasterize(shape, area);
+        VexaMaskOps::feather(cover, area.width(), area.height(), feather);
+    }
+    const int mode = combineMode;
+    modify(tr("Selection"), [&](std::vector<uint8_t>& mask) {
+        const QRect hit = area & canvas;
+        if (VexaMaskOps::clearsOutside(mode))
+            zeroOutside(mask, hit);
+        if (hit.isEmpty())
+            return;
+        const uint8_t* src = cover.data() + size_t(hit.top() - area.top()) * size_t(area.width()) + size_t(hit.left() - area.left());
+        uint8_t* dst = mask.data() + size_t(hit.top()) * size_t(m_stride) + size_t(hit.left());
+        VexaMaskOps::combine(dst, m_stride, src, area.width(), hit.width(), hit.height(), mode);
+    });
+}
+
+void VexaSelection::addMask(unsigned char* src, int width, int height, int x, int y)
+{
+    if (!src || width <= 0 || height <= 0)
+        return;
+    const QRect canvas(0, 0, m_width, m_height);
+    const QRect hit = QRect(x, y, width, height) & canvas;
+    const int mode = combineMode;
+    modify(tr("Selection"), [&](std::vector<uint8_t>& mask) {
+        if (VexaMaskOps::clearsOutside(mode))
+            zeroOutside(mask, hit);
+        if (hit.isEmpty())
+            return;
+        const uint8_t* from = src + size_t(hit.top() - y) * size_t(width) + size_t(hit.left() - x);
+        uint8_t* to = mask.data() + size_t(hit.top()) * size_t(m_stride) + size_t(hit.left());
+        VexaMaskOps::combine(to, m_stride, from, width, hit.width(), hit.height(), mode);
+    });
+}
+
+void VexaSelection::copyMask(unsigned char* src)
+{
+    if (!src)
+        return;
+    modify(tr("Selection"), [&](std::vector<uint8_t>& mask) {
+        for (int y = 0; y < m_height; ++y)
+            std::memcpy(mask.data() + size_t(y) * size_t(m_stride), src + size_t(y) * size_t(m_stride), size_t(m_width));
+    });
+}
+
+void VexaSelection::clear()
+{
+    modify(tr("Deselect"), [](std::vector<uint8_t>& mask) { std::fill(mask.begin(), mask.end(), uint8_t(0)); });
+}
+
+void VexaSelection::deselect()
+{
+    setTranslation(QPointF());
+    clear();
+}
+
+void VexaSelection::inverse()
+{
+    modify(tr("Invert Selection"), [&](std::vector<uint8_t>& mask) {
+        for (int y = 0; y < m_height; ++y) {
+            uint8_t* row = mask.data() + size_t(y) * size_t(m_stride);
+            for (int x = 0; x < m_width; ++x)
+                row[x] = uint8_t(255 - row[x]);
+        }
+    });
+}
+
+void VexaSelection::selectAll()
+{
+    modify(tr("Select All"), [&](std::vector<uint8_t>& mask) {
+        for (int y = 0; y < m_height; ++y)
+            std::memset(mask.data() + size_t(y) * size_t(m_stride), 255, size_t(m_width));
+    });
+}
+
+void VexaSelection::render(VexaCanvas* canvas) { emit renderRequested(canvas); }
+
+void VexaSelection::setTranslation(const QPointF& offset)
+{
+    if (offset == m_translation)
+        return;
+    m_translation = offset;
+    emit translationChanged();
+}
+
+void VexaSelection::applyTranslation()
+{
+    const int dx = qRound(m_translation.x());
+    const int dy = qRound(m_translation.y());
+    m_translation = QPointF();
+    emit translationChanged();
+    if (dx == 0 && dy == 0)
+        return;
+    modify(tr("Move Selection"), [&](std::vector<uint8_t>& mask) {
+        std::vector<uint8_t> shifted(mask.size(), 0);
+        const QRect canvas(0, 0, m_width, m_height);
+        const QRect target = canvas.translated(dx, dy) & canvas;
+        for (int y = target.top(); y <= target.bottom(); ++y)
+            std::memcpy(shifted.data() + size_t(y) * size_t(m_stride) + size_t(target.left()),
+                        mask.data() + size_t(y - dy) * size_t(m_stride) + size_t(target.left() - dx), size_t(target.width()));
+        mask.swap(shifted);
+    });
+}
+
+QRect VexaSelection::boundingRect() const
+{
+    int left = m_width, right = -1, top = m_height, bottom = -1;
+    for (int y = 0; y < m_height; ++y) {
+        const uint8_t* row = m_mask.data() + size_t(y) * size_t(m_stride);
+        for (int x = 0; x < m_width; ++x) {
+            if (row[x]) {
+                left = qMin(left, x);
+                right = qMax(right, x);
+                top = qMin(top, y);
+                bottom = y;
+            }
+        }
+    }
+    return right < 0 ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
+}
+
+QImage VexaSelection::toImage() const
+{
+    QImage img(m_width, m_height, QImage::Format_Grayscale8);
+    for (int y = 0; y < m_height; ++y)
+        std::memcpy(img.scanLine(y), m_mask.data() + size_t(y) * size_t(m_stride), size_t(m_width));
+    return img;
+}
+
+void VexaSelection::restoreRows(int firstRow, const std::vector<uint8_t>& rows)
+{
+    if (firstRow < 0 || size_t(firstRow) * size_t(m_stride) + rows.size() > m_mask.size())
+        return;
+    std::copy(rows.begin(), rows.end(), m_mask.begin() + ptrdiff_t(firstRow) * m_stride);
+    emit changed();
+}

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QObject>
+#include <QPointF>
+#include <QRect>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QImage;
+class VexaCanvas;
+class VexaHistory;
+class VexaSelectionPath;
+
+// The selection of a document: one byte per canvas pixel (0 outside, 255 inside, 128 or more
+// counts as selected), rows of maskStride() bytes, which is always wider than the canvas so
+// that callers honour the stride. Every change is recorded in the document's history.
+class VexaSelection : public QObject
+{
+    Q_OBJECT
+public:
+    VexaSelection(int width, int height, QObject* parent = nullptr);
+    ~VexaSelection() override;
+
+    // SelectionMode in which addPath and addMask combine: New 0, Add 1, Subtract 2, Intersect 3.
+    int combineMode = 0;
+
+    virtual bool hasSelection() const;
+    virtual unsigned char* getMask();
+    const unsigned char* mask() const { return m_mask.data(); }
+    virtual int maskStride() const { return m_stride; }
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+
+    // Adopts `path`; feather is clamped to 0..99 pixels.
+    virtual void addPath(VexaSelectionPath* path, float feather);
+    // Combines a width x height mask (rows of `width` bytes) placed at (x, y); parts beyond the canvas are dropped.
+    virtual void addMask(unsigned char* mask, int width, int height, int x, int y);
+    // Replaces the selection by a canvas-sized mask with rows of maskStride() bytes.
+    virtual void copyMask(unsigned char* mask);
+    // Empties the selection; a pending translation stays.
+    virtual void clear();
+    // Empties the selection and drops a pending translation: the selection is gone.
+    virtual void deselect();
+    virtual void inverse();
+    void selectAll();
+    // Refreshes the outline on `canvas` (null: every canvas showing this selection).
+    virtual void render(VexaCanvas* canvas);
+
+    virtual QPointF getTranslation() const { return m_translation; }
+    virtual void setTranslation(const QPointF& offset);
+    // Shifts the mask by the pending offset, rounded to whole pixels; what leaves the canvas is lost.
+    virtual void applyTranslation();
+
+    // Smallest rectangle holding every nonzero byte; empty without a selection.
+    QRect boundingRect() const;
+    // The mask as an 8-bit grey image of the canvas size.
+    QImage toImage() const;
+
+    void setHistory(VexaHistory* history) { m_history = history; }
+    // Used by undo: writes whole rows back without recording.
+    void restoreRows(int firstRow, const std::vector<uint8_t>& rows);
+
+signals:
+    void changed();
+    void translationChanged();
+    void renderRequested(VexaCanvas* canvas);
+
+private:
+    // Clears every canvas pixel outside `keep`, which lies within the canvas.
+    void zeroOutside(std::vector<uint8_t>& mask, const QRect& keep) const;
+    void modify(const QString& text, const std::function<void(std::vector<uint8_t>&)>& op);
+
+    int m_width;
+    int m_height;
+    int m_stride;
+    std::vector<uint8_t> m_mask;
+    QPointF m_translation;
+    VexaHistory* m_history = nullptr;
+    std::unique_ptr<VexaSelectionPath> m_lastPath;
+};

@@ -1,0 +1,37 @@
+#include "VexaSelectionMemo.h"
+
+#include "VexaSelection.h"
+
+#include <cstring>
+
+std::unique_ptr<VexaSelectionMemo> VexaSelectionMemo::create(VexaSelection* selection, const std::vector<uint8_t>& before,
+                                             const std::vector<uint8_t>& after, int stride, const QString& text)
+{
+    if (before.size() != after.size() || stride <= 0)
+        return nullptr;
+    const int rows = int(before.size() / size_t(stride));
+    int first = 0;
+    while (first < rows && std::memcmp(&before[size_t(first) * stride], &after[size_t(first) * stride], size_t(stride)) == 0)
+        ++first;
+    if (first == rows)
+        return nullptr;
+    int last = rows - 1;
+    while (last > first && std::memcmp(&before[size_t(last) * stride], &after[size_t(last) * stride], size_t(stride)) == 0)
+        --last;
+    auto memo = std::make_unique<VexaSelectionMemo>();
+    memo->m_selection = selection;
+    memo->m_firstRow = first;
+    memo->m_before.assign(before.begin() + ptrdiff_t(first) * stride, before.begin() + ptrdiff_t(last + 1) * stride);
+    memo->m_after.assign(after.begin() + ptrdiff_t(first) * stride, after.begin() + ptrdiff_t(last + 1) * stride);
+    memo->m_text = text;
+    return memo;
+}
+
+void VexaSelectionMemo::restore(const std::vector<uint8_t>& rows)
+{
+    if (m_selection)
+        m_selection->restoreRows(m_firstRow, rows);
+}
+
+void VexaSelectionMemo::undo() { restore(m_before); }
+void VexaSelectionMemo::redo() { restore(m_after); }
