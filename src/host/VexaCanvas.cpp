@@ -271,7 +271,8 @@ void VexaCanvas::paintGL()
         const GLfloat plane[4] = {1.0f / 8.0f, 1.0f / 8.0f, 0.0f, float(m_antsPhase) / 8.0f};
         glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_EYE_LINEAR);
         glTexGenfv(GL_S, GL_EYE_PLANE, plane); // given in widget pixels: the modelview is identity here
-        glTranslated(m_origin.x(), m_origin.y(), 0);
+        // Half a pixel puts the lines on pixel centres, so they never fall between two columns.
+        glTranslated(m_origin.x() + 0.5, m_origin.y() + 0.5, 0);
         glScaled(1.0 / m_scale, 1.0 / m_scale, 1.0);
         glTranslated(t.x(), t.y(), 0);
         glEnable(GL_TEXTURE_GEN_S);

@@ -1,0 +1,246 @@
+// The canvas: coordinates, input routing to tools, the colour picker and what it draws.
+#include "IVexaTool.h"
+#include "VexaCanvas.h"
+#include "VexaColorPicker.h"
+#include "VexaContext.h"
+#include "VexaLayer.h"
+#include "VexaLayerManager.h"
+#include "VexaSelection.h"
+#include "VexaSelectionPath.h"
+
+#include <QKeyEvent>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+class RecordingTool : public IVexaTool
+{
+public:
+    using IVexaTool::IVexaTool;
+    void active(VexaContext* c) override
+    {
+        context = c;
+        activated = true;
+    }
+    void disActive() override { activated = false; }
+    bool event(QEvent* e) override
+    {
+        if (e->type() == QEvent::KeyPress || e->type() == QEvent::KeyRelease)
+            keys << static_cast<QKeyEvent*>(e)->key() * (e->type() == QEvent::KeyPress ? 1 : -1);
+        return IVexaTool::event(e);
+    }
+    void processEvent(const QString& name) override { named << name; }
+    QList<int> keys;
+    QStringList named;
+};
+
+// A 4 x 2 document: left half red, right half blue.
+std::unique_ptr<VexaContext> twoColours()
+{
+    QImage img(4, 2, QImage::Format_ARGB32);
+    for (int x = 0; x < 4; ++x)
+        for (int y = 0; y < 2; ++y)
+            img.setPixel(x, y, x < 2 ? qRgb(255, 0, 0) : qRgb(0, 0, 255));
+    return VexaContext::fromImage(img);
+}
+
+} // namespace
+
+class TestCanvas : public QObject
+{
+    Q_OBJECT
+private slots:
+    void uiToCanvas_data();
+    void uiToCanvas();
+    void zoomKeepsPointUnderPointer();
+    void mouseSignalsCarryWidgetPixels();
+    void keysAndNamedEventsReachTool();
+    void pickerTakesForegroundColour();
+    void renderToImageAndSync();
+    void drawsDocumentOutlineAndFeedback();
+};
+
+void TestCanvas::uiToCanvas_data()
+{
+    QTest::addColumn<float>("scale");
+    QTest::addColumn<QPoint>("widget");
+    QTest::addColumn<bool>("clamp");
+    QTest::addColumn<QPointF>("expected");
+    // Origin (10, 20): widget (10, 20) shows canvas (0, 0). The document is 4 x 2.
+    QTest::newRow("1, inside") << 1.0f << QPoint(12, 21) << false << QPointF(2, 1);
+    QTest::newRow("0.5, inside") << 0.5f << QPoint(17, 22) << false << QPointF(3.5, 1);
+    QTest::newRow("2, inside") << 2.0f << QPoint(11, 20) << false << QPointF(2, 0);
+    QTest::newRow("1, outside unclamped") << 1.0f << QPoint(5, 30) << false << QPointF(-5, 10);
+    QTest::newRow("1, outside clamped") << 1.0f << QPoint(5, 30) << true << QPointF(0, 2);
+    QTest::newRow("2, far right clamped") << 2.0f << QPoint(100, 21) << true << QPointF(4, 2);
+}
+
+void TestCanvas::uiToCanvas()
+{
+    QFETCH(float, scale);
+    QFETCH(QPoint, widget);
+    QFETCH(bool, clamp);
+    QFETCH(QPointF, expected);
+    auto doc = twoColours();
+    VexaCanvas canvas;
+    canvas.setContext(doc.get());
+    canvas.setView(scale, QPointF(10, 20));
+    QCOMPARE(canvas.getScale(), scale);
+    QCOMPARE(canvas.uiToCanvasCoord(widget.x(), widget.y(), clamp), expected);
+    if (!clamp)
+        QCOMPARE(canvas.canvasToUi(expected), QPointF(widget));
+    QCOMPARE(doc->getCanvas(), &canvas);
+}
+
+void TestCanvas::zoomKeepsPointUnderPointer()
+{
+    auto doc = twoColours();
+    VexaCanvas canvas;
+    canvas.setContext(doc.get());
+    canvas.setView(1.0f, QPointF(0, 0));
+    const QPointF before = canvas.uiToCanvasCoord(30, 40, false);
+    canvas.zoomAt(QPointF(30, 40), 2.0f);
+    QCOMPARE(canvas.getScale(), 0.5f);
+    QCOMPARE(canvas.uiToCanvasCoord(30, 40, false), before);
+}
+
+void TestCanvas::mouseSignalsCarryWidgetPixels()
+{
+    auto doc = twoColours();
+    VexaCanvas canvas;
+    canvas.resize(200, 100);
+    canvas.setContext(doc.get());
+    QSignalSpy press(&canvas, &VexaCanvas::mousePress);
+    QSignalSpy release(&canvas, &VexaCanvas::mouseRelease);
+    QSignalSpy dbl(&canvas, &VexaCanvas::mouseDoubleClick);
+    QTest::mousePress(&canvas, Qt::LeftButton, {}, QPoint(30, 40));
+    QTest::mouseRelease(&canvas, Qt::LeftButton, {}, QPoint(31, 41));
+    QCOMPARE(press.count(), 1);
+    QCOMPARE(press.at(0).at(0).toInt(), 30);
+    QCOMPARE(press.at(0).at(1).toInt(), 40);
+    QCOMPARE(release.at(0).at(0).toInt(), 31);
+    // The middle button pans instead of reaching tools.
+    QTest::mousePress(&canvas, Qt::MiddleButton, {}, QPoint(50, 50));
+    QTest::mouseRelease(&canvas, Qt::MiddleButton, {}, QPoint(50, 50));
+    QCOMPARE(press.count(), 1);
+    QTest::mouseDClick(&canvas, Qt::LeftButton, {}, QPoint(5, 6));
+    QCOMPARE(dbl.count(), 1);
+}
+
+void TestCanvas::keysAndNamedEventsReachTool()
+{
+    auto doc = twoColours();
+    VexaCanvas canvas;
+    canvas.resize(200, 100);
+    canvas.setContext(doc.get());
+    RecordingTool tool;
+    tool.registerEvent(QStringLiteral("ESC"));
+    tool.registerEvent(QStringLiteral("DOUBLE_CLICK"));
+    tool.registerEvent(QStringLiteral("ESC")); // once is enough
+    QCOMPARE(tool.registeredEvents().size(), qsizetype(2));
+    doc->setCurrentTool(&tool);
+
+    QTest::keyPress(&canvas, Qt::Key_Control);
+    QTest::keyRelease(&canvas, Qt::Key_Control);
+    QTest::keyClick(&canvas, Qt::Key_Escape);
+    QTest::keyClick(&canvas, Qt::Key_Delete); // not registered: no named event
+    QTest::mouseDClick(&canvas, Qt::LeftButton, {}, QPoint(5, 5));
+    QCOMPARE(tool.keys, QList<int>({Qt::Key_Control, -Qt::Key_Control, Qt::Key_Escape, -Qt::Key_Escape, Qt::Key_Delete,
+                                    -Qt::Key_Delete}));
+    QCOMPARE(tool.named, QStringList({QStringLiteral("ESC"), QStringLiteral("DOUBLE_CLICK")}));
+
+    // Without a current tool nothing is delivered.
+    doc->setCurrentTool(nullptr);
+    QTest::keyClick(&canvas, Qt::Key_Escape);
+    QCOMPARE(tool.named.size(), qsizetype(2));
+}
+
+void TestCanvas::pickerTakesForegroundColour()
+{
+    auto doc = twoColours();
+    VexaCanvas canvas;
+    canvas.resize(200, 100);
+    canvas.setContext(doc.get());
+    canvas.setView(0.1f, QPointF(0, 0)); // 10 widget pixels per document pixel
+    QSignalSpy colour(&canvas, &VexaCanvas::FgColorChange);
+    QSignalSpy press(&canvas, &VexaCanvas::mousePress);
+    canvas.getColorPickerWidget()->onColorRangeToolPickStarted();
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(35, 5)); // document (3, 0): blue
+    QCOMPARE(canvas.getFgColor(), QColor(0, 0, 255));
+    QCOMPARE(colour.count(), 1);
+    QCOMPARE(press.count(), 0);
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(500, 5)); // beyond the document: no pick
+    QCOMPARE(colour.count(), 1);
+    canvas.getColorPickerWidget()->onColorRangeToolPickStoped();
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(5, 5));
+    QCOMPARE(canvas.getFgColor(), QColor(0, 0, 255));
+    QCOMPARE(press.count(), 1);
+}
+
+void TestCanvas::renderToImageAndSync()
+{
+    auto doc = twoColours();
+    VexaCanvas canvas;
+    canvas.setContext(doc.get());
+    std::unique_ptr<QImage> image(canvas.renderToImage(doc.get()));
+    QVERIFY(image);
+    QCOMPARE(image->size(), QSize(4, 2));
+    QCOMPARE(image->format(), QImage::Format_ARGB32);
+    QCOMPARE(image->pixel(3, 1), qRgb(0, 0, 255));
+
+    auto* layer = qobject_cast<VexaLayer*>(doc->getLayerManager()->getActiveLayer());
+    QImage painted = layer->getPictureHost()->image();
+    painted.setPixel(0, 0, qRgb(0, 255, 0));
+    layer->setDevicePixels(painted);
+    canvas.syncLayerPixels();
+    QCOMPARE(layer->getLatestPlace(), int(VexaLayer::InHost));
+    std::unique_ptr<QImage> after(canvas.renderToImage(nullptr));
+    QCOMPARE(after->pixel(0, 0), qRgb(0, 255, 0));
+}
+
+void TestCanvas::drawsDocumentOutlineAndFeedback()
+{
+    QImage img(40, 20, QImage::Format_ARGB32);
+    img.fill(qRgb(0, 128, 0));
+    auto doc = VexaContext::fromImage(img);
+    VexaCanvas canvas;
+    canvas.resize(200, 100);
+    canvas.setContext(doc.get());
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    canvas.setView(0.5f, QPointF(10, 10)); // each document pixel is 2 x 2 widget pixels
+    QSignalSpy feedback(&canvas, &VexaCanvas::drawFeedback);
+
+    auto path = std::make_unique<VexaSelectionPath>();
+    path->setType(VexaSelectionPath::Rectangle);
+    for (QPointF p : {QPointF(10, 5), QPointF(30, 5), QPointF(30, 15), QPointF(10, 15)})
+        path->addPoint(p);
+    doc->getSelection()->addPath(path.release(), 0);
+    doc->getSelection()->render(&canvas);
+    QCOMPARE(canvas.outlineSegmentCount(), 4);
+
+    const QImage shot = canvas.grabFramebuffer();
+    QVERIFY(feedback.count() >= 1);
+    QCOMPARE(shot.pixel(10 + 2, 10 + 2), qRgb(0, 128, 0)); // document pixel (1, 1)
+    QVERIFY(shot.pixel(5, 5) != qRgb(0, 128, 0));           // outside the document
+    // The outline runs along x = 10 (widget 30) between y = 5 and 15 (widget 20 to 40):
+    // every pixel there is drawn black or white.
+    int ants = 0;
+    for (int y = 21; y < 40; ++y) {
+        const QRgb p = shot.pixel(30, y);
+        ants += p == qRgb(0, 0, 0) || p == qRgb(255, 255, 255);
+    }
+    QVERIFY2(ants >= 17, qPrintable(QString::number(ants)));
+    // Both colours of the dashes appear.
+    bool black = false, white = false;
+    for (int y = 21; y < 40; ++y) {
+        black |= shot.pixel(30, y) == qRgb(0, 0, 0);
+        white |= shot.pixel(30, y) == qRgb(255, 255, 255);
+    }
+    QVERIFY(black && white);
+}
+
+QTEST_MAIN(TestCanvas)
+#include "tst_canvas.moc"

@@ -1,0 +1,276 @@
+// Host services a plug-in relies on: region grow, memory pool, layers, documents, the Delete
+// action with its undo, the skin and the history.
+#include "VexaActionManager.h"
+#include "VexaAlgorithmGrow.h"
+#include "VexaConfig.h"
+#include "VexaContext.h"
+#include "VexaContextManager.h"
+#include "VexaHistory.h"
+#include "VexaHistoryMemo.h"
+#include "VexaLayer.h"
+#include "VexaLayerManager.h"
+#include "VexaMemory.h"
+#include "VexaSelection.h"
+
+#include <QAction>
+#include <QtTest>
+
+namespace {
+
+// A 6 x 4 picture: a left block of red, a right block of blue, one near-red pixel inside the
+// blue area that is not connected to the red block, and a dark-red bridge cell.
+QImage growPicture()
+{
+    QImage img(6, 4, QImage::Format_ARGB32);
+    img.fill(qRgb(0, 0, 255));
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 3; ++x)
+            img.setPixel(x, y, qRgb(200, 0, 0));
+    img.setPixel(1, 1, qRgb(190, 5, 0)); // within 10 of the red
+    img.setPixel(5, 3, qRgb(200, 0, 0)); // same red, but an island
+    return img;
+}
+
+QByteArray maskText(const std::vector<unsigned char>& m, int w)
+{
+    QByteArray out;
+    for (size_t i = 0; i < m.size(); ++i) {
+        if (i && i % size_t(w) == 0)
+            out.append(' ');
+        out.append(m[i] == 255 ? '#' : m[i] == 0 ? '.' : '?');
+    }
+    return out;
+}
+
+class CountingMemo : public VexaHistoryMemo
+{
+public:
+    explicit CountingMemo(int* undone)
+        : m_undone(undone)
+    {
+    }
+    void undo() override { ++*m_undone; }
+    void redo() override { --*m_undone; }
+    QString text() const override { return QStringLiteral("count"); }
+
+private:
+    int* m_undone;
+};
+
+} // namespace
+
+class TestHostServices : public QObject
+{
+    Q_OBJECT
+private slots:
+    void grow_data();
+    void grow();
+    void memoryAccounting();
+    void documentFromImage();
+    void composeHonoursLayerPositions();
+    void deviceCopyComesBack();
+    void deleteClearsSelectedPixels();
+    void skinPaths_data();
+    void skinPaths();
+    void historyLimitAndPendingMemo();
+};
+
+void TestHostServices::grow_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::addColumn<int>("y");
+    QTest::addColumn<float>("threshold");
+    QTest::addColumn<QByteArray>("expected");
+    QTest::newRow("red, tolerant") << 0 << 0 << 10.0f << QByteArray("###... ###... ###... ###...");
+    QTest::newRow("red, exact skips the odd pixel") << 0 << 0 << 0.0f << QByteArray("###... #.#... ###... ###...");
+    QTest::newRow("fraction acts as its floor") << 0 << 0 << 9.9f << QByteArray("###... #.#... ###... ###...");
+    QTest::newRow("blue surrounds the island") << 4 << 0 << 0.0f << QByteArray("...### ...### ...### ...##.");
+    QTest::newRow("island alone") << 5 << 3 << 50.0f << QByteArray("...... ...... ...... .....#");
+    QTest::newRow("everything") << 0 << 0 << 255.0f << QByteArray("###### ###### ###### ######");
+    QTest::newRow("seed outside") << 6 << 0 << 255.0f << QByteArray("...... ...... ...... ......");
+    QTest::newRow("negative seed") << -1 << 2 << 255.0f << QByteArray("...... ...... ...... ......");
+}
+
+void TestHostServices::grow()
+{
+    QFETCH(int, x);
+    QFETCH(int, y);
+    QFETCH(float, threshold);
+    QFETCH(QByteArray, expected);
+    VexaPictureHost picture(growPicture());
+    std::vector<unsigned char> mask(24, 0);
+    VexaAlgorithmGrow::grow(&picture, mask.data(), threshold, x, y);
+    QCOMPARE(maskText(mask, 6), expected);
+}
+
+void TestHostServices::memoryAccounting()
+{
+    VexaMemory* pool = VexaMemory::getInstance();
+    const size_t blocks = pool->liveBlocks();
+    const size_t bytes = pool->liveBytes();
+    unsigned char* a = pool->alloc(1000);
+    unsigned char* b = pool->alloc(0);
+    QVERIFY(a && b && a != b);
+    QCOMPARE(pool->liveBlocks(), blocks + 2);
+    QCOMPARE(pool->liveBytes(), bytes + 1000);
+    QVERIFY(!pool->alloc(-1));
+    pool->release(a);
+    QCOMPARE(pool->liveBytes(), bytes);
+    // A foreign pointer is refused, not freed.
+    unsigned char local = 0;
+    QTest::ignoreMessage(QtWarningMsg, "VexaMemory: release of a block that was not allocated here");
+    pool->release(&local);
+    pool->release(b);
+    pool->release(nullptr);
+    QCOMPARE(pool->liveBlocks(), blocks);
+}
+
+void TestHostServices::documentFromImage()
+{
+    QString why;
+    QVERIFY(!VexaContext::fromImage(QImage(), &why));
+    QVERIFY(!why.isEmpty());
+    QVERIFY(!VexaContext::fromImage(QImage(0, 5, QImage::Format_ARGB32), &why));
+    auto doc = VexaContext::fromImage(growPicture(), &why);
+    QVERIFY(doc);
+    QCOMPARE(doc->canvasSize(), QSize(6, 4));
+    QCOMPARE(doc->getLayerManager()->getLayerCount(), 1);
+    QVERIFY(qobject_cast<VexaLayer*>(doc->getLayerManager()->getActiveLayer()));
+    QVERIFY(!doc->hasSelection());
+}
+
+void TestHostServices::composeHonoursLayerPositions()
+{
+    VexaLayerManager layers;
+    QImage base(4, 3, QImage::Format_ARGB32);
+    base.fill(qRgb(10, 20, 30));
+    QImage patch(2, 2, QImage::Format_ARGB32);
+    patch.fill(qRgba(255, 0, 0, 255));
+    layers.addLayer(base, QPointF(0, 0), QStringLiteral("base"));
+    layers.addLayer(patch, QPointF(2.7, -1.2), QStringLiteral("patch")); // lands at (2, -1)
+    const QImage doc = layers.compose(QSize(4, 3));
+    QCOMPARE(doc.pixel(2, 0), qRgb(255, 0, 0));
+    QCOMPARE(doc.pixel(3, 0), qRgb(255, 0, 0));
+    QCOMPARE(doc.pixel(2, 1), qRgb(10, 20, 30));
+    QCOMPARE(doc.pixel(1, 0), qRgb(10, 20, 30));
+    QCOMPARE(layers.activeIndex(), 1);
+}
+
+void TestHostServices::deviceCopyComesBack()
+{
+    QImage pixels(2, 2, QImage::Format_ARGB32);
+    pixels.fill(qRgb(1, 2, 3));
+    VexaLayer layer(pixels, QPointF(), QStringLiteral("l"));
+    QCOMPARE(layer.getLatestPlace(), int(VexaLayer::InHost));
+    QImage painted = pixels;
+    painted.setPixel(1, 1, qRgb(9, 9, 9));
+    layer.setDevicePixels(painted);
+    QCOMPARE(layer.getLatestPlace(), int(VexaLayer::OnDevice));
+    QCOMPARE(layer.getPictureHost()->pixel(1, 1), qRgb(1, 2, 3)); // host copy is stale
+    layer.fboTextureToHost(true);
+    QCOMPARE(layer.getPictureHost()->pixel(1, 1), qRgb(9, 9, 9));
+}
+
+void TestHostServices::deleteClearsSelectedPixels()
+{
+    QImage img(4, 1, QImage::Format_ARGB32);
+    img.fill(qRgba(100, 150, 200, 200));
+    auto doc = VexaContext::fromImage(img);
+    VexaContextManager::getInstance()->setCurrentContext(doc.get());
+    QAction* del = VexaActionManager::getInstance(QString())->getActionByName(QStringLiteral("Delete"));
+    QVERIFY(del);
+    QCOMPARE(VexaActionManager::getInstance(QString()), VexaActionManager::getInstance(QString()));
+    QVERIFY(!VexaActionManager::getInstance(QStringLiteral("other"))->getActionByName(QStringLiteral("Delete")));
+
+    // Without a selection nothing happens and nothing is recorded.
+    del->activate(QAction::Trigger);
+    QCOMPARE(doc->getHistory()->count(), 0);
+
+    // A soft selection: 255, 128, 0 and 64 on the four pixels.
+    VexaSelection* sel = doc->getSelection();
+    std::vector<unsigned char> mask(size_t(sel->maskStride()), 0);
+    mask[0] = 255;
+    mask[1] = 128;
+    mask[3] = 64;
+    sel->copyMask(mask.data());
+    del->activate(QAction::Trigger);
+    auto* layer = qobject_cast<VexaLayer*>(doc->getLayerManager()->getActiveLayer());
+    const VexaPictureHost* pic = layer->getPictureHost();
+    QCOMPARE(qAlpha(pic->pixel(0, 0)), 0);
+    QCOMPARE(qAlpha(pic->pixel(1, 0)), 100); // 200 * 127 / 255, rounded
+    QCOMPARE(qAlpha(pic->pixel(2, 0)), 200);
+    QCOMPARE(qAlpha(pic->pixel(3, 0)), 150); // 200 * 191 / 255, rounded
+    QCOMPARE(qRed(pic->pixel(1, 0)), 100);   // colour kept, only opacity goes
+
+    // Undo brings the pixels back; redo removes them again.
+    doc->getHistory()->undo();
+    QCOMPARE(pic->pixel(0, 0), qRgba(100, 150, 200, 200));
+    doc->getHistory()->redo();
+    QCOMPARE(qAlpha(pic->pixel(3, 0)), 150);
+    VexaContextManager::getInstance()->setCurrentContext(nullptr);
+}
+
+void TestHostServices::skinPaths_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* n : {"selection_new", "selection_add", "selection_substract", "selection_intersect", "picker-new",
+                          "picker-add", "picker-substract"})
+        QTest::newRow(n) << QString::fromLatin1(n);
+}
+
+void TestHostServices::skinPaths()
+{
+    QFETCH(QString, name);
+    const QString path = QStringLiteral("./data/skin/vexapix_replace_style/icon/selection-mode/") + name + QStringLiteral(".png");
+    const QString styled = VexaConfig::getInstance()->getStyleImageName(path);
+    QVERIFY(styled != path);
+    const QImage img(styled);
+    QCOMPARE(img.size(), QSize(16, 16));
+    // Drawn, not blank: some opaque pixels, some transparent ones.
+    int opaque = 0, clear = 0;
+    for (int y = 0; y < 16; ++y) {
+        for (int x = 0; x < 16; ++x) {
+            const int a = qAlpha(img.pixel(x, y));
+            opaque += a > 200;
+            clear += a == 0;
+        }
+    }
+    QVERIFY(opaque > 20 && clear > 20);
+    // With a variant twice the size for high-density screens, which QIcon picks up by name.
+    QString hiDpi = styled;
+    hiDpi.replace(QStringLiteral(".png"), QStringLiteral("@2x.png"));
+    QCOMPARE(QImage(hiDpi).size(), QSize(32, 32));
+    // Unknown paths stay as given.
+    QCOMPARE(VexaConfig::getInstance()->getStyleImageName(QStringLiteral("./data/skin/vexapix_replace_style/none.png")),
+             QStringLiteral("./data/skin/vexapix_replace_style/none.png"));
+    QVERIFY(VexaConfig::getInstance()->iconDirectory.endsWith(QLatin1Char('/')));
+    for (const char* cursor : {"tool-polygon-select.png", "tool-free-select.png", "tool-fuzzy-select.png"})
+        QCOMPARE(QImage(VexaConfig::getInstance()->iconDirectory + QLatin1String(cursor)).size(), QSize(32, 32));
+}
+
+void TestHostServices::historyLimitAndPendingMemo()
+{
+    VexaHistory history;
+    history.setLimit(3);
+    int undone = 0;
+    for (int i = 0; i < 5; ++i)
+        history.pushNewMemo(std::make_unique<CountingMemo>(&undone).release());
+    QCOMPARE(history.count(), 3);
+    while (history.canUndo())
+        history.undo();
+    QCOMPARE(undone, 3);
+    history.pushNewMemo(nullptr);
+    QCOMPARE(history.count(), 3);
+
+    // A pending memo belongs to the context until it is taken.
+    VexaContext doc(QSize(2, 2));
+    QVERIFY(!doc.getLastMemo());
+    doc.setLastMemo(std::make_unique<CountingMemo>(&undone).release());
+    doc.getHistory()->pushNewMemo(doc.getLastMemo());
+    doc.setLastMemo(nullptr);
+    QCOMPARE(doc.getHistory()->count(), 1);
+    doc.setLastMemo(std::make_unique<CountingMemo>(&undone).release()); // never taken: deleted with the context
+}
+
+QTEST_MAIN(TestHostServices)
+#include "tst_hostservices.moc"

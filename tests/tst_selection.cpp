@@ -1,0 +1,400 @@
+// The host selection: combine modes, feathering, masks, translation, undo and outline.
+#include "VexaHistory.h"
+#include "VexaMaskOps.h"
+#include "VexaSelection.h"
+#include "VexaSelectionPath.h"
+
+#include <QtTest>
+
+#include <memory>
+
+Q_DECLARE_METATYPE(QRectF)
+
+namespace {
+
+VexaSelectionPath* rectPath(const QRectF& r)
+{
+    auto path = std::make_unique<VexaSelectionPath>();
+    path->setType(VexaSelectionPath::Rectangle);
+    path->addPoint(r.topLeft());
+    path->addPoint(r.topRight());
+    path->addPoint(r.bottomRight());
+    path->addPoint(r.bottomLeft());
+    return path.release(); // adopted by the selection
+}
+
+// The mask's used bytes row by row, '#' for 255 and '.' for 0, numbers otherwise.
+QByteArray bytes(const VexaSelection& sel)
+{
+    QByteArray out;
+    for (int y = 0; y < sel.height(); ++y)
+        for (int x = 0; x < sel.width(); ++x)
+            out.append(char(sel.mask()[size_t(y) * size_t(sel.maskStride()) + size_t(x)]));
+    return out;
+}
+
+QByteArray grid(const char* rows)
+{
+    QByteArray out;
+    for (const char* p = rows; *p; ++p) {
+        if (*p == '#')
+            out.append(char(255));
+        else if (*p == '.')
+            out.append(char(0));
+    }
+    return out;
+}
+
+QByteArray values(std::initializer_list<int> v)
+{
+    QByteArray out;
+    for (int b : v)
+        out.append(char(b));
+    return out;
+}
+
+bool paddingIsZero(const VexaSelection& sel)
+{
+    for (int y = 0; y < sel.height(); ++y)
+        for (int x = sel.width(); x < sel.maskStride(); ++x)
+            if (sel.mask()[size_t(y) * size_t(sel.maskStride()) + size_t(x)] != 0)
+                return false;
+    return true;
+}
+
+} // namespace
+
+class TestSelection : public QObject
+{
+    Q_OBJECT
+private slots:
+    void strideIsWiderThanCanvas_data();
+    void strideIsWiderThanCanvas();
+    void combine_data();
+    void combine();
+    void featherIsClampedAndSymmetric();
+    void ellipseAndPolygonShapes();
+    void addMask_data();
+    void addMask();
+    void copyMaskHonoursStride();
+    void inverseAndClear();
+    void translation_data();
+    void translation();
+    void undoRedoRoundTrip();
+    void outlineFollowsPixelEdges();
+    void pathSamplingIsEven();
+};
+
+void TestSelection::strideIsWiderThanCanvas_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::newRow("1") << 1;
+    QTest::newRow("7") << 7;
+    QTest::newRow("8") << 8;
+    QTest::newRow("1536") << 1536;
+}
+
+void TestSelection::strideIsWiderThanCanvas()
+{
+    QFETCH(int, width);
+    VexaSelection sel(width, 3);
+    QVERIFY(sel.maskStride() > width);
+    QCOMPARE(sel.maskStride() % 8, 0);
+    QVERIFY(!sel.hasSelection());
+}
+
+void TestSelection::combine_data()
+{
+    QTest::addColumn<QSize>("canvas");
+    QTest::addColumn<QRectF>("first");
+    QTest::addColumn<QRectF>("second");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<float>("feather");
+    QTest::addColumn<QByteArray>("expected");
+
+    const QSize small(6, 4);
+    const QRectF a(1, 0, 3, 3), b(3, 1, 3, 3);
+    QTest::newRow("new replaces") << small << a << b << 0 << 0.0f
+                                  << grid("...... ...### ...### ...###");
+    QTest::newRow("add unites") << small << a << b << 1 << 0.0f
+                                << grid(".###.. .##### .##### ...###");
+    QTest::newRow("subtract removes") << small << a << b << 2 << 0.0f
+                                      << grid(".###.. .##... .##... ......");
+    QTest::newRow("intersect keeps common") << small << a << b << 3 << 0.0f
+                                            << grid("...... ...#.. ...#.. ......");
+    // The right and bottom edges of a shape are outside it.
+    QTest::newRow("edges exclusive") << small << QRectF() << QRectF(0, 0, 1, 1) << 0 << 0.0f
+                                     << grid("#..... ...... ...... ......");
+    // Shapes reaching past the canvas are cut at its edges.
+    QTest::newRow("clipped at canvas") << small << QRectF() << QRectF(-5, -5, 7, 6) << 0 << 0.0f
+                                       << grid("##.... ......  ...... ......");
+    QTest::newRow("zero width selects nothing") << small << a << QRectF(2, 0, 0, 4) << 0 << 0.0f
+                                                << grid("...... ...... ...... ......");
+
+    // Feathering an edge: a step across x = 8 on a 16 x 1 canvas, the shape running far past
+    // the canvas above, below and to the right, so only the left edge softens.
+    const QSize strip(16, 1);
+    const QRectF tall(8, -50, 40, 100);
+    QTest::newRow("feather 4") << strip << QRectF() << tall << 0 << 4.0f
+                               << values({0, 0, 0, 0, 6, 23, 57, 102, 153, 198, 232, 249, 255, 255, 255, 255});
+    QTest::newRow("feather 2") << strip << QRectF() << tall << 0 << 2.0f
+                               << values({0, 0, 0, 0, 0, 0, 0, 85, 170, 255, 255, 255, 255, 255, 255, 255});
+    QTest::newRow("feather below half a pixel is hard") << strip << QRectF() << tall << 0 << 0.4f
+                                                        << grid("........ ########");
+    // Softened area combines like any other: subtracting the feathered step from a full strip.
+    QTest::newRow("subtract feathered") << strip << QRectF(-10, -10, 40, 20) << tall << 2 << 4.0f
+                                        << values({255, 255, 255, 255, 249, 232, 198, 153, 102, 57, 23, 6, 0, 0, 0, 0});
+    QTest::newRow("intersect feathered") << strip << QRectF(0, -10, 10, 20) << tall << 3 << 4.0f
+                                         << values({0, 0, 0, 0, 6, 23, 57, 102, 153, 198, 0, 0, 0, 0, 0, 0});
+}
+
+void TestSelection::combine()
+{
+    QFETCH(QSize, canvas);
+    QFETCH(QRectF, first);
+    QFETCH(QRectF, second);
+    QFETCH(int, mode);
+    QFETCH(float, feather);
+    QFETCH(QByteArray, expected);
+
+    VexaSelection sel(canvas.width(), canvas.height());
+    if (!first.isNull()) {
+        sel.combineMode = 0;
+        sel.addPath(rectPath(first), 0);
+    }
+    sel.combineMode = mode;
+    sel.addPath(rectPath(second), feather);
+    QCOMPARE(bytes(sel), expected);
+    QVERIFY(paddingIsZero(sel));
+}
+
+void TestSelection::featherIsClampedAndSymmetric()
+{
+    // Radii beyond 99 act as 99; a wide feather stays symmetric about the edge.
+    VexaSelection a(400, 1), b(400, 1);
+    a.addPath(rectPath(QRectF(200, -500, 1000, 1000)), 99.0f);
+    b.addPath(rectPath(QRectF(200, -500, 1000, 1000)), 250.0f);
+    QCOMPARE(bytes(a), bytes(b));
+    for (int k = 0; k < 60; ++k) {
+        const int left = uint8_t(a.mask()[199 - k]);
+        const int right = uint8_t(a.mask()[200 + k]);
+        QVERIFY2(qAbs(left + right - 255) <= 1, qPrintable(QString("k=%1: %2 + %3").arg(k).arg(left).arg(right)));
+        QVERIFY(right >= int(uint8_t(a.mask()[200 + k - 1])));
+    }
+    QCOMPARE(int(a.mask()[0]), 0);
+}
+
+void TestSelection::ellipseAndPolygonShapes()
+{
+    VexaSelection sel(20, 20);
+    auto ellipse = std::make_unique<VexaSelectionPath>();
+    ellipse->setType(VexaSelectionPath::Ellipse);
+    // Corners given in either order describe the same box.
+    ellipse->addPoint(QPointF(18, 18));
+    ellipse->addPoint(QPointF(2, 2));
+    sel.addPath(ellipse.release(), 0);
+    QCOMPARE(int(sel.mask()[10 * sel.maskStride() + 10]), 255);
+    QCOMPARE(int(sel.mask()[2 * sel.maskStride() + 2]), 0);
+    QCOMPARE(sel.boundingRect(), QRect(2, 2, 16, 16));
+    // Edge pixels of a curve are partly covered: anti-aliased.
+    bool soft = false;
+    for (int x = 0; x < 20 && !soft; ++x)
+        soft = sel.mask()[4 * sel.maskStride() + x] > 0 && sel.mask()[4 * sel.maskStride() + x] < 255;
+    QVERIFY(soft);
+
+    auto triangle = std::make_unique<VexaSelectionPath>();
+    triangle->setType(VexaSelectionPath::Polygon);
+    for (QPointF p : {QPointF(0, 0), QPointF(20, 0), QPointF(0, 20)})
+        triangle->addPoint(p);
+    sel.combineMode = 0;
+    sel.addPath(triangle.release(), 0);
+    QCOMPARE(int(sel.mask()[1 * sel.maskStride() + 1]), 255);
+    QCOMPARE(int(sel.mask()[18 * sel.maskStride() + 18]), 0);
+
+    // Too few points for the type: the new area is empty, so New leaves nothing.
+    auto stub = std::make_unique<VexaSelectionPath>();
+    stub->setType(VexaSelectionPath::Polygon);
+    stub->addPoint(QPointF(1, 1));
+    stub->addPoint(QPointF(5, 5));
+    sel.addPath(stub.release(), 0);
+    QVERIFY(!sel.hasSelection());
+}
+
+void TestSelection::addMask_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::addColumn<int>("y");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QByteArray>("expected");
+    // A 3 x 2 block of 255 on a 5 x 3 canvas that already has its first column selected.
+    QTest::newRow("inside, add") << 1 << 1 << 1 << grid("#.... ####. ####.");
+    QTest::newRow("inside, new") << 1 << 1 << 0 << grid("..... .###. .###.");
+    QTest::newRow("left and top clipped") << -2 << -1 << 1 << grid("#.... #.... #....");
+    QTest::newRow("right and bottom clipped") << 3 << 2 << 1 << grid("#.... #.... #..##");
+    QTest::newRow("fully outside, new") << 9 << 9 << 0 << grid("..... ..... .....");
+    QTest::newRow("intersect") << 0 << 1 << 3 << grid("..... #.... #....");
+    QTest::newRow("subtract") << 0 << 0 << 2 << grid("..... ..... #....");
+}
+
+void TestSelection::addMask()
+{
+    QFETCH(int, x);
+    QFETCH(int, y);
+    QFETCH(int, mode);
+    QFETCH(QByteArray, expected);
+    VexaSelection sel(5, 3);
+    sel.addPath(rectPath(QRectF(0, 0, 1, 3)), 0);
+    std::vector<unsigned char> block(6, 255);
+    block[0] = 255;
+    sel.combineMode = mode;
+    sel.addMask(block.data(), 3, 2, x, y);
+    QCOMPARE(bytes(sel), expected);
+    QVERIFY(paddingIsZero(sel));
+}
+
+void TestSelection::copyMaskHonoursStride()
+{
+    VexaSelection sel(5, 2);
+    const int s = sel.maskStride();
+    std::vector<unsigned char> mask(size_t(s) * 2, 0);
+    for (int x = 0; x < 5; ++x) {
+        mask[size_t(x)] = uint8_t(x * 50);
+        mask[size_t(s + x)] = uint8_t(255 - x);
+    }
+    // Bytes beyond the width must not leak into the selection.
+    for (int x = 5; x < s; ++x)
+        mask[size_t(x)] = mask[size_t(s + x)] = 0xAB;
+    sel.copyMask(mask.data());
+    QCOMPARE(bytes(sel), values({0, 50, 100, 150, 200, 255, 254, 253, 252, 251}));
+    QVERIFY(paddingIsZero(sel));
+}
+
+void TestSelection::inverseAndClear()
+{
+    VexaSelection sel(4, 1);
+    sel.addPath(rectPath(QRectF(1, 0, 2, 1)), 0);
+    sel.inverse();
+    QCOMPARE(bytes(sel), grid("#..#"));
+    QVERIFY(paddingIsZero(sel));
+    sel.setTranslation(QPointF(2, 0));
+    sel.clear();
+    QVERIFY(!sel.hasSelection());
+    QCOMPARE(sel.getTranslation(), QPointF(2, 0));
+    sel.selectAll();
+    sel.deselect();
+    QVERIFY(!sel.hasSelection());
+    QCOMPARE(sel.getTranslation(), QPointF());
+}
+
+void TestSelection::translation_data()
+{
+    QTest::addColumn<QPointF>("offset");
+    QTest::addColumn<QByteArray>("expected");
+    // A 2 x 2 square at (1, 1) on a 5 x 4 canvas.
+    QTest::newRow("right down") << QPointF(2, 1) << grid("..... ..... ...## ...##");
+    QTest::newRow("partly off the left") << QPointF(-2, 0) << grid("..... #.... #.... .....");
+    QTest::newRow("off the canvas") << QPointF(0, 10) << grid("..... ..... ..... .....");
+    QTest::newRow("rounded to whole pixels") << QPointF(0.6, -0.4) << grid("..... ..##. ..##. .....");
+}
+
+void TestSelection::translation()
+{
+    QFETCH(QPointF, offset);
+    QFETCH(QByteArray, expected);
+    VexaSelection sel(5, 4);
+    sel.addPath(rectPath(QRectF(1, 1, 2, 2)), 0);
+    const QByteArray before = bytes(sel);
+    QSignalSpy moved(&sel, &VexaSelection::translationChanged);
+    sel.setTranslation(offset);
+    QCOMPARE(moved.count(), 1);
+    QCOMPARE(bytes(sel), before); // pending only: the mask is untouched until applied
+    sel.applyTranslation();
+    QCOMPARE(bytes(sel), expected);
+    QCOMPARE(sel.getTranslation(), QPointF());
+    QVERIFY(paddingIsZero(sel));
+}
+
+void TestSelection::undoRedoRoundTrip()
+{
+    VexaHistory history;
+    VexaSelection sel(6, 4);
+    sel.setHistory(&history);
+    sel.addPath(rectPath(QRectF(0, 0, 2, 2)), 0);
+    const QByteArray one = bytes(sel);
+    sel.combineMode = 1;
+    sel.addPath(rectPath(QRectF(3, 2, 2, 2)), 0);
+    const QByteArray two = bytes(sel);
+    sel.inverse();
+    const QByteArray three = bytes(sel);
+    QCOMPARE(history.count(), 3);
+
+    // A change that changes nothing records nothing.
+    sel.combineMode = 1;
+    sel.addPath(rectPath(QRectF(0, 0, 0, 0)), 0);
+    QCOMPARE(history.count(), 3);
+
+    history.undo();
+    QCOMPARE(bytes(sel), two);
+    history.undo();
+    QCOMPARE(bytes(sel), one);
+    history.undo();
+    QVERIFY(!sel.hasSelection());
+    QVERIFY(!history.canUndo());
+    history.redo();
+    history.redo();
+    history.redo();
+    QCOMPARE(bytes(sel), three);
+
+    // A new change after undo drops what could be redone.
+    history.undo();
+    sel.clear();
+    QVERIFY(!history.canRedo());
+    QCOMPARE(history.count(), 3);
+    history.undo();
+    QCOMPARE(bytes(sel), two);
+}
+
+void TestSelection::outlineFollowsPixelEdges()
+{
+    // An L-shaped selection has six edges; runs along a row or column merge.
+    VexaSelection sel(4, 4);
+    sel.addPath(rectPath(QRectF(0, 0, 1, 3)), 0);
+    sel.combineMode = 1;
+    sel.addPath(rectPath(QRectF(0, 2, 3, 1)), 0);
+    const std::vector<float> segs = VexaMaskOps::outline(sel.mask(), 4, 4, sel.maskStride());
+    QCOMPARE(segs.size(), size_t(6 * 4));
+    float length = 0;
+    for (size_t i = 0; i < segs.size(); i += 4)
+        length += qAbs(segs[i + 2] - segs[i]) + qAbs(segs[i + 3] - segs[i + 1]);
+    QCOMPARE(length, 12.0f);
+    // Soft bytes below 128 are outside the outline.
+    std::vector<uint8_t> soft(8 * 2, 127);
+    QVERIFY(VexaMaskOps::outline(soft.data(), 2, 2, 8).empty());
+}
+
+void TestSelection::pathSamplingIsEven()
+{
+    VexaSelectionPath path;
+    path.setType(VexaSelectionPath::Polygon);
+    path.addPoint(QPointF(0, 0));
+    path.addPoint(QPointF(1, 0));
+    path.addPoint(QPointF(23, 0));
+    path.addPoint(QPointF(23, 7));
+    path.doPathSampling(5.0f);
+    const auto& pts = path.points();
+    QCOMPARE(pts.first(), QPointF(0, 0));
+    QCOMPARE(pts.last(), QPointF(23, 7));
+    // 30 pixels of stroke: a point every 5, plus the end.
+    QCOMPARE(pts.size(), qsizetype(7));
+    QCOMPARE(pts[4], QPointF(20, 0));
+    QCOMPARE(pts[5], QPointF(23, 2));
+    VexaSelectionPath copy(&path, nullptr);
+    QCOMPARE(copy.points(), path.points());
+    copy.deleteFront();
+    QCOMPARE(copy.getPointNumber(), 6);
+    VexaSelectionPath empty(nullptr, nullptr);
+    QCOMPARE(empty.getPointNumber(), 0);
+}
+
+QTEST_MAIN(TestSelection)
+#include "tst_selection.moc"
