@@ -1,0 +1,414 @@
+#pragma once
+
+// Maximum flow / minimum s-t cut by augmenting paths over two search trees (one grown from the
+// source, one from the sink) that are repaired, not rebuilt, after each augmentation, and that
+// can be reused by a later call when only a few capacities changed.
+//
+// Nodes and arcs are records in two contiguous arrays addressed by pointer; an edge is a pair of
+// adjacent arcs. Preconditions are assertions whose expression text is the message; exhausted
+// memory and misuse of tree reuse call the optional error function and end the process with
+// status 1, since a half-built graph cannot be recovered.
+
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+namespace graph_detail {
+// Reports a fatal error through `error_function` (when set) and exits with status 1.
+[[noreturn]] void fatal(void (*error_function)(const char*), const char* message);
+} // namespace graph_detail
+
+// Storage handing out consecutive items that are never freed one by one. The changed list of
+// the solver is a Block<int> of node ids.
+template <class Type>
+class Block
+{
+public:
+    Block(int size, void (*err_function)(const char*) = nullptr)
+        : block_size(size)
+        , error_function(err_function)
+    {
+    }
+    ~Block()
+    {
+        while (first) {
+            block* next = first->next;
+            std::free(first);
+            first = next;
+        }
+    }
+    Block(const Block&) = delete;
+    Block& operator=(const Block&) = delete;
+
+    // `num` consecutive items (num <= block size).
+    Type* New(int num = 1)
+    {
+        if (!last || last->current + num > last->last) {
+            if (last && last->next) {
+                last = last->next;
+            } else {
+                auto* next = static_cast<block*>(std::malloc(sizeof(block) + size_t(block_size) * sizeof(Type)));
+                if (!next)
+                    graph_detail::fatal(error_function, "Not enough memory!");
+                if (last)
+                    last->next = next;
+                else
+                    first = next;
+                last = next;
+                last->current = items(last);
+                last->last = last->current + block_size;
+                last->next = nullptr;
+            }
+        }
+        Type* t = last->current;
+        last->current += num;
+        return t;
+    }
+
+    // Visits the stored items in the order they were handed out.
+    template <class F>
+    void for_each(F&& visit) const
+    {
+        for (block* b = first; b; b = b->next) {
+            for (Type* t = items(b); t < b->current; ++t)
+                visit(*t);
+            if (b == last)
+                break;
+        }
+    }
+    bool empty() const { return !first || (first == last && first->current == items(first)); }
+    // Empties the storage and keeps its blocks for reuse.
+    void reset()
+    {
+        for (block* b = first; b; b = b->next)
+            b->current = items(b);
+        last = first;
+    }
+
+private:
+    struct block {
+        Type* current;
+        Type* last;
+        block* next;
+    };
+    static Type* items(block* b) { return reinterpret_cast<Type*>(b + 1); }
+
+    int block_size;
+    block* first = nullptr;
+    block* last = nullptr;
+    void (*error_function)(const char*);
+};
+
+// Storage of single items with a free list, so items can be given back and reused.
+template <class Type>
+class DBlock
+{
+public:
+    DBlock(int size, void (*err_function)(const char*) = nullptr)
+        : block_size(size)
+        , error_function(err_function)
+    {
+    }
+    ~DBlock()
+    {
+        while (first) {
+            block* next = first->next;
+            std::free(first);
+            first = next;
+        }
+    }
+    DBlock(const DBlock&) = delete;
+    DBlock& operator=(const DBlock&) = delete;
+
+    Type* New()
+    {
+        if (!first_free) {
+            auto* next = static_cast<block*>(std::malloc(sizeof(block) + size_t(block_size) * sizeof(item)));
+            if (!next)
+                graph_detail::fatal(error_function, "Not enough memory!");
+            item* data = items(next);
+            first_free = data;
+            for (item* i = data; i < data + block_size - 1; ++i)
+                i->next_free = i + 1;
+            data[block_size - 1].next_free = nullptr;
+            next->next = first;
+            first = next;
+        }
+        item* taken = first_free;
+        first_free = taken->next_free;
+        return reinterpret_cast<Type*>(taken);
+    }
+    void Delete(Type* t)
+    {
+        auto* i = reinterpret_cast<item*>(t);
+        i->next_free = first_free;
+        first_free = i;
+    }
+
+private:
+    union item {
+        Type t;
+        item* next_free;
+    };
+    struct block {
+        block* next;
+    };
+    static item* items(block* b) { return reinterpret_cast<item*>(b + 1); }
+
+    int block_size;
+    block* first = nullptr;
+    item* first_free = nullptr;
+    void (*error_function)(const char*);
+};
+
+template <typename captype, typename tcaptype, typename flowtype>
+class Graph
+{
+public:
+    typedef enum { SOURCE = 0, SINK = 1 } termtype;
+    typedef int node_id;
+
+    struct node;
+    struct arc;
+    typedef arc* arc_id;
+
+    // Room for max(node_num_max, 16) nodes and max(edge_num_max, 16) edges; both grow on demand.
+    Graph(int node_num_max, int edge_num_max, void (*err_function)(const char*) = nullptr);
+    ~Graph();
+    Graph(const Graph&) = delete;
+    Graph& operator=(const Graph&) = delete;
+
+    // Adds `num` nodes and returns the id of the first.
+    node_id add_node(int num = 1);
+    // Adds an edge i -> j of capacity `cap` and its reverse j -> i of capacity `rev_cap`.
+    void add_edge(node_id _i, node_id _j, captype cap, captype rev_cap);
+    // Adds terminal capacities; only their difference is stored, the common part counts as flow.
+    void add_tweights(node_id i, tcaptype cap_source, tcaptype cap_sink);
+
+    flowtype maxflow(bool reuse_trees = false, Block<node_id>* _changed_list = nullptr);
+    // The side of the cut node i lies on; a node in neither tree gets `default_segm`.
+    termtype what_segment(node_id i, termtype default_segm = SOURCE) const;
+
+    void reset();
+
+    int get_node_num() const { return node_num; }
+    int get_arc_num() const { return int(arc_last - arcs); }
+    // Allocated room, in node and arc records.
+    int get_node_capacity() const { return int(node_max - nodes); }
+    int get_arc_capacity() const { return int(arc_max - arcs); }
+    arc_id get_first_arc() { return arcs; }
+    arc_id get_next_arc(arc_id a) { return a + 1; }
+    void get_arc_ends(arc_id a, node_id& i, node_id& j);
+    tcaptype get_trcap(node_id i);
+    captype get_rcap(arc_id a);
+    void set_trcap(node_id i, tcaptype trcap);
+    void set_rcap(arc_id a, captype rcap);
+
+    // Tree reuse: nodes whose terminal capacity or arcs changed must be marked before the next
+    // maxflow(true, ...) call.
+    void mark_node(node_id i);
+    void remove_from_changed_list(node_id i);
+
+    // Checks the search-tree invariants by assertion (a debugging aid).
+    void test_consistency(node* current_node = nullptr);
+
+    struct node {
+        arc* first;
+        arc* parent;
+        node* next;
+        int TS;
+        int DIST;
+        unsigned is_sink : 1;
+        unsigned is_marked : 1;
+        unsigned is_in_changed_list : 1;
+        tcaptype tr_cap;
+    };
+    struct arc {
+        node* head;
+        arc* next;
+        arc* sister;
+        captype r_cap;
+    };
+
+private:
+    struct nodeptr {
+        node* ptr;
+        nodeptr* next;
+    };
+    static constexpr int NODEPTR_BLOCK_SIZE = 128;
+    static constexpr int INFINITE_D = 0x7fffffff;
+    // The two reserved parent values.
+    static arc* terminal() { return reinterpret_cast<arc*>(std::uintptr_t(1)); }
+    static arc* orphan() { return reinterpret_cast<arc*>(std::uintptr_t(2)); }
+    static bool is_arc(const arc* a) { return reinterpret_cast<std::uintptr_t>(a) > 2; }
+
+    node* nodes;
+    node* node_last;
+    node* node_max;
+    arc* arcs;
+    arc* arc_last;
+    arc* arc_max;
+    int node_num = 0;
+    std::unique_ptr<DBlock<nodeptr>> nodeptr_block; // orphan-list entries, kept between tree-reusing calls
+    void (*error_function)(const char*);
+    flowtype flow = 0;
+    int maxflow_iteration = 0;
+    Block<node_id>* changed_list = nullptr;
+    node* queue_first[2] = {nullptr, nullptr};
+    node* queue_last[2] = {nullptr, nullptr};
+    nodeptr* orphan_first = nullptr;
+    nodeptr* orphan_last = nullptr;
+    int TIME = 0;
+
+    void reallocate_nodes(int num);
+    void reallocate_arcs();
+
+    void set_active(node* i);
+    node* next_active();
+    void add_to_changed_list(node* i);
+    void set_orphan_front(node* i);
+    void set_orphan_rear(node* i);
+    void maxflow_init();
+    void maxflow_reuse_trees_init();
+    void augment(arc* middle_arc);
+    void process_source_orphan(node* i);
+    void process_sink_orphan(node* i);
+    void adopt_orphans();
+};
+
+// Inline operations: construction and accessors, with their preconditions.
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline typename Graph<captype, tcaptype, flowtype>::node_id Graph<captype, tcaptype, flowtype>::add_node(int num)
+{
+    assert(num > 0);
+    if (node_last + num > node_max)
+        reallocate_nodes(num);
+    node* added = node_last;
+    // New records start fully cleared, so nodes added between tree-reusing calls carry no
+    // stale tree links.
+    for (node* i = added; i < added + num; ++i)
+        *i = node{};
+    const node_id first_id = node_num;
+    node_num += num;
+    node_last += num;
+    return first_id;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline void Graph<captype, tcaptype, flowtype>::add_edge(node_id _i, node_id _j, captype cap, captype rev_cap)
+{
+    assert(_i >= 0 && _i < node_num);
+    assert(_j >= 0 && _j < node_num);
+    assert(_i != _j);
+    assert(cap >= 0);
+    assert(rev_cap >= 0);
+
+    if (arc_last == arc_max)
+        reallocate_arcs();
+
+    arc* a = arc_last++;
+    arc* a_rev = arc_last++;
+    node* i = nodes + _i;
+    node* j = nodes + _j;
+
+    a->sister = a_rev;
+    a_rev->sister = a;
+    a->next = i->first;
+    i->first = a;
+    a_rev->next = j->first;
+    j->first = a_rev;
+    a->head = j;
+    a_rev->head = i;
+    a->r_cap = cap;
+    a_rev->r_cap = rev_cap;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline void Graph<captype, tcaptype, flowtype>::add_tweights(node_id i, tcaptype cap_source, tcaptype cap_sink)
+{
+    assert(i >= 0 && i < node_num);
+    const tcaptype delta = nodes[i].tr_cap;
+    if (delta > 0)
+        cap_source += delta;
+    else
+        cap_sink -= delta;
+    flow += (cap_source < cap_sink) ? cap_source : cap_sink;
+    nodes[i].tr_cap = cap_source - cap_sink;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline typename Graph<captype, tcaptype, flowtype>::termtype
+Graph<captype, tcaptype, flowtype>::what_segment(node_id i, termtype default_segm) const
+{
+    if (nodes[i].parent)
+        return nodes[i].is_sink ? SINK : SOURCE;
+    return default_segm;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline void Graph<captype, tcaptype, flowtype>::mark_node(node_id _i)
+{
+    node* i = nodes + _i;
+    if (!i->next) {
+        // The second active queue holds exactly the marked nodes between calls.
+        if (queue_last[1])
+            queue_last[1]->next = i;
+        else
+            queue_first[1] = i;
+        queue_last[1] = i;
+        i->next = i;
+    }
+    i->is_marked = 1;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline void Graph<captype, tcaptype, flowtype>::remove_from_changed_list(node_id i)
+{
+    // The expression is the message: it keeps its exact spelling.
+    assert(i>=0 && i<node_num && nodes[i].is_in_changed_list);
+    nodes[i].is_in_changed_list = 0;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline void Graph<captype, tcaptype, flowtype>::get_arc_ends(arc_id a, node_id& i, node_id& j)
+{
+    assert(a >= arcs && a < arc_last);
+    i = node_id(a->sister->head - nodes);
+    j = node_id(a->head - nodes);
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline tcaptype Graph<captype, tcaptype, flowtype>::get_trcap(node_id i)
+{
+    assert(i>=0 && i<node_num);
+    return nodes[i].tr_cap;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline captype Graph<captype, tcaptype, flowtype>::get_rcap(arc_id a)
+{
+    assert(a >= arcs && a < arc_last);
+    return a->r_cap;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline void Graph<captype, tcaptype, flowtype>::set_trcap(node_id i, tcaptype trcap)
+{
+    assert(i>=0 && i<node_num);
+    nodes[i].tr_cap = trcap;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline void Graph<captype, tcaptype, flowtype>::set_rcap(arc_id a, captype rcap)
+{
+    assert(a >= arcs && a < arc_last);
+    a->r_cap = rcap;
+}
+
+extern template class Graph<int, int, int>;
+extern template class Graph<short, int, int>;
+extern template class Graph<float, float, float>;
+extern template class Graph<double, double, double>;

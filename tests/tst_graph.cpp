@@ -1,0 +1,641 @@
+// The max-flow engine: construction and growth, exact small cases, thousands of random graphs
+// against a plain reference solver, tree reuse with the changed list, and the fatal paths.
+#include "graph.h"
+
+#include <QtTest>
+
+#include <algorithm>
+#include <climits>
+#include <queue>
+#include <random>
+#include <set>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+using GraphI = Graph<int, int, int>;
+
+namespace {
+
+// A plain Dinic max-flow over an explicit edge list, independent of the engine under test.
+class ReferenceFlow
+{
+public:
+    explicit ReferenceFlow(int n)
+        : m_adj(size_t(n))
+    {
+    }
+    void add(int u, int v, long long cap)
+    {
+        m_adj[size_t(u)].push_back(int(m_edges.size()));
+        m_edges.push_back({v, cap});
+        m_adj[size_t(v)].push_back(int(m_edges.size()));
+        m_edges.push_back({u, 0});
+    }
+    long long solve(int s, int t)
+    {
+        long long total = 0;
+        for (;;) {
+            std::vector<int> level(m_adj.size(), -1);
+            std::queue<int> q;
+            level[size_t(s)] = 0;
+            q.push(s);
+            while (!q.empty()) {
+                const int u = q.front();
+                q.pop();
+                for (int e : m_adj[size_t(u)])
+                    if (m_edges[size_t(e)].cap > 0 && level[size_t(m_edges[size_t(e)].to)] < 0) {
+                        level[size_t(m_edges[size_t(e)].to)] = level[size_t(u)] + 1;
+                        q.push(m_edges[size_t(e)].to);
+                    }
+            }
+            if (level[size_t(t)] < 0)
+                return total;
+            std::vector<size_t> it(m_adj.size(), 0);
+            while (long long pushed = push(s, t, LLONG_MAX, level, it))
+                total += pushed;
+        }
+    }
+
+private:
+    struct Edge {
+        int to;
+        long long cap;
+    };
+    long long push(int u, int t, long long limit, const std::vector<int>& level, std::vector<size_t>& it)
+    {
+        if (u == t)
+            return limit;
+        for (; it[size_t(u)] < m_adj[size_t(u)].size(); ++it[size_t(u)]) {
+            const int e = m_adj[size_t(u)][it[size_t(u)]];
+            Edge& edge = m_edges[size_t(e)];
+            if (edge.cap <= 0 || level[size_t(edge.to)] != level[size_t(u)] + 1)
+                continue;
+            if (long long got = push(edge.to, t, std::min(limit, edge.cap), level, it)) {
+                edge.cap -= got;
+                m_edges[size_t(e ^ 1)].cap += got;
+                return got;
+            }
+        }
+        return 0;
+    }
+    std::vector<std::vector<int>> m_adj;
+    std::vector<Edge> m_edges;
+};
+
+// A random problem kept in plain form so it can be solved by both engines and checked.
+struct Problem {
+    int n = 0;
+    std::vector<int> source, sink; // terminal capacities
+    struct E {
+        int i, j, cap, rev;
+    };
+    std::vector<E> edges;
+
+    long long reference() const
+    {
+        ReferenceFlow ref(n + 2);
+        for (int i = 0; i < n; ++i) {
+            ref.add(n, i, source[size_t(i)]);
+            ref.add(i, n + 1, sink[size_t(i)]);
+        }
+        for (const E& e : edges) {
+            ref.add(e.i, e.j, e.cap);
+            ref.add(e.j, e.i, e.rev);
+        }
+        return ref.solve(n, n + 1);
+    }
+    template <class G>
+    void build(G& g) const
+    {
+        g.add_node(n);
+        for (int i = 0; i < n; ++i)
+            g.add_tweights(i, source[size_t(i)], sink[size_t(i)]);
+        for (const E& e : edges)
+            g.add_edge(e.i, e.j, e.cap, e.rev);
+    }
+    // The capacity of the cut the labels describe, from the original capacities.
+    template <class G>
+    long long cutCapacity(const G& g) const
+    {
+        long long cut = 0;
+        for (int i = 0; i < n; ++i)
+            cut += g.what_segment(i) == G::SOURCE ? sink[size_t(i)] : source[size_t(i)];
+        for (const E& e : edges) {
+            const bool si = g.what_segment(e.i) == G::SOURCE, sj = g.what_segment(e.j) == G::SOURCE;
+            if (si && !sj)
+                cut += e.cap;
+            if (sj && !si)
+                cut += e.rev;
+        }
+        return cut;
+    }
+};
+
+Problem randomProblem(std::mt19937& rng, int n, double density, int maxCap)
+{
+    Problem p;
+    p.n = n;
+    std::uniform_int_distribution<int> cap(0, maxCap);
+    std::uniform_real_distribution<double> coin(0.0, 1.0);
+    for (int i = 0; i < n; ++i) {
+        // About a third of the nodes touch no terminal, some both.
+        p.source.push_back(coin(rng) < 0.4 ? cap(rng) : 0);
+        p.sink.push_back(coin(rng) < 0.4 ? cap(rng) : 0);
+    }
+    for (int i = 0; i < n; ++i)
+        for (int j = i + 1; j < n; ++j)
+            if (coin(rng) < density) {
+                const bool flip = coin(rng) < 0.5;
+                const int c = coin(rng) < 0.15 ? 0 : cap(rng);
+                const int r = coin(rng) < 0.5 ? 0 : cap(rng);
+                p.edges.push_back(flip ? Problem::E{j, i, c, r} : Problem::E{i, j, c, r});
+            }
+    return p;
+}
+
+// Runs `body` in a child process; returns its exit status or the negated signal number, and
+// what it wrote to standard error.
+template <class F>
+int inChild(F body, QByteArray* err)
+{
+    int fds[2];
+    if (pipe(fds) != 0)
+        return INT_MIN;
+    const pid_t pid = fork();
+    if (pid == 0) {
+        // The test framework's crash handler must not run in the child.
+        signal(SIGABRT, SIG_DFL);
+        close(fds[0]);
+        dup2(fds[1], STDERR_FILENO);
+        body();
+        _exit(0);
+    }
+    close(fds[1]);
+    char buf[512];
+    ssize_t got;
+    while ((got = read(fds[0], buf, sizeof buf)) > 0)
+        err->append(buf, int(got));
+    close(fds[0]);
+    int status = 0;
+    waitpid(pid, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+void reportToStderr(const char* message)
+{
+    std::fputs(message, stderr);
+    std::fflush(stderr);
+}
+
+} // namespace
+
+class TestGraph : public QObject
+{
+    Q_OBJECT
+private slots:
+    void reservesAtLeastSixteen_data();
+    void reservesAtLeastSixteen();
+    void nodeGrowth_data();
+    void nodeGrowth();
+    void arcGrowthAndEnds();
+    void terminalWeightsAccumulate();
+    void smallCases();
+    void resetRestartsIds();
+    void randomGraphsMatchReference_data();
+    void randomGraphsMatchReference();
+    void otherInstantiations();
+    void treeReuseMatchesFreshSolve();
+    void growthBetweenReusingCalls();
+    void blocksKeepInsertionOrder();
+    void fatalErrorsExitWithStatusOne_data();
+    void fatalErrorsExitWithStatusOne();
+    void failedPreconditionsAbort_data();
+    void failedPreconditionsAbort();
+};
+
+void TestGraph::reservesAtLeastSixteen_data()
+{
+    QTest::addColumn<int>("nodes");
+    QTest::addColumn<int>("edges");
+    QTest::addColumn<int>("nodeRoom");
+    QTest::addColumn<int>("arcRoom");
+    QTest::newRow("zero") << 0 << 0 << 16 << 32;
+    QTest::newRow("negative") << -5 << -1 << 16 << 32;
+    QTest::newRow("as asked") << 100 << 40 << 100 << 80;
+}
+
+void TestGraph::reservesAtLeastSixteen()
+{
+    QFETCH(int, nodes);
+    QFETCH(int, edges);
+    QFETCH(int, nodeRoom);
+    QFETCH(int, arcRoom);
+    GraphI g(nodes, edges);
+    QCOMPARE(g.get_node_capacity(), nodeRoom);
+    QCOMPARE(g.get_arc_capacity(), arcRoom);
+    QCOMPARE(g.get_node_num(), 0);
+    QCOMPARE(g.get_arc_num(), 0);
+}
+
+void TestGraph::nodeGrowth_data()
+{
+    QTest::addColumn<int>("add");
+    QTest::addColumn<int>("room");
+    QTest::newRow("one more: by half") << 1 << 24;
+    QTest::newRow("a hundred more: to fit") << 100 << 116;
+}
+
+void TestGraph::nodeGrowth()
+{
+    QFETCH(int, add);
+    QFETCH(int, room);
+    GraphI g(16, 16);
+    QCOMPARE(g.add_node(16), 0);
+    QCOMPARE(g.add_node(add), 16);
+    QCOMPARE(g.get_node_capacity(), room);
+    QCOMPARE(g.get_node_num(), 16 + add);
+    // New nodes start with nothing: no terminal capacity, no arcs.
+    for (int i = 16; i < 16 + add; ++i)
+        QCOMPARE(g.get_trcap(i), 0);
+}
+
+void TestGraph::arcGrowthAndEnds()
+{
+    GraphI g(10, 100);
+    g.add_node(10);
+    QList<int> rooms;
+    for (int e = 0; e < 226; ++e) {
+        g.add_edge(e % 10, (e + 3) % 10, e, 1000 + e);
+        if (e == 99 || e == 100 || e == 150 || e == 225)
+            rooms << g.get_arc_capacity();
+    }
+    QCOMPARE(rooms, QList<int>({200, 300, 450, 676}));
+    // Arcs stay in creation order across moves, forward arc before its sister, with their ends.
+    GraphI::arc_id a = g.get_first_arc();
+    for (int e = 0; e < 226; ++e) {
+        int i = -1, j = -1;
+        g.get_arc_ends(a, i, j);
+        QCOMPARE(i, e % 10);
+        QCOMPARE(j, (e + 3) % 10);
+        QCOMPARE(g.get_rcap(a), e);
+        a = g.get_next_arc(a);
+        g.get_arc_ends(a, i, j);
+        QCOMPARE(i, (e + 3) % 10);
+        QCOMPARE(j, e % 10);
+        QCOMPARE(g.get_rcap(a), 1000 + e);
+        a = g.get_next_arc(a);
+    }
+    QCOMPARE(g.get_arc_num(), 452);
+    // The flow after the moves is that of the same graph built without them.
+    GraphI roomy(10, 300);
+    roomy.add_node(10);
+    for (int e = 0; e < 226; ++e)
+        roomy.add_edge(e % 10, (e + 3) % 10, e, 1000 + e);
+    for (GraphI* x : {&g, &roomy}) {
+        x->add_tweights(0, 5000, 0);
+        x->add_tweights(7, 0, 4000);
+    }
+    QCOMPARE(g.maxflow(), roomy.maxflow());
+}
+
+void TestGraph::terminalWeightsAccumulate()
+{
+    GraphI g(1, 0);
+    g.add_node();
+    g.add_tweights(0, 5, 3);
+    QCOMPARE(g.get_trcap(0), 2);
+    g.add_tweights(0, 0, 4);
+    QCOMPARE(g.get_trcap(0), -2);
+    QCOMPARE(g.maxflow(), 5); // 3, then the 2 carried to the source side
+    g.set_trcap(0, 7);
+    QCOMPARE(g.get_trcap(0), 7);
+}
+
+void TestGraph::smallCases()
+{
+    // One node, both terminals: the common part is flow at once, no augmentation needed.
+    {
+        GraphI g(1, 0);
+        g.add_node();
+        g.add_tweights(0, 5, 3);
+        QCOMPARE(g.maxflow(), 3);
+        QCOMPARE(g.what_segment(0), GraphI::SOURCE);
+    }
+    // Two nodes joined by one saturated edge.
+    {
+        GraphI g(2, 1);
+        g.add_node(2);
+        g.add_tweights(0, 10, 0);
+        g.add_tweights(1, 0, 10);
+        g.add_edge(0, 1, 4, 0);
+        QCOMPARE(g.maxflow(), 4);
+        QCOMPARE(g.what_segment(0), GraphI::SOURCE);
+        QCOMPARE(g.what_segment(1), GraphI::SINK);
+        QCOMPARE(g.get_trcap(1), -6);
+        QCOMPARE(g.get_rcap(g.get_first_arc()), 0);
+    }
+    // No terminal capacities: no tree, every node takes the default.
+    {
+        GraphI g(3, 2);
+        g.add_node(3);
+        g.add_edge(0, 1, 3, 3);
+        g.add_edge(1, 2, 3, 3);
+        QCOMPARE(g.maxflow(), 0);
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(g.what_segment(i), GraphI::SOURCE);
+            QCOMPARE(g.what_segment(i, GraphI::SINK), GraphI::SINK);
+        }
+        g.test_consistency();
+    }
+    // A reusing call with nothing marked changes nothing.
+    {
+        GraphI g(2, 1);
+        g.add_node(2);
+        g.add_tweights(0, 10, 0);
+        g.add_tweights(1, 0, 10);
+        g.add_edge(0, 1, 4, 0);
+        QCOMPARE(g.maxflow(), 4);
+        Block<int> changed(16);
+        QCOMPARE(g.maxflow(true, &changed), 4);
+        QVERIFY(changed.empty());
+        QCOMPARE(g.what_segment(1), GraphI::SINK);
+    }
+}
+
+void TestGraph::resetRestartsIds()
+{
+    GraphI g(4, 4);
+    g.add_node(30);
+    for (int i = 0; i < 29; ++i)
+        g.add_edge(i, i + 1, 1, 1);
+    g.add_tweights(0, 1, 0);
+    g.maxflow();
+    const int nodeRoom = g.get_node_capacity(), arcRoom = g.get_arc_capacity();
+    g.reset();
+    QCOMPARE(g.get_node_num(), 0);
+    QCOMPARE(g.get_arc_num(), 0);
+    QCOMPARE(g.get_node_capacity(), nodeRoom);
+    QCOMPARE(g.get_arc_capacity(), arcRoom);
+    QCOMPARE(g.add_node(2), 0);
+    g.add_edge(0, 1, 2, 0);
+    g.add_tweights(0, 9, 0);
+    g.add_tweights(1, 0, 9);
+    QCOMPARE(g.maxflow(), 2); // the flow restarted from 0 too
+}
+
+void TestGraph::randomGraphsMatchReference_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("minNodes");
+    QTest::addColumn<int>("maxNodes");
+    QTest::addColumn<double>("density");
+    QTest::addColumn<int>("maxCap");
+    QTest::newRow("tiny, dense") << 1500 << 2 << 8 << 0.6 << 10;
+    QTest::newRow("small, sparse") << 1000 << 10 << 60 << 0.08 << 100;
+    QTest::newRow("small, dense, unit") << 500 << 10 << 40 << 0.5 << 1;
+    QTest::newRow("large capacities") << 300 << 20 << 80 << 0.1 << 1000000;
+    QTest::newRow("hundreds of nodes") << 40 << 150 << 300 << 0.02 << 1000;
+}
+
+void TestGraph::randomGraphsMatchReference()
+{
+    QFETCH(int, count);
+    QFETCH(int, minNodes);
+    QFETCH(int, maxNodes);
+    QFETCH(double, density);
+    QFETCH(int, maxCap);
+    std::mt19937 rng(uint32_t(count * 7919 + maxNodes));
+    std::uniform_int_distribution<int> size(minNodes, maxNodes);
+    for (int k = 0; k < count; ++k) {
+        const Problem p = randomProblem(rng, size(rng), density, maxCap);
+        // Small initial room, so that growth happens while building.
+        GraphI g(p.n / 3, int(p.edges.size()) / 3);
+        p.build(g);
+        const long long flow = g.maxflow();
+        const long long expected = p.reference();
+        QVERIFY2(flow == expected, qPrintable(QString("graph %1: %2 != %3").arg(k).arg(flow).arg(expected)));
+        QCOMPARE(p.cutCapacity(g), expected);
+        g.test_consistency();
+    }
+}
+
+void TestGraph::otherInstantiations()
+{
+    std::mt19937 rng(99);
+    for (int k = 0; k < 200; ++k) {
+        const Problem p = randomProblem(rng, 2 + k % 30, 0.2, 100);
+        const long long expected = p.reference();
+        Graph<short, int, int> gs(p.n, int(p.edges.size()));
+        Graph<float, float, float> gf(p.n, int(p.edges.size()));
+        Graph<double, double, double> gd(p.n, int(p.edges.size()));
+        p.build(gs);
+        p.build(gf);
+        p.build(gd);
+        QCOMPARE((long long)gs.maxflow(), expected);
+        QCOMPARE((long long)std::lround(gf.maxflow()), expected); // small integers are exact in float
+        QCOMPARE((long long)std::lround(gd.maxflow()), expected);
+        QCOMPARE(p.cutCapacity(gd), expected);
+    }
+}
+
+void TestGraph::treeReuseMatchesFreshSolve()
+{
+    std::mt19937 rng(2024);
+    Block<int> changed(64);
+    for (int k = 0; k < 150; ++k) {
+        Problem p = randomProblem(rng, 5 + k % 120, k % 3 == 0 ? 0.3 : 0.05, 50);
+        GraphI g(p.n, int(p.edges.size()));
+        p.build(g);
+        g.maxflow();
+        g.test_consistency();
+        for (int round = 0; round < 6; ++round) {
+            std::vector<GraphI::termtype> before(size_t(p.n));
+            for (int i = 0; i < p.n; ++i)
+                before[size_t(i)] = g.what_segment(i);
+            // Raise a few terminal capacities, marking the nodes touched.
+            std::uniform_int_distribution<int> pick(0, p.n - 1), inc(0, 60);
+            const int touched = 1 + p.n / 20;
+            for (int t = 0; t < touched; ++t) {
+                const int i = pick(rng);
+                const int s = rng() % 2 ? inc(rng) : 0, e = rng() % 2 ? inc(rng) : 0;
+                p.source[size_t(i)] += s;
+                p.sink[size_t(i)] += e;
+                g.add_tweights(i, s, e);
+                g.mark_node(i);
+                g.mark_node(i); // twice is the same as once
+            }
+            changed.reset();
+            const long long flow = g.maxflow(true, &changed);
+            g.test_consistency();
+            QCOMPARE(flow, p.reference());
+            QCOMPARE(p.cutCapacity(g), flow);
+
+            std::set<int> listed;
+            changed.for_each([&](int id) { listed.insert(id); });
+            for (int i = 0; i < p.n; ++i)
+                if (g.what_segment(i) != before[size_t(i)])
+                    QVERIFY2(listed.count(i), qPrintable(QString("graph %1 round %2: node %3 not listed").arg(k).arg(round).arg(i)));
+            for (int id : listed)
+                g.remove_from_changed_list(id);
+        }
+    }
+}
+
+void TestGraph::growthBetweenReusingCalls()
+{
+    // Nodes and edges added after a call, with the arrays moving, then a reusing call.
+    std::mt19937 rng(7);
+    for (int k = 0; k < 60; ++k) {
+        Problem p = randomProblem(rng, 16, 0.15, 30);
+        GraphI g(16, 16); // full from the start: every addition below moves an array
+        p.build(g);
+        g.maxflow();
+        for (int round = 0; round < 4; ++round) {
+            const int added = 1 + int(rng() % 20);
+            const int first = g.add_node(added);
+            QCOMPARE(first, p.n);
+            for (int i = 0; i < added; ++i) {
+                const int s = int(rng() % 40), t = int(rng() % 40);
+                p.source.push_back(s);
+                p.sink.push_back(t);
+                g.add_tweights(first + i, s, t);
+                g.mark_node(first + i);
+            }
+            p.n += added;
+            for (int e = 0; e < 3 * added; ++e) {
+                const int i = int(rng() % uint32_t(p.n)), j = int(rng() % uint32_t(p.n));
+                if (i == j)
+                    continue;
+                const int c = int(rng() % 30), r = int(rng() % 30);
+                p.edges.push_back({i, j, c, r});
+                g.add_edge(i, j, c, r);
+                g.mark_node(i);
+                g.mark_node(j);
+            }
+            const long long flow = g.maxflow(true, nullptr);
+            g.test_consistency();
+            QCOMPARE(flow, p.reference());
+            QCOMPARE(p.cutCapacity(g), flow);
+        }
+    }
+}
+
+void TestGraph::blocksKeepInsertionOrder()
+{
+    Block<int> block(3);
+    for (int i = 0; i < 8; ++i)
+        *block.New(1) = i;
+    int* pair = block.New(2); // does not fit the third block's last slot: starts a fourth
+    pair[0] = 8;
+    pair[1] = 9;
+    QList<int> seen;
+    block.for_each([&](int v) { seen << v; });
+    QCOMPARE(seen, QList<int>({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    block.reset();
+    QVERIFY(block.empty());
+    *block.New(1) = 42;
+    seen.clear();
+    block.for_each([&](int v) { seen << v; });
+    QCOMPARE(seen, QList<int>({42}));
+
+    // Items given back are handed out again, last first.
+    DBlock<double> pool(2);
+    double* a = pool.New();
+    double* b = pool.New();
+    double* c = pool.New(); // a second block
+    QVERIFY(a != b && b != c && a != c);
+    pool.Delete(a);
+    pool.Delete(c);
+    QCOMPARE(pool.New(), c);
+    QCOMPARE(pool.New(), a);
+}
+
+void TestGraph::fatalErrorsExitWithStatusOne_data()
+{
+    QTest::addColumn<int>("which");
+    QTest::addColumn<bool>("withFunction");
+    QTest::addColumn<QByteArray>("message");
+    QTest::newRow("reuse on the first call") << 0 << true << QByteArray("reuse_trees cannot be used in the first call to maxflow()!");
+    QTest::newRow("reuse on the first call, with a list") << 1 << true << QByteArray("reuse_trees cannot be used in the first call to maxflow()!");
+    QTest::newRow("changed list without reuse") << 2 << true << QByteArray("changed_list cannot be used without reuse_trees!");
+    QTest::newRow("no memory") << 3 << true << QByteArray("Not enough memory!");
+    QTest::newRow("no error function: silent") << 2 << false << QByteArray();
+}
+
+void TestGraph::fatalErrorsExitWithStatusOne()
+{
+    QFETCH(int, which);
+    QFETCH(bool, withFunction);
+    QFETCH(QByteArray, message);
+    QByteArray err;
+    const int status = inChild(
+        [&] {
+            void (*fn)(const char*) = withFunction ? reportToStderr : nullptr;
+            Block<int> list(8);
+            if (which == 3) {
+                GraphI huge(INT_MAX, INT_MAX, fn); // far more than any machine gives
+                return;
+            }
+            GraphI g(2, 1, fn);
+            g.add_node(2);
+            g.add_tweights(0, 1, 0);
+            if (which == 0)
+                g.maxflow(true);
+            else if (which == 1)
+                g.maxflow(true, &list);
+            else
+                g.maxflow(false, &list);
+        },
+        &err);
+    QCOMPARE(status, 1);
+    QCOMPARE(err, message);
+}
+
+void TestGraph::failedPreconditionsAbort_data()
+{
+    QTest::addColumn<int>("which");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("add_node(0)") << 0 << QByteArray("num > 0");
+    QTest::newRow("edge from a missing node") << 1 << QByteArray("_i >= 0 && _i < node_num");
+    QTest::newRow("edge to a missing node") << 2 << QByteArray("_j >= 0 && _j < node_num");
+    QTest::newRow("loop") << 3 << QByteArray("_i != _j");
+    QTest::newRow("negative capacity") << 4 << QByteArray("cap >= 0");
+    QTest::newRow("negative reverse capacity") << 5 << QByteArray("rev_cap >= 0");
+    QTest::newRow("weights of a missing node") << 6 << QByteArray("i >= 0 && i < node_num");
+    QTest::newRow("trcap of a missing node") << 7 << QByteArray("i>=0 && i<node_num");
+    QTest::newRow("not in the changed list") << 8 << QByteArray("i>=0 && i<node_num && nodes[i].is_in_changed_list");
+    QTest::newRow("arc beyond the last") << 9 << QByteArray("a >= arcs && a < arc_last");
+}
+
+void TestGraph::failedPreconditionsAbort()
+{
+    QFETCH(int, which);
+    QFETCH(QByteArray, text);
+    QByteArray err;
+    const int status = inChild(
+        [&] {
+            GraphI g(2, 1);
+            g.add_node(2);
+            g.add_edge(0, 1, 1, 1);
+            int i = 0, j = 0;
+            switch (which) {
+            case 0: g.add_node(0); break;
+            case 1: g.add_edge(2, 0, 1, 1); break;
+            case 2: g.add_edge(0, -1, 1, 1); break;
+            case 3: g.add_edge(1, 1, 1, 1); break;
+            case 4: g.add_edge(0, 1, -1, 1); break;
+            case 5: g.add_edge(0, 1, 1, -1); break;
+            case 6: g.add_tweights(5, 1, 1); break;
+            case 7: g.get_trcap(2); break;
+            case 8: g.remove_from_changed_list(0); break;
+            case 9: g.get_arc_ends(g.get_next_arc(g.get_next_arc(g.get_first_arc())), i, j); break;
+            }
+        },
+        &err);
+    QCOMPARE(status, -SIGABRT);
+    QVERIFY2(err.contains("`" + text + "'"), err.constData());
+}
+
+QTEST_MAIN(TestGraph)
+#include "tst_graph.moc"
