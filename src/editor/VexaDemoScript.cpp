@@ -45,6 +45,8 @@ const QVector<DemoGesture>& gestures()
         {"Ellipse Select Tool", "addBtn", DemoGesture::Drag, {{0.40, 0.35}, {0.88, 0.90}}},
         {"Polygonal Lasso Tool", "substractBtn", DemoGesture::Corners, {{0.15, 0.22}, {0.42, 0.22}, {0.28, 0.58}}},
         {"Lasso Tool", "addBtn", DemoGesture::Stroke, circle({0.78, 0.22}, 0.09, 48)},
+        // Grabs the whole selection and shifts it down and to the right.
+        {"Move Selection", "", DemoGesture::Drag, {{0.30, 0.62}, {0.34, 0.68}}},
         {"Magic Select Tool", "addBtn", DemoGesture::Click, {{0.05, 0.95}}},
     };
     return list;
@@ -90,6 +92,7 @@ bool VexaDemoScript::perform(const DemoGesture& gesture)
         for (int i = 1; i <= 10; ++i) {
             const QPoint p = a + (b - a) * i / 10;
             emit canvas->mouseMove(p.x(), p.y());
+            wait(60); // the move tool takes at most one step per 50 ms
         }
         emit canvas->mouseRelease(b.x(), b.y());
         break;
@@ -200,7 +203,9 @@ int VexaDemoScript::run()
         done += perform(g) ? 1 : 0;
     if (done == 0)
         hostSelections();
-    m_window.deactivateTool();
+    // The last shape tool stays active, so the screenshot shows its options.
+    if (IVexaTool* polygon = m_window.tool(QStringLiteral("Polygonal Lasso Tool")))
+        m_window.activateTool(polygon);
     wait(400); // let the canvas draw the outline before the screenshot
     return writeResults() ? 0 : 1;
 }

@@ -1,6 +1,11 @@
 #include "VexaPluginEntry.h"
 
 #include "IVexaTool.h"
+#include "VexaToolEllipseSelect.h"
+#include "VexaToolLasso.h"
+#include "VexaToolLassoPolygon.h"
+#include "VexaToolRectangularMarquee.h"
+#include "VexaToolSelectionMove.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -21,6 +26,12 @@ namespace {
 
 using Factory = IVexaTool* (*)(QObject* parent);
 
+template <class Tool>
+IVexaTool* make(QObject* parent)
+{
+    return new Tool(parent); // a child of `parent`, which owns it
+}
+
 struct ToolEntry {
     const char* name;
     Factory create; // null while the tool is not part of this build
@@ -28,13 +39,13 @@ struct ToolEntry {
 
 // Tool-box order; also the order in which getInstance compares names.
 const ToolEntry tools[] = {
-    {"Rectangular Marquee Tool", nullptr},
-    {"Polygonal Lasso Tool", nullptr},
-    {"Lasso Tool", nullptr},
-    {"Move Selection", nullptr},
+    {"Rectangular Marquee Tool", make<VexaToolRectangularMarquee>},
+    {"Polygonal Lasso Tool", make<VexaToolLassoPolygon>},
+    {"Lasso Tool", make<VexaToolLasso>},
+    {"Move Selection", make<VexaToolSelectionMove>},
     {"Color Range", nullptr},
     {"Magic Select Tool", nullptr},
-    {"Ellipse Select Tool", nullptr},
+    {"Ellipse Select Tool", make<VexaToolEllipseSelect>},
     {"Quick Select Tool", nullptr},
 };
 

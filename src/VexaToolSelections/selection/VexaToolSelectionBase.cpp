@@ -1,0 +1,218 @@
+#include "VexaToolSelectionBase.h"
+
+#include "VexaCanvas.h"
+#include "VexaConfig.h"
+#include "VexaContext.h"
+#include "VexaHistory.h"
+#include "VexaLayerManager.h"
+#include "VexaSelection.h"
+#include "VexaSelectionPath.h"
+#include "VexaToolEnvironment.h"
+#include "VexaToolSelectionWidget.h"
+
+#include <QEvent>
+#include <QPixmap>
+#include <QtMath>
+
+VexaToolSelectionBase::VexaToolSelectionBase(QObject* parent)
+    : IVexaTool(parent)
+    , cursor(Qt::CrossCursor)
+    , optionsWidget(new VexaToolSelectionWidget(this, nullptr))
+    , m_optionsOwned(optionsWidget)
+{
+    toolCategory = QStringLiteral("Selection");
+    toolVersion = QStringLiteral("1.0");
+    registerEvent(QStringLiteral("DOUBLE_CLICK"));
+    optionsWidget->hide();
+}
+
+VexaToolSelectionBase::~VexaToolSelectionBase()
+{
+    delete path;
+    // Gone already if a container of a derived tool held it.
+    delete m_optionsOwned.data();
+}
+
+VexaCanvas* VexaToolSelectionBase::canvas() const { return context ? context->getCanvas() : nullptr; }
+VexaSelection* VexaToolSelectionBase::selection() const { return context ? context->getSelection() : nullptr; }
+bool VexaToolSelectionBase::inputBlocked() const { return context && context->toolInputBlocked; }
+
+QCursor VexaToolSelectionBase::pictureCursor(const QString& fileName)
+{
+    const QPixmap picture(VexaConfig::getInstance()->iconDirectory + fileName);
+    if (picture.isNull())
+        return QCursor(Qt::CrossCursor);
+    return QCursor(picture, picture.width() / 2, picture.height() / 2);
+}
+
+bool VexaToolSelectionBase::event(QEvent* e)
+{
+    if (!context)
+        return true;
+    if (e->type() == QEvent::KeyPress || e->type() == QEvent::KeyRelease)
+        updateMode();
+    else
+        IVexaTool::event(e);
+    return true;
+}
+
+void VexaToolSelectionBase::active(VexaContext* ctx)
+{
+    path = nullptr;
+    if (activated)
+        return;
+    activated = true;
+    context = ctx;
+    if (ctx->getLayerManager()->getLayerCount() == 0) {
+        activated = false;
+        return;
+    }
+    if (VexaHistoryMemo* memo = ctx->getLastMemo()) {
+        ctx->getHistory()->pushNewMemo(memo);
+        ctx->setLastMemo(nullptr);
+    }
+    VexaCanvas* c = ctx->getCanvas();
+    c->setMouseTracking(true);
+    connect(c, SIGNAL(mouseRelease(int,int)), this, SLOT(onMouseReleased(int,int)));
+    connect(c, SIGNAL(mousePress(int,int)), this, SLOT(onMousePressed(int,int)));
+    connect(c, SIGNAL(drawFeedback()), this, SLOT(onDrawFeedback()));
+    connect(c, SIGNAL(mouseMove(int,int)), this, SLOT(onMouseMoved(int,int)));
+    connect(c, SIGNAL(mouseEnter()), this, SLOT(onMouseEntered()));
+    connect(c, SIGNAL(mouseDoubleClick(int,int)), this, SLOT(onMouseDoubleClicked(int,int)));
+    connect(c, SIGNAL(timeOut()), this, SLOT(onTimeout()));
+    optionsWidget->updateButtons();
+    optionsWidget->show();
+}
+
+void VexaToolSelectionBase::disActive()
+{
+    if (!activated)
+        return;
+    activated = false;
+    movingSelection = false;
+    VexaCanvas* c = canvas();
+    disconnect(c, SIGNAL(mouseRelease(int,int)), this, SLOT(onMouseReleased(int,int)));
+    disconnect(c, SIGNAL(mousePress(int,int)), this, SLOT(onMousePressed(int,int)));
+    disconnect(c, SIGNAL(drawFeedback()), this, SLOT(onDrawFeedback()));
+    disconnect(c, SIGNAL(mouseMove(int,int)), this, SLOT(onMouseMoved(int,int)));
+    disconnect(c, SIGNAL(mouseEnter()), this, SLOT(onMouseEntered()));
+    disconnect(c, SIGNAL(mouseDoubleClick(int,int)), this, SLOT(onMouseDoubleClicked(int,int)));
+    disconnect(c, SIGNAL(timeOut()), this, SLOT(onTimeout()));
+    c->unsetCursor();
+    // Whatever shape was under way is dropped; a path still here is the tool's, never the
+    // selection's (tools let go of a path as soon as they hand it over).
+    delete path;
+    path = nullptr;
+    optionsWidget->hide();
+    pressed = false;
+    context->setCurrentTool(nullptr);
+}
+
+void VexaToolSelectionBase::init() {}
+void VexaToolSelectionBase::release() {}
+QWidget* VexaToolSelectionBase::getWidget() { return optionsWidget; }
+
+void VexaToolSelectionBase::setClickedMode(int mode)
+{
+    clickedMode = mode;
+    if (context)
+        context->getSelection()->combineMode = mode;
+}
+
+void VexaToolSelectionBase::setMode(int mode)
+{
+    if (context)
+        context->getSelection()->combineMode = mode;
+}
+
+int VexaToolSelectionBase::getMode() const { return context ? context->getSelection()->combineMode : 0; }
+
+void VexaToolSelectionBase::updateMode()
+{
+    if (!context)
+        return;
+    const Qt::KeyboardModifiers mods = VexaToolEnvironment::keyboardModifiers();
+    const bool control = mods & Qt::ControlModifier;
+    const bool alt = mods & Qt::AltModifier;
+    int mode = clickedMode;
+    if (control && alt)
+        mode = 3;
+    else if (control)
+        mode = 1;
+    else if (alt)
+        mode = 2;
+    context->getSelection()->combineMode = mode;
+    optionsWidget->updateButtons();
+}
+
+void VexaToolSelectionBase::onTimeout() { updateMode(); }
+
+bool VexaToolSelectionBase::isInSelection(int x, int y)
+{
+    VexaSelection* sel = selection();
+    if (!sel || !sel->hasSelection() || sel->combineMode != 0)
+        return false;
+    const QPointF p = canvas()->uiToCanvasCoord(x, y, false);
+    const int px = qRound(p.x()), py = qRound(p.y());
+    if (px < 0 || py < 0 || px >= canvas()->getCanvasWidth() || py >= canvas()->getCanvasHeight())
+        return false;
+    return sel->getMask()[px + py * sel->maskStride()] >= 128;
+}
+
+bool VexaToolSelectionBase::checkSelectionMoveable(int x, int y)
+{
+    if (isInSelection(x, y)) {
+        selectionMoveable = true;
+        canvas()->setCursor(Qt::OpenHandCursor);
+        return true;
+    }
+    selectionMoveable = false;
+    if (canvas())
+        canvas()->setCursor(cursor);
+    return false;
+}
+
+void VexaToolSelectionBase::startMoveSelection(int x, int y)
+{
+    movingSelection = true;
+    moveStart[0] = x;
+    moveStart[1] = y;
+    canvas()->setCursor(Qt::ClosedHandCursor);
+    const QPointF t = selection()->getTranslation();
+    moveStartTranslation[0] = t.x();
+    moveStartTranslation[1] = t.y();
+}
+
+void VexaToolSelectionBase::moveSelection(int x, int y)
+{
+    if (!movingSelection)
+        return;
+    const double s = canvas()->getScale();
+    // Measured from the drag's start, so no fraction of a pixel is lost along the way.
+    const double tx = std::trunc(moveStartTranslation[0] + (x - moveStart[0]) * s);
+    const double ty = std::trunc(moveStartTranslation[1] + (y - moveStart[1]) * s);
+    selection()->setTranslation(QPointF(tx, ty));
+    canvas()->update();
+}
+
+void VexaToolSelectionBase::endMoveSelection(int, int)
+{
+    movingSelection = false;
+    canvas()->setCursor(Qt::OpenHandCursor);
+    selection()->applyTranslation();
+}
+
+void VexaToolSelectionBase::clearPath() {}
+
+void VexaToolSelectionBase::applyPath(VexaSelectionPath* shape)
+{
+    selection()->addPath(shape, featherRadius);
+    selection()->render(canvas());
+}
+
+void VexaToolSelectionBase::onMouseReleased(int, int) {}
+void VexaToolSelectionBase::onMouseMoved(int, int) {}
+void VexaToolSelectionBase::onMousePressed(int, int) {}
+void VexaToolSelectionBase::onDrawFeedback() {}
+void VexaToolSelectionBase::onMouseEntered() {}
+void VexaToolSelectionBase::onMouseDoubleClicked(int, int) {}

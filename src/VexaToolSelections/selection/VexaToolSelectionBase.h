@@ -1,0 +1,80 @@
+#pragma once
+
+#include "IVexaTool.h"
+
+#include <QCursor>
+#include <QPointer>
+
+class VexaCanvas;
+class VexaSelection;
+class VexaSelectionPath;
+class VexaToolSelectionWidget;
+
+// Base of the tools that select by pointing on the canvas: the combine mode chosen on the
+// options panel and overridden by Control and Alt, the feather radius, the canvas wiring, the
+// cursor, and dragging the existing selection by grabbing it from inside (in New mode).
+class VexaToolSelectionBase : public IVexaTool
+{
+    Q_OBJECT
+public:
+    explicit VexaToolSelectionBase(QObject* parent = nullptr);
+    ~VexaToolSelectionBase() override;
+
+    bool event(QEvent* e) override;
+    void active(VexaContext* context) override;
+    void disActive() override;
+    void init() override;
+    void release() override;
+    QWidget* getWidget() override;
+
+    void setClickedMode(int mode);
+    void setMode(int mode);
+    int getMode() const;
+    int getClickedMode() const { return clickedMode; }
+    // Re-evaluates the mode in effect from the held modifiers and refreshes the panel.
+    void updateMode();
+    void setFeatherRadius(float radius) { featherRadius = radius; }
+    float getFeatherRadius() const { return featherRadius; }
+    VexaToolSelectionWidget* getOptionsWidget() const { return optionsWidget; }
+
+    virtual void moveSelection(int x, int y);
+    virtual void startMoveSelection(int x, int y);
+    virtual void endMoveSelection(int x, int y);
+    virtual bool isInSelection(int x, int y);
+    virtual bool checkSelectionMoveable(int x, int y);
+    virtual void clearPath();
+
+protected slots:
+    virtual void onMouseReleased(int x, int y);
+    virtual void onMouseMoved(int x, int y);
+    virtual void onMousePressed(int x, int y);
+    virtual void onDrawFeedback();
+    virtual void onMouseEntered();
+    virtual void onMouseDoubleClicked(int x, int y);
+    virtual void onTimeout();
+
+protected:
+    VexaCanvas* canvas() const;
+    VexaSelection* selection() const;
+    bool inputBlocked() const;
+    // A cursor made from a picture of the host's icon directory, hot spot at its centre.
+    static QCursor pictureCursor(const QString& fileName);
+    // Hands a finished shape to the selection, which then owns it, and shows the result.
+    void applyPath(VexaSelectionPath* shape);
+
+    bool drawing = false;
+    QCursor cursor;
+    VexaSelectionPath* path = nullptr;
+    VexaToolSelectionWidget* optionsWidget;
+    bool pressed = false;
+    float featherRadius = 0.0f;
+    bool movingSelection = false;
+    bool selectionMoveable = false;
+    double moveStart[2] = {0, 0};
+    double moveStartTranslation[2] = {0, 0};
+    int clickedMode = 0;
+
+private:
+    // The panel has no Qt parent until a host or a container adopts it.
+    QPointer<QWidget> m_optionsOwned;
+};

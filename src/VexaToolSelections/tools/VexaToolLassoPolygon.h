@@ -1,0 +1,55 @@
+#pragma once
+
+#include "VexaToolEnvironment.h"
+#include "VexaToolSelectionBase.h"
+
+#include <QPointer>
+#include <QUndoStack>
+
+class VexaToolLassoPolygonWidget;
+
+// Selects a polygon whose corners are placed one click at a time; a double click, or a click
+// within 5 screen pixels of the first corner, closes it. Corner edits are undoable steps of
+// the tool's own stack until the polygon is handed to the selection.
+class VexaToolLassoPolygon : public VexaToolSelectionBase
+{
+    Q_OBJECT
+public:
+    explicit VexaToolLassoPolygon(QObject* parent = nullptr);
+    ~VexaToolLassoPolygon() override;
+
+    void active(VexaContext* context) override;
+    void disActive() override;
+    QWidget* getWidget() override;
+    void toolUndo() override;
+    void toolRedo() override;
+    void processEvent(const QString& name) override;
+    void clearPath() override;
+
+    QUndoStack* getUndoStack() { return &undoStack; }
+    // A new copy of the polygon (empty without one); the caller owns it.
+    VexaSelectionPath* getPath() const;
+    // Replaces the polygon by a copy of `source`.
+    void setPath(VexaSelectionPath* source);
+    void deletePoint();
+    void finishSelection();
+    VexaToolLassoPolygonWidget* getPointsWidget() const { return pointsWidget; }
+    // The corners placed so far (null without a polygon).
+    const VexaSelectionPath* currentPath() const { return path; }
+
+protected slots:
+    void onMouseReleased(int x, int y) override;
+    void onMouseMoved(int x, int y) override;
+    void onMousePressed(int x, int y) override;
+    void onDrawFeedback() override;
+    void onMouseEntered() override;
+    void onMouseDoubleClicked(int x, int y) override;
+
+private:
+    double startX = -1, startY = -1;
+    VexaStopwatch finishTime;
+    QWidget* container;
+    VexaToolLassoPolygonWidget* pointsWidget;
+    QUndoStack undoStack;
+    QPointer<QWidget> m_containerOwned;
+};

@@ -1,0 +1,68 @@
+#include "VexaToolRectangularMarqueeWidget.h"
+
+#include "VexaCanvas.h"
+#include "VexaContext.h"
+#include "VexaContextManager.h"
+#include "VexaToolRectangularMarquee.h"
+#include "ui_VexaToolRectangularMarqueeWidget.h"
+
+#include <QIntValidator>
+
+namespace {
+VexaCanvas* currentCanvas()
+{
+    VexaContext* context = VexaContextManager::getInstance()->getCurrentContext();
+    return context ? context->getCanvas() : nullptr;
+}
+} // namespace
+
+VexaToolRectangularMarqueeWidget::VexaToolRectangularMarqueeWidget(QWidget* parent)
+    : QWidget(parent)
+    , ui(std::make_unique<Ui::VexaToolRectangularMarqueeWidgetClass>())
+{
+    ui->setupUi(this);
+}
+
+VexaToolRectangularMarqueeWidget::~VexaToolRectangularMarqueeWidget() = default;
+
+void VexaToolRectangularMarqueeWidget::setRectangularMarqueeTool(VexaToolRectangularMarquee* t)
+{
+    tool = t;
+    connect(ui->startXEdit, SIGNAL(textChanged(QString)), tool, SLOT(on_startXEdit_textChanged(QString)));
+    connect(ui->startYEdit, SIGNAL(textChanged(QString)), tool, SLOT(on_startYEdit_textChanged(QString)));
+    connect(ui->widthEdit, SIGNAL(textChanged(QString)), tool, SLOT(on_widthEdit_textChanged(QString)));
+    connect(ui->heightEdit, SIGNAL(textChanged(QString)), tool, SLOT(on_heightEdit_textChanged(QString)));
+    for (QLineEdit* field : {ui->startXEdit, ui->startYEdit, ui->widthEdit, ui->heightEdit})
+        connect(field, SIGNAL(editingFinished()), tool, SLOT(on_okBtn_clicked()));
+    connect(ui->okBtn, SIGNAL(clicked()), tool, SLOT(on_okBtn_clicked()));
+}
+
+void VexaToolRectangularMarqueeWidget::initRegionValidators()
+{
+    VexaCanvas* canvas = currentCanvas();
+    if (!canvas)
+        return;
+    const int w = canvas->getCanvasWidth(), h = canvas->getCanvasHeight();
+    ui->startXEdit->setValidator(new QIntValidator(0, w, ui->startXEdit));
+    ui->widthEdit->setValidator(new QIntValidator(0, w, ui->widthEdit));
+    ui->startYEdit->setValidator(new QIntValidator(0, h, ui->startYEdit));
+    ui->heightEdit->setValidator(new QIntValidator(0, h, ui->heightEdit));
+}
+
+void VexaToolRectangularMarqueeWidget::setRegion(int x0, int y0, int x1, int y1)
+{
+    VexaCanvas* canvas = currentCanvas();
+    if (!canvas)
+        return;
+    const int W = canvas->getCanvasWidth(), H = canvas->getCanvasHeight();
+    // Each setText below may run one of the tool's text slots, which writes the shown value
+    // back into the rectangle and calls this again; it settles once no text changes.
+    const int sx = qBound(0, x0, W - 1);
+    const int sy = qBound(0, y0, H - 1);
+    ui->startXEdit->setText(QString::number(sx));
+    ui->startYEdit->setText(QString::number(sy));
+    const int w = qBound(0, x1, W - 1) - sx;
+    ui->widthEdit->setText(QString::number(w < 1 ? 1 : w + 1));
+    const int h = qBound(0, y1, H - 1) - sy;
+    ui->heightEdit->setText(QString::number(h < 1 ? 1 : h + 1));
+}
