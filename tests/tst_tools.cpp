@@ -1,0 +1,665 @@
+// The pointing selection tools driven through the canvas signals at widget coordinates, checked
+// on the host's real selection mask, their panels and their undo stack.
+#include "VexaToolFixture.h"
+
+#include "VexaPluginEntry.h"
+#include "VexaToolEllipseSelect.h"
+#include "VexaToolLasso.h"
+#include "VexaToolLassoPolygon.h"
+#include "VexaToolRectangularMarquee.h"
+#include "VexaToolSelectionMove.h"
+#include "VexaToolSelectionWidget.h"
+
+#include "VexaHistory.h"
+#include "VexaSelectionPath.h"
+
+#include <QKeyEvent>
+#include <QValidator>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTranslator>
+#include <QUndoStack>
+#include <QtTest>
+
+namespace {
+
+QString checkedMode(QWidget* panel)
+{
+    for (const char* name : {"newBtn", "addBtn", "substractBtn", "intersectBtn"})
+        if (panel->findChild<QPushButton*>(QLatin1String(name))->isChecked())
+            return QLatin1String(name);
+    return QString();
+}
+
+QString field(QWidget* panel, const char* name) { return panel->findChild<QLineEdit*>(QLatin1String(name))->text(); }
+
+void clickMode(IVexaTool* tool, const QString& button) { tool->getWidget()->findChild<QPushButton*>(button)->click(); }
+
+void sendKey(IVexaTool* tool, QEvent::Type type, int key, Qt::KeyboardModifiers mods = Qt::NoModifier)
+{
+    QKeyEvent e(type, key, mods);
+    tool->event(&e);
+}
+
+} // namespace
+
+class TestTools : public QObject
+{
+    Q_OBJECT
+private slots:
+    void identities_data();
+    void identities();
+    void modeFollowsModifiers_data();
+    void modeFollowsModifiers();
+    void featherIsClamped_data();
+    void featherIsClamped();
+    void modeOutsideRangeLeavesButtons();
+    void noLayersNoActivation_data();
+    void noLayersNoActivation();
+    void selectionDrag_data();
+    void selectionDrag();
+    void canvasEdgeIsOutside_data();
+    void canvasEdgeIsOutside();
+    void rectangleDrags_data();
+    void rectangleDrags();
+    void rectangleClickAndPanel();
+    void rectangleTypedRegion();
+    void blockedInput_data();
+    void blockedInput();
+    void ellipse_data();
+    void ellipse();
+    void lasso_data();
+    void lasso();
+    void polygonFourCornersByDoubleClick();
+    void polygonClosesNearFirstCorner_data();
+    void polygonClosesNearFirstCorner();
+    void polygonCornerUndoRedo();
+    void polygonNamedEvents();
+    void moveByKeys_data();
+    void moveByKeys();
+    void moveByDragLosesSubPixelSteps_data();
+    void moveByDragLosesSubPixelSteps();
+    void moveNeedsSelection();
+    void panelsTranslated();
+};
+
+void TestTools::identities_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<QString>("category");
+    QTest::addColumn<QString>("description");
+    QTest::newRow("rect") << "Rectangular Marquee Tool" << "95EDCB73-6A06-4479-BC81-893395270521" << "Selection" << "This tool is to make selection";
+    QTest::newRow("polygon") << "Polygonal Lasso Tool" << "95EDCB73-6A06-4479-BC81-893395270523" << "Selection"
+                             << "Alt+Z to delete/recover latest point, double click to close the path";
+    QTest::newRow("lasso") << "Lasso Tool" << "95EDCB73-6A06-4479-BC81-893395270522" << "Selection" << "This tool is to make selection";
+    QTest::newRow("move") << "Move Selection" << "95EDCB73-6A06-4479-BC81-893395270525" << "" << "This tool is to move selection";
+    QTest::newRow("ellipse") << "Ellipse Select Tool" << "95EDCB73-6A06-4479-BC81-893395270535" << "Selection" << "This tool is to make selection";
+}
+
+void TestTools::identities()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, id);
+    QFETCH(QString, category);
+    QFETCH(QString, description);
+    QObject parent;
+    IVexaTool* tool = getInstance(&parent, name);
+    QVERIFY(tool);
+    QCOMPARE(tool->parent(), &parent);
+    QCOMPARE(tool->toolName, name);
+    QCOMPARE(tool->toolId, id);
+    QCOMPARE(tool->toolCategory, category);
+    QCOMPARE(tool->toolDescription, description);
+    QCOMPARE(tool->toolVersion, QStringLiteral("1.0"));
+    QCOMPARE(tool->eventRegistered(QStringLiteral("DOUBLE_CLICK")), !category.isEmpty());
+}
+
+void TestTools::modeFollowsModifiers_data()
+{
+    QTest::addColumn<QString>("clicked");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<bool>("byKey");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("checked");
+    QTest::newRow("clicked add") << "addBtn" << int(Qt::NoModifier) << false << 1 << "addBtn";
+    QTest::newRow("control adds") << "newBtn" << int(Qt::ControlModifier) << false << 1 << "addBtn";
+    QTest::newRow("alt subtracts") << "newBtn" << int(Qt::AltModifier) << false << 2 << "substractBtn";
+    QTest::newRow("both intersect") << "addBtn" << int(Qt::ControlModifier | Qt::AltModifier) << false << 3 << "intersectBtn";
+    QTest::newRow("shift ignored") << "substractBtn" << int(Qt::ShiftModifier) << false << 2 << "substractBtn";
+    QTest::newRow("control with shift") << "intersectBtn" << int(Qt::ControlModifier | Qt::ShiftModifier) << false << 1 << "addBtn";
+    QTest::newRow("alt by key event") << "intersectBtn" << int(Qt::AltModifier) << true << 2 << "substractBtn";
+}
+
+void TestTools::modeFollowsModifiers()
+{
+    QFETCH(QString, clicked);
+    QFETCH(int, modifiers);
+    QFETCH(bool, byKey);
+    QFETCH(int, mode);
+    QFETCH(QString, checked);
+    VexaToolFixture f(QSize(20, 20), 1.0f);
+    VexaToolEllipseSelect tool;
+    tool.active(f.doc.get());
+    clickMode(&tool, clicked);
+    const int clickedMode = tool.getClickedMode();
+    f.modifiers = Qt::KeyboardModifiers(modifiers);
+    if (byKey)
+        sendKey(&tool, QEvent::KeyPress, Qt::Key_Alt);
+    else
+        f.tick();
+    QCOMPARE(f.selection()->combineMode, mode);
+    QCOMPARE(checkedMode(tool.getWidget()), checked);
+    QCOMPARE(tool.getClickedMode(), clickedMode); // the check mark moved, the clicked mode did not
+    // Letting go brings the clicked mode back at the next key event or tick.
+    f.modifiers = Qt::NoModifier;
+    if (byKey)
+        sendKey(&tool, QEvent::KeyRelease, Qt::Key_Alt);
+    else
+        f.tick();
+    QCOMPARE(f.selection()->combineMode, clickedMode);
+    QCOMPARE(checkedMode(tool.getWidget()), clicked);
+}
+
+void TestTools::featherIsClamped_data()
+{
+    QTest::addColumn<double>("typed");
+    QTest::addColumn<float>("radius");
+    QTest::newRow("in range") << 12.5 << 12.5f;
+    QTest::newRow("99.9") << 99.9 << 99.0f;
+    QTest::newRow("99.5") << 99.5 << 99.0f;
+    QTest::newRow("negative") << -3.0 << 0.0f;
+}
+
+void TestTools::featherIsClamped()
+{
+    QFETCH(double, typed);
+    QFETCH(float, radius);
+    VexaToolLasso tool;
+    QVERIFY(QMetaObject::invokeMethod(tool.getWidget(), "on_featherSpin_valueChanged", Q_ARG(double, typed)));
+    QCOMPARE(tool.getFeatherRadius(), radius);
+}
+
+void TestTools::modeOutsideRangeLeavesButtons()
+{
+    VexaToolFixture f(QSize(10, 10), 1.0f);
+    VexaToolLasso tool;
+    tool.active(f.doc.get());
+    clickMode(&tool, QStringLiteral("substractBtn"));
+    tool.setMode(7);
+    tool.getOptionsWidget()->updateButtons();
+    QCOMPARE(checkedMode(tool.getWidget()), QStringLiteral("substractBtn"));
+    QCOMPARE(tool.getClickedMode(), 2);
+}
+
+void TestTools::noLayersNoActivation_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* n : {"Rectangular Marquee Tool", "Polygonal Lasso Tool", "Lasso Tool", "Move Selection", "Ellipse Select Tool"})
+        QTest::newRow(n) << QString::fromLatin1(n);
+}
+
+void TestTools::noLayersNoActivation()
+{
+    QFETCH(QString, name);
+    VexaContext empty(QSize(30, 30)); // a document without layers
+    VexaCanvas canvas;
+    canvas.setContext(&empty);
+    canvas.setView(1.0f, QPointF());
+    empty.getSelection()->selectAll();
+    VexaToolEnvironment::setClock([] { return qint64(1) << 40; });
+    QObject parent;
+    IVexaTool* tool = getInstance(&parent, name);
+    tool->active(&empty);
+    QVERIFY(!tool->isActive());
+    empty.getSelection()->clear();
+    for (int i = 0; i < 3; ++i) {
+        emit canvas.mousePress(5 + 10 * i, 5);
+        emit canvas.mouseMove(20, 25);
+        emit canvas.mouseRelease(20, 25);
+    }
+    QVERIFY(!empty.getSelection()->hasSelection()); // nothing was connected
+    VexaToolEnvironment::setClock({});
+}
+
+void TestTools::selectionDrag_data()
+{
+    QTest::addColumn<float>("scale");
+    QTest::addColumn<int>("by");
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QRect>("expected");
+    // The selection is the square (4, 4) to (9, 9); the drag starts over canvas pixel (6, 6).
+    QTest::newRow("scale 0.5: 7 px is 3 (3.5 truncated)") << 0.5f << 7 << "newBtn" << QRect(7, 7, 6, 6);
+    QTest::newRow("scale 1") << 1.0f << 5 << "newBtn" << QRect(9, 9, 6, 6);
+    QTest::newRow("scale 2") << 2.0f << 3 << "newBtn" << QRect(10, 10, 6, 6);
+    QTest::newRow("add mode draws instead") << 1.0f << 5 << "addBtn" << QRect(4, 4, 7, 7);
+}
+
+void TestTools::selectionDrag()
+{
+    QFETCH(float, scale);
+    QFETCH(int, by);
+    QFETCH(QString, mode);
+    QFETCH(QRect, expected);
+    VexaToolFixture f(QSize(40, 40), scale);
+    VexaToolRectangularMarquee tool;
+    tool.active(f.doc.get());
+    clickMode(&tool, mode);
+    f.selectRect(QRect(4, 4, 6, 6));
+    const QPoint start = f.canvas->canvasToUi(QPointF(6, 6)).toPoint();
+    f.drag(start, start + QPoint(by, by));
+    QCOMPARE(f.bounds(), expected);
+    QCOMPARE(f.selection()->getTranslation(), QPointF());
+}
+
+void TestTools::canvasEdgeIsOutside_data()
+{
+    QTest::addColumn<float>("scale");
+    QTest::addColumn<int>("x");
+    QTest::addColumn<bool>("inside");
+    QTest::newRow("last column") << 1.0f << 9 << true;
+    QTest::newRow("right edge") << 1.0f << 10 << false;
+    QTest::newRow("half scale, 9") << 0.5f << 18 << true;
+    QTest::newRow("half scale, 9.5 rounds to the edge") << 0.5f << 19 << false;
+}
+
+void TestTools::canvasEdgeIsOutside()
+{
+    QFETCH(float, scale);
+    QFETCH(int, x);
+    QFETCH(bool, inside);
+    VexaToolFixture f(QSize(10, 10), scale);
+    VexaToolEllipseSelect tool;
+    tool.active(f.doc.get());
+    f.selection()->selectAll();
+    f.move(x, 2);
+    QCOMPARE(tool.isInSelection(x, 2), inside);
+    QCOMPARE(f.canvas->cursor().shape(), inside ? Qt::OpenHandCursor : Qt::CrossCursor);
+}
+
+void TestTools::rectangleDrags_data()
+{
+    QTest::addColumn<float>("scale");
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<QPoint>("to");
+    QTest::addColumn<bool>("shift");
+    QTest::addColumn<QRect>("expected");
+    QTest::newRow("scale 1") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << false << QRect(10, 10, 20, 6);
+    QTest::newRow("shift: square") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << true << QRect(10, 10, 20, 20);
+    QTest::newRow("shift: square up and left") << 1.0f << QPoint(30, 30) << QPoint(10, 24) << true << QRect(10, 10, 20, 20);
+    QTest::newRow("scale 2") << 2.0f << QPoint(5, 5) << QPoint(15, 8) << false << QRect(10, 10, 20, 6);
+    QTest::newRow("scale 0.5: panel truncates") << 0.5f << QPoint(21, 21) << QPoint(61, 33) << false << QRect(10, 10, 20, 6);
+    // Past the right edge the width field caps and sets the end to the last column.
+    QTest::newRow("width capped") << 1.0f << QPoint(10, 10) << QPoint(45, 20) << false << QRect(10, 10, 29, 10);
+}
+
+void TestTools::rectangleDrags()
+{
+    QFETCH(float, scale);
+    QFETCH(QPoint, from);
+    QFETCH(QPoint, to);
+    QFETCH(bool, shift);
+    QFETCH(QRect, expected);
+    VexaToolFixture f(QSize(40, 40), scale);
+    VexaToolRectangularMarquee tool;
+    tool.active(f.doc.get());
+    f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+    f.drag(from, to);
+    QCOMPARE(f.bounds(), expected);
+    QCOMPARE(f.at(expected.left(), expected.top()), 255);
+    QCOMPARE(f.at(expected.right(), expected.bottom()), 255);
+}
+
+void TestTools::rectangleClickAndPanel()
+{
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    VexaToolRectangularMarquee tool;
+    tool.active(f.doc.get());
+    QWidget* panel = tool.getWidget();
+    f.selectRect(QRect(30, 30, 5, 5));
+    f.click(12, 7); // outside the old selection: a new shape, empty
+    QVERIFY(!f.selection()->hasSelection());
+    QCOMPARE(field(panel, "startXEdit"), QStringLiteral("0"));
+    QCOMPARE(field(panel, "startYEdit"), QStringLiteral("0"));
+    QCOMPARE(field(panel, "widthEdit"), QStringLiteral("13"));
+    QCOMPARE(field(panel, "heightEdit"), QStringLiteral("8"));
+
+    // During a drag the fields follow, counting pixels inclusively.
+    f.move(10, 10);
+    f.press(10, 10);
+    f.move(19, 14);
+    QCOMPARE(field(panel, "startXEdit"), QStringLiteral("10"));
+    QCOMPARE(field(panel, "widthEdit"), QStringLiteral("10"));
+    QCOMPARE(field(panel, "heightEdit"), QStringLiteral("5"));
+    f.release(19, 14);
+    QCOMPARE(f.bounds(), QRect(10, 10, 9, 4));
+}
+
+void TestTools::rectangleTypedRegion()
+{
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    VexaToolRectangularMarquee tool;
+    tool.active(f.doc.get());
+    QWidget* panel = tool.getWidget();
+    auto edit = [&](const char* name) { return panel->findChild<QLineEdit*>(QLatin1String(name)); };
+    edit("startXEdit")->setText(QStringLiteral("5"));
+    edit("startYEdit")->setText(QStringLiteral("6"));
+    edit("widthEdit")->setText(QStringLiteral("8"));
+    edit("heightEdit")->setText(QStringLiteral("3"));
+    panel->findChild<QPushButton*>(QStringLiteral("okBtn"))->click();
+    QCOMPARE(f.bounds(), QRect(5, 6, 7, 2));
+    const int steps = f.doc->getHistory()->count();
+    // W = 1 puts the end on the start: OK selects nothing and changes nothing.
+    edit("widthEdit")->setText(QStringLiteral("1"));
+    panel->findChild<QPushButton*>(QStringLiteral("okBtn"))->click();
+    QCOMPARE(f.doc->getHistory()->count(), steps);
+    QCOMPARE(f.bounds(), QRect(5, 6, 7, 2));
+    // Validators keep the fields within the canvas.
+    int pos = 0;
+    QString text = QStringLiteral("41");
+    QCOMPARE(edit("widthEdit")->validator()->validate(text, pos), QValidator::Intermediate);
+}
+
+void TestTools::blockedInput_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("honoursBlock");
+    QTest::newRow("rectangle") << "Rectangular Marquee Tool" << true;
+    QTest::newRow("lasso") << "Lasso Tool" << true;
+    QTest::newRow("polygon") << "Polygonal Lasso Tool" << true;
+    QTest::newRow("ellipse ignores the flag") << "Ellipse Select Tool" << false;
+}
+
+void TestTools::blockedInput()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, honoursBlock);
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    QObject parent;
+    IVexaTool* tool = getInstance(&parent, name);
+    tool->active(f.doc.get());
+    f.selectRect(QRect(30, 30, 5, 5));
+    f.doc->toolInputBlocked = true;
+    f.drag(QPoint(5, 5), QPoint(20, 20));
+    f.click(20, 5); // polygon corners come from releases
+    f.doubleClick(20, 5);
+    QCOMPARE(f.bounds() == QRect(30, 30, 5, 5), honoursBlock);
+    // Moves are never blocked: the cursor still follows the selection.
+    f.selectRect(QRect(30, 30, 5, 5));
+    f.move(32, 32);
+    QCOMPARE(f.canvas->cursor().shape(), Qt::OpenHandCursor);
+}
+
+void TestTools::ellipse_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<QPoint>("to");
+    QTest::addColumn<bool>("shift");
+    QTest::addColumn<QRect>("expected");
+    QTest::newRow("box") << QPoint(4, 6) << QPoint(24, 16) << false << QRect(4, 6, 20, 10);
+    QTest::newRow("shift: circle up-left's mirror") << QPoint(20, 20) << QPoint(12, 23) << true << QRect(12, 20, 8, 8);
+    QTest::newRow("click: nothing") << QPoint(9, 9) << QPoint(9, 9) << false << QRect();
+}
+
+void TestTools::ellipse()
+{
+    QFETCH(QPoint, from);
+    QFETCH(QPoint, to);
+    QFETCH(bool, shift);
+    QFETCH(QRect, expected);
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    VexaToolEllipseSelect tool;
+    tool.active(f.doc.get());
+    f.selectRect(QRect(35, 35, 3, 3)); // New mode: replaced, or cleared by a click
+    f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+    f.drag(from, to);
+    QCOMPARE(f.bounds(), expected);
+    if (!expected.isEmpty())
+        QCOMPARE(f.at(expected.center().x(), expected.center().y()), 255);
+}
+
+void TestTools::lasso_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<int>("points");
+    QTest::addColumn<QRect>("expected");
+    QTest::newRow("square stroke") << "newBtn" << 40 << QRect(5, 5, 20, 20);
+    QTest::newRow("add keeps the old selection") << "addBtn" << 40 << QRect(5, 5, 33, 33);
+    QTest::newRow("two points: nothing, old cleared") << "newBtn" << 2 << QRect();
+    QTest::newRow("two points in add mode: old kept") << "addBtn" << 2 << QRect(35, 35, 3, 3);
+}
+
+void TestTools::lasso()
+{
+    QFETCH(QString, mode);
+    QFETCH(int, points);
+    QFETCH(QRect, expected);
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    VexaToolLasso tool;
+    tool.active(f.doc.get());
+    clickMode(&tool, mode);
+    f.selectRect(QRect(35, 35, 3, 3));
+    // A release that never had a press changes nothing.
+    f.release(20, 20);
+    QCOMPARE(f.bounds(), QRect(35, 35, 3, 3));
+    const QVector<QPoint> square = {{5, 5}, {25, 5}, {25, 25}, {5, 25}};
+    f.move(5, 5);
+    f.press(5, 5);
+    for (int i = 1; i < points; ++i) {
+        const int side = (i * 4 / points) % 4;
+        const QPoint a = square[side], b = square[(side + 1) % 4];
+        const double t = double(i * 4 % points) / points;
+        f.move(int(a.x() + (b.x() - a.x()) * t), int(a.y() + (b.y() - a.y()) * t));
+    }
+    f.release(5, 25);
+    QCOMPARE(f.bounds(), expected);
+}
+
+void TestTools::polygonFourCornersByDoubleClick()
+{
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    VexaToolLassoPolygon tool;
+    tool.active(f.doc.get());
+    f.now += 1000; // past the first half second of the tool's life
+    for (QPoint p : {QPoint(10, 10), QPoint(30, 10), QPoint(30, 30)}) {
+        f.click(p.x(), p.y());
+        f.now += 300;
+    }
+    // A double click at a fourth spot: press, release (a corner), double click (closes), release.
+    f.press(10, 30);
+    f.release(10, 30);
+    f.doubleClick(10, 30);
+    f.now += 100;
+    f.release(10, 30); // within 500 ms of the finished polygon: swallowed
+    QCOMPARE(f.bounds(), QRect(10, 10, 20, 20));
+    QVERIFY(!tool.currentPath());
+    QVERIFY(!tool.getUndoStack()->canUndo());
+    f.now += 350; // 450 ms after the polygon: still swallowed
+    f.click(5, 5);
+    QVERIFY(!tool.currentPath());
+    f.now += 100;
+    f.click(5, 5); // now a new polygon starts
+    QVERIFY(tool.currentPath());
+}
+
+void TestTools::polygonClosesNearFirstCorner_data()
+{
+    QTest::addColumn<float>("scale");
+    QTest::addColumn<int>("corners");
+    QTest::addColumn<QPoint>("last");
+    QTest::addColumn<QRect>("expected");
+    QTest::addColumn<bool>("stillOpen");
+    // Corners (widget) at (4, 4), (14, 4), (14, 14); the closing click lands near (4, 4).
+    QTest::newRow("triangle") << 1.0f << 3 << QPoint(7, 8) << QRect(4, 4, 10, 10) << false;
+    QTest::newRow("too far: a corner") << 1.0f << 3 << QPoint(8, 8) << QRect() << true;
+    QTest::newRow("scale 2: 5 widget px") << 2.0f << 3 << QPoint(7, 8) << QRect(8, 8, 20, 20) << false;
+    QTest::newRow("two corners: discarded") << 1.0f << 2 << QPoint(5, 5) << QRect() << false;
+}
+
+void TestTools::polygonClosesNearFirstCorner()
+{
+    QFETCH(float, scale);
+    QFETCH(int, corners);
+    QFETCH(QPoint, last);
+    QFETCH(QRect, expected);
+    QFETCH(bool, stillOpen);
+    VexaToolFixture f(QSize(40, 40), scale);
+    VexaToolLassoPolygon tool;
+    tool.active(f.doc.get());
+    f.now += 1000;
+    const QVector<QPoint> pts = {{4, 4}, {14, 4}, {14, 14}};
+    for (int i = 0; i < corners; ++i)
+        f.click(pts[i].x(), pts[i].y());
+    f.click(last.x(), last.y());
+    QCOMPARE(f.bounds(), expected);
+    QCOMPARE(tool.currentPath() != nullptr, stillOpen);
+}
+
+void TestTools::polygonCornerUndoRedo()
+{
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    VexaToolLassoPolygon tool;
+    tool.active(f.doc.get());
+    QWidget* panel = tool.getWidget();
+    auto button = [&](const char* n) { return panel->findChild<QPushButton*>(QLatin1String(n)); };
+    f.now += 1000;
+    QVERIFY(!button("undoBtn")->isEnabled());
+    for (QPoint p : {QPoint(4, 4), QPoint(20, 4), QPoint(20, 20)})
+        f.click(p.x(), p.y());
+    QCOMPARE(tool.currentPath()->getPointNumber(), 3);
+    QVERIFY(button("undoBtn")->isEnabled());
+    QVERIFY(!button("redoBtn")->isEnabled());
+    tool.toolUndo();
+    QCOMPARE(tool.currentPath()->getPointNumber(), 2);
+    QVERIFY(button("redoBtn")->isEnabled());
+    button("redoBtn")->click();
+    QCOMPARE(tool.currentPath()->getPointNumber(), 3);
+    QCOMPARE(tool.currentPath()->points().last(), QPointF(20, 20));
+    button("undoBtn")->click();
+    button("undoBtn")->click();
+    button("undoBtn")->click();
+    QCOMPARE(tool.currentPath()->getPointNumber(), 0);
+    QVERIFY(!button("undoBtn")->isEnabled());
+}
+
+void TestTools::polygonNamedEvents()
+{
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    VexaToolLassoPolygon tool;
+    tool.active(f.doc.get());
+    f.now += 1000;
+    tool.processEvent(QStringLiteral("DELETE")); // no corners: nothing to undo afterwards
+    QCOMPARE(tool.getUndoStack()->count(), 0);
+    for (QPoint p : {QPoint(4, 4), QPoint(20, 4), QPoint(20, 20)})
+        f.click(p.x(), p.y());
+    tool.processEvent(QStringLiteral("delete"));
+    QCOMPARE(tool.currentPath()->getPointNumber(), 2);
+    tool.processEvent(QStringLiteral("Esc"));
+    QVERIFY(tool.currentPath());
+    QCOMPARE(tool.currentPath()->getPointNumber(), 0);
+    tool.toolUndo(); // the clearing is undoable
+    QCOMPARE(tool.currentPath()->getPointNumber(), 2);
+    tool.processEvent(QStringLiteral("DOUBLE_CLICK")); // not this tool's business
+    QCOMPARE(tool.currentPath()->getPointNumber(), 2);
+}
+
+void TestTools::moveByKeys_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("shift");
+    QTest::addColumn<QPointF>("offset");
+    QTest::newRow("right") << int(Qt::Key_Right) << false << QPointF(1, 0);
+    QTest::newRow("shift right") << int(Qt::Key_Right) << true << QPointF(10, 0);
+    QTest::newRow("up") << int(Qt::Key_Up) << false << QPointF(0, -1);
+    QTest::newRow("shift down") << int(Qt::Key_Down) << true << QPointF(0, 10);
+    QTest::newRow("other key") << int(Qt::Key_A) << false << QPointF(0, 0);
+}
+
+void TestTools::moveByKeys()
+{
+    QFETCH(int, key);
+    QFETCH(bool, shift);
+    QFETCH(QPointF, offset);
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    f.selectRect(QRect(10, 10, 5, 5));
+    VexaToolSelectionMove tool;
+    tool.active(f.doc.get());
+    QVERIFY(tool.isActive());
+    f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+    f.now += 100;
+    sendKey(&tool, QEvent::KeyPress, key);
+    QCOMPARE(f.selection()->getTranslation(), offset);
+    // A held key repeats at most once per 50 ms.
+    f.now += 20;
+    sendKey(&tool, QEvent::KeyPress, key);
+    QCOMPARE(f.selection()->getTranslation(), offset);
+    f.now += 30;
+    sendKey(&tool, QEvent::KeyPress, key);
+    QCOMPARE(f.selection()->getTranslation(), offset * 2);
+    QCOMPARE(f.bounds(), QRect(10, 10, 5, 5)); // shown, not yet in the mask
+    f.release(0, 0);
+    QCOMPARE(f.bounds(), QRect(10, 10, 5, 5).translated((offset * 2).toPoint()));
+}
+
+void TestTools::moveByDragLosesSubPixelSteps_data()
+{
+    QTest::addColumn<float>("scale");
+    QTest::addColumn<int>("step");
+    QTest::addColumn<int>("moved");
+    QTest::newRow("scale 0.5, 1 px per step: lost") << 0.5f << 1 << 0;
+    QTest::newRow("scale 0.5, 2 px per step") << 0.5f << 2 << 6;
+    QTest::newRow("scale 1") << 1.0f << 1 << 6;
+    QTest::newRow("scale 2") << 2.0f << 1 << 12;
+}
+
+void TestTools::moveByDragLosesSubPixelSteps()
+{
+    QFETCH(float, scale);
+    QFETCH(int, step);
+    QFETCH(int, moved);
+    VexaToolFixture f(QSize(60, 60), scale);
+    f.selectRect(QRect(10, 10, 5, 5));
+    VexaToolSelectionMove tool;
+    tool.active(f.doc.get());
+    f.now += 100;
+    f.press(3, 3);
+    for (int i = 1; i <= 6; ++i) {
+        f.now += 50;
+        f.move(3 + i * step, 3);
+        f.now += 10;
+        f.move(3 + i * step + 1, 3); // too soon after the last step: dropped entirely
+    }
+    f.release(40, 40);
+    QCOMPARE(f.bounds(), QRect(10 + moved, 10, 5, 5));
+}
+
+void TestTools::moveNeedsSelection()
+{
+    VexaToolFixture f(QSize(20, 20), 1.0f);
+    VexaToolSelectionMove tool;
+    tool.active(f.doc.get());
+    QVERIFY(!tool.isActive());
+    f.selection()->selectAll();
+    f.selection()->setTranslation(QPointF(3, 0));
+    f.release(5, 5); // not connected: the offset stays pending
+    QCOMPARE(f.selection()->getTranslation(), QPointF(3, 0));
+}
+
+void TestTools::panelsTranslated()
+{
+    QObject parent;
+    std::unique_ptr<QTranslator> de(setInternational(QStringLiteral("de_DE")));
+    QVERIFY(de);
+    IVexaTool* tool = getInstance(&parent, QStringLiteral("Polygonal Lasso Tool"));
+    QWidget* panel = tool->getWidget();
+    auto* newBtn = panel->findChild<QPushButton*>(QStringLiteral("newBtn"));
+    QCOMPARE(newBtn->toolTip(), QStringLiteral("Neu"));
+    QCOMPARE(newBtn->property("class").toString(), QStringLiteral("selection"));
+    QVERIFY(!newBtn->icon().isNull());
+    QCOMPARE(tool->toolDescription.left(6), QStringLiteral("Alt+Z "));
+    QVERIFY(tool->toolDescription.contains(QStringLiteral("Doppelklick")));
+    QCoreApplication::removeTranslator(de.get());
+}
+
+QTEST_MAIN(TestTools)
+#include "tst_tools.moc"
