@@ -14,6 +14,8 @@
 #include <QPixmap>
 #include <QtMath>
 
+#include <cmath>
+
 VexaToolSelectionBase::VexaToolSelectionBase(QObject* parent)
     : IVexaTool(parent)
     , cursor(Qt::CrossCursor)
@@ -208,6 +210,24 @@ void VexaToolSelectionBase::applyPath(VexaSelectionPath* shape)
 {
     selection()->addPath(shape, featherRadius);
     selection()->render(canvas());
+}
+
+void VexaToolSelectionBase::dropSelectionForNewShape()
+{
+    if (selection()->combineMode == 0 && context->hasSelection()) {
+        selection()->deselect();
+        canvas()->repaint();
+    }
+}
+
+QPointF VexaToolSelectionBase::boxEnd(double startX, double startY, const QPointF& p)
+{
+    if (VexaToolEnvironment::keyboardModifiers() != Qt::ShiftModifier)
+        return p;
+    const double dx = std::trunc(p.x() - startX);
+    const double dy = std::trunc(p.y() - startY);
+    const double d = std::max(std::abs(dx), std::abs(dy));
+    return QPointF(dx > 0 ? startX + d : startX - d, dy > 0 ? startY + d : startY - d);
 }
 
 void VexaToolSelectionBase::onMouseReleased(int, int) {}

@@ -61,6 +61,12 @@ protected:
     static QCursor pictureCursor(const QString& fileName);
     // Hands a finished shape to the selection, which then owns it, and shows the result.
     void applyPath(VexaSelectionPath* shape);
+    // A new shape starts: in New mode the old selection goes first.
+    void dropSelectionForNewShape();
+    // The opposite corner of a dragged box for pointer position p: p itself, or with Shift
+    // alone the corner of a square whose side is the larger whole-pixel extent of the drag,
+    // on the side the pointer is.
+    static QPointF boxEnd(double startX, double startY, const QPointF& p);
 
     bool drawing = false;
     QCursor cursor;

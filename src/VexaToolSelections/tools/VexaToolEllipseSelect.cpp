@@ -5,7 +5,6 @@
 #include "VexaLayerManager.h"
 #include "VexaSelection.h"
 #include "VexaSelectionPath.h"
-#include "VexaToolEnvironment.h"
 
 #include <GL/gl.h>
 
@@ -43,10 +42,7 @@ void VexaToolEllipseSelect::onMousePressed(int x, int y)
     if (pressed)
         return;
     feedbackVisible = false;
-    if (selection()->combineMode == 0 && context->hasSelection()) {
-        selection()->deselect();
-        canvas()->repaint();
-    }
+    dropSelectionForNewShape();
     const QPointF p = canvas()->uiToCanvasCoord(x, y, true);
     startX = endX = p.x();
     startY = endY = p.y();
@@ -63,17 +59,9 @@ void VexaToolEllipseSelect::onMouseMoved(int x, int y)
     if (!pressed)
         return;
     feedbackVisible = true;
-    const QPointF p = canvas()->uiToCanvasCoord(x, y, true);
-    if (VexaToolEnvironment::keyboardModifiers() == Qt::ShiftModifier) {
-        const double dx = std::trunc(p.x() - startX);
-        const double dy = std::trunc(p.y() - startY);
-        const double d = std::max(std::abs(dx), std::abs(dy));
-        endX = dx > 0 ? startX + d : startX - d;
-        endY = dy > 0 ? startY + d : startY - d;
-    } else {
-        endX = p.x();
-        endY = p.y();
-    }
+    const QPointF end = boxEnd(startX, startY, canvas()->uiToCanvasCoord(x, y, true));
+    endX = end.x();
+    endY = end.y();
     canvas()->update();
 }
 

@@ -5,7 +5,6 @@
 #include "VexaLayerManager.h"
 #include "VexaSelection.h"
 #include "VexaSelectionPath.h"
-#include "VexaToolEnvironment.h"
 #include "VexaToolRectangularMarqueeWidget.h"
 #include "VexaToolSelectionWidget.h"
 
@@ -82,10 +81,7 @@ void VexaToolRectangularMarquee::onMousePressed(int x, int y)
     if (pressed)
         return;
     feedbackVisible = false;
-    if (selection()->combineMode == 0 && context->hasSelection()) {
-        selection()->deselect();
-        canvas()->repaint();
-    }
+    dropSelectionForNewShape();
     const QPointF p = canvas()->uiToCanvasCoord(x, y, true);
     startX = endX = p.x();
     startY = endY = p.y();
@@ -103,17 +99,9 @@ void VexaToolRectangularMarquee::onMouseMoved(int x, int y)
     if (!pressed)
         return;
     feedbackVisible = true;
-    const QPointF p = canvas()->uiToCanvasCoord(x, y, true);
-    if (VexaToolEnvironment::keyboardModifiers() == Qt::ShiftModifier) {
-        const double dx = std::trunc(p.x() - startX);
-        const double dy = std::trunc(p.y() - startY);
-        const double d = std::max(std::abs(dx), std::abs(dy));
-        endX = dx > 0 ? startX + d : startX - d;
-        endY = dy > 0 ? startY + d : startY - d;
-    } else {
-        endX = p.x();
-        endY = p.y();
-    }
+    const QPointF end = boxEnd(startX, startY, canvas()->uiToCanvasCoord(x, y, true));
+    endX = end.x();
+    endY = end.y();
     showRegion();
     canvas()->update();
 }
