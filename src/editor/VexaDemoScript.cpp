@@ -8,6 +8,11 @@
 #include "VexaSelectionPath.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QSpinBox>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
@@ -47,7 +52,7 @@ const QVector<DemoGesture>& gestures()
         {"Lasso Tool", "addBtn", DemoGesture::Stroke, circle({0.78, 0.22}, 0.09, 48)},
         // Grabs the whole selection and shifts it down and to the right.
         {"Move Selection", "", DemoGesture::Drag, {{0.30, 0.62}, {0.34, 0.68}}},
-        {"Magic Select Tool", "addBtn", DemoGesture::Click, {{0.05, 0.95}}},
+        {"Magic Select Tool", "addBtn", DemoGesture::Click, {{0.03, 0.04}}},
     };
     return list;
 }
@@ -160,6 +165,44 @@ void VexaDemoScript::hostSelections()
     m_log << QStringLiteral("host selection: rectangle (new), feathered ellipse (add), triangle (subtract)");
 }
 
+bool VexaDemoScript::colorRange()
+{
+    IVexaTool* tool = m_window.tool(QStringLiteral("Color Range"));
+    if (!tool)
+        return false;
+    VexaCanvas* canvas = m_window.canvas();
+    m_window.activateTool(tool);
+    wait(200);
+    // Pick the colour of the crema with a real click: the canvas is in its picking state.
+    const QPointF crema(0.52 * canvas->getCanvasWidth(), 0.36 * canvas->getCanvasHeight());
+    const QPointF at = canvas->canvasToUi(crema);
+    QMouseEvent press(QEvent::MouseButtonPress, at, canvas->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent release(QEvent::MouseButtonRelease, at, canvas->mapToGlobal(at), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(canvas, &press);
+    QCoreApplication::sendEvent(canvas, &release);
+    QSpinBox* toleranceField = nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (!toleranceField)
+            toleranceField = w->findChild<QSpinBox*>(QStringLiteral("toleranceSpin"));
+    if (toleranceField)
+        toleranceField->setValue(35);
+    wait(300);
+    // The whole screen: the editor and the color range dialog over it.
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        screen->grabWindow(0).save(m_out + QStringLiteral("/screenshot-color-range.png"));
+    QString error;
+    m_window.exportSelectionMask(m_out + QStringLiteral("/selection-mask-shapes.png"), &error);
+    QPushButton* ok = nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (!ok && w->isVisible())
+            ok = w->findChild<QPushButton*>(QStringLiteral("okBtn"));
+    if (ok)
+        ok->click();
+    wait(200);
+    m_log << QStringLiteral("Color Range (colour %1, tolerance 35, OK)").arg(canvas->getFgColor().name());
+    return true;
+}
+
 bool VexaDemoScript::writeResults()
 {
     bool ok = QDir().mkpath(m_out);
@@ -203,9 +246,11 @@ int VexaDemoScript::run()
         done += perform(g) ? 1 : 0;
     if (done == 0)
         hostSelections();
-    // The last shape tool stays active, so the screenshot shows its options.
-    if (IVexaTool* polygon = m_window.tool(QStringLiteral("Polygonal Lasso Tool")))
-        m_window.activateTool(polygon);
+    QDir().mkpath(m_out);
+    colorRange();
+    // A shape tool stays active, so the screenshot shows its options.
+    if (IVexaTool* magic = m_window.tool(QStringLiteral("Magic Select Tool")))
+        m_window.activateTool(magic);
     wait(400); // let the canvas draw the outline before the screenshot
     return writeResults() ? 0 : 1;
 }

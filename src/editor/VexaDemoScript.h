@@ -22,6 +22,9 @@ private:
     void wait(int ms);
     bool perform(const struct DemoGesture& gesture);
     void hostSelections();
+    // Opens the color range dialog, picks a colour on the canvas, photographs the screen with
+    // the dialog on it and confirms. False when the plug-in has no such tool.
+    bool colorRange();
     bool writeResults();
 
     VexaEditorWindow& m_window;

@@ -4,7 +4,9 @@
 #include "VexaToolEllipseSelect.h"
 #include "VexaToolLasso.h"
 #include "VexaToolLassoPolygon.h"
+#include "VexaToolMagicSelection.h"
 #include "VexaToolRectangularMarquee.h"
+#include "VexaToolSelectionColorRange.h"
 #include "VexaToolSelectionMove.h"
 
 #include <QCoreApplication>
@@ -43,8 +45,8 @@ const ToolEntry tools[] = {
     {"Polygonal Lasso Tool", make<VexaToolLassoPolygon>},
     {"Lasso Tool", make<VexaToolLasso>},
     {"Move Selection", make<VexaToolSelectionMove>},
-    {"Color Range", nullptr},
-    {"Magic Select Tool", nullptr},
+    {"Color Range", [](QObject* parent) -> IVexaTool* { return VexaToolSelectionColorRange::getInstance(parent); }},
+    {"Magic Select Tool", make<VexaToolMagicSelection>},
     {"Ellipse Select Tool", make<VexaToolEllipseSelect>},
     {"Quick Select Tool", nullptr},
 };

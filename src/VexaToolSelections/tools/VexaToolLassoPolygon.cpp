@@ -37,6 +37,7 @@ VexaToolLassoPolygon::VexaToolLassoPolygon(QObject* parent)
     auto* layout = new QHBoxLayout(container);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(optionsWidget);
+    pointsWidget->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred); // the stretch takes the rest
     layout->addWidget(pointsWidget);
     layout->addStretch();
     optionsWidget->layout()->setContentsMargins(0, 0, 0, 0);

@@ -30,6 +30,7 @@ VexaToolRectangularMarquee::VexaToolRectangularMarquee(QObject* parent)
     auto* layout = new QHBoxLayout(container);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(optionsWidget);
+    regionWidget->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred); // the stretch takes the rest
     layout->addWidget(regionWidget);
     layout->addStretch();
     optionsWidget->layout()->setContentsMargins(0, 0, 0, 0);
