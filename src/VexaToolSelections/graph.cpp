@@ -342,7 +342,7 @@ void Graph<captype, tcaptype, flowtype>::augment(arc* middle_arc)
     if (!i->tr_cap)
         set_orphan_front(i);
 
-    flow += bottleneck;
+    graph_detail::add_flow<flowtype>(flow, bottleneck);
 }
 
 template <typename captype, typename tcaptype, typename flowtype>

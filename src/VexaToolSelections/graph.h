@@ -14,8 +14,21 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <type_traits>
 
 namespace graph_detail {
+// Adds to the total flow. Integral totals wrap instead of overflowing: callers that keep
+// adding hard terminal weights run after run (quick select) push an int total past its range,
+// and its value is then meaningless but must not be undefined behaviour.
+template <class T>
+inline void add_flow(T& total, T amount)
+{
+    if constexpr (std::is_integral_v<T>)
+        total = T(std::make_unsigned_t<T>(total) + std::make_unsigned_t<T>(amount));
+    else
+        total += amount;
+}
+
 // Reports a fatal error through `error_function` (when set) and exits with status 1.
 [[noreturn]] void fatal(void (*error_function)(const char*), const char* message);
 } // namespace graph_detail
@@ -335,7 +348,7 @@ inline void Graph<captype, tcaptype, flowtype>::add_tweights(node_id i, tcaptype
         cap_source += delta;
     else
         cap_sink -= delta;
-    flow += (cap_source < cap_sink) ? cap_source : cap_sink;
+    graph_detail::add_flow<flowtype>(flow, (cap_source < cap_sink) ? cap_source : cap_sink);
     nodes[i].tr_cap = cap_source - cap_sink;
 }
 

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <algorithm>
+#include <thread>
+#include <vector>
+
+// Runs body(first, last) over [0, count) split into contiguous ranges, one per core. Work on
+// separate ranges must be independent, so the result never depends on the split.
+template <class Body>
+void parallelRanges(int count, Body&& body)
+{
+    const int workers = std::max(1, std::min<int>(int(std::thread::hardware_concurrency()), count / 64));
+    if (workers <= 1) {
+        body(0, count);
+        return;
+    }
+    std::vector<std::thread> threads;
+    const int chunk = (count + workers - 1) / workers;
+    for (int w = 1; w < workers; ++w) {
+        const int first = w * chunk, last = std::min(count, first + chunk);
+        if (first < last)
+            threads.emplace_back([&body, first, last] { body(first, last); });
+    }
+    body(0, std::min(count, chunk));
+    for (std::thread& t : threads)
+        t.join();
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QRect>
+#include <QRgb>
+#include <QString>
+
+#include <atomic>
+#include <vector>
+
+struct VexaSegmentation;
+class QImage;
+
+// Where a quick select step sends its reports. The worker thread forwards them to the window
+// as queued signals; tests and the command-line tool record or ignore them.
+class VexaQuickSelectReporter
+{
+public:
+    virtual ~VexaQuickSelectReporter();
+    virtual void progress(const QString& text, int percent) = 0;
+    virtual void setPainting(bool enabled) = 0;
+    virtual void setMessage(const QString& text) = 0;
+    // The matte step shows its result: "View Alpha" checked, then "View Matte".
+    virtual void checkViewAlpha() = 0;
+    virtual void checkViewMatte() = 0;
+    virtual void updateImageBox(const QRect& area) = 0;
+};
+
+// The three steps of a quick select segmentation. Each polls `cancel` between stages and row
+// by row in its long loops and returns at once when it is set, leaving the segmentation to be
+// released or rebuilt.
+namespace VexaQuickSelect {
+
+// Regions by watershed, their sizes and mean colours, and the flow graph over their adjacency.
+void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::atomic<bool>& cancel);
+// Colour models from the marks, terminal weights, the cut, a softened matte and the boundary band.
+void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::atomic<bool>& cancel);
+// Trimap from the marks and the band, shrunk by colour matches, alpha from nearby sample pairs.
+void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::atomic<bool>& cancel);
+
+// The alpha (0..255) of a pixel of colour `colour` from its foreground and background samples
+// (at most 8 each, in slot order): the mean over the three best-fitting sample pairs.
+int alphaFromSamples(QRgb colour, const QRgb* foreground, int nf, const QRgb* background, int nb);
+
+// The grey level the border smoothing weighs patches by: 0.3 R + 0.59 G + 0.11 B, per pixel.
+std::vector<double> intensities(const QImage& source);
+// The alpha of pixel (x, y) estimated from its 3 x 3 patch over `in`, the centre left out,
+// weighted by how the patch's intensities vary together.
+float patchEstimate(const std::vector<double>& intensity, const std::vector<float>& in, int W, int H, int x, int y);
+// `passes` passes of re-estimating every pixel on an edge of the alpha (marked pixels keep 1
+// or 0); the result is in `a`. Rows are spread over the processor's cores.
+bool smoothBorder(std::vector<float>& a, const std::vector<double>& intensity, const QImage& marks, int passes,
+                  const std::atomic<bool>& cancel);
+
+} // namespace VexaQuickSelect

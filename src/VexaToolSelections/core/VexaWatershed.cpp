@@ -1,0 +1,87 @@
+#include "VexaWatershed.h"
+
+#include <deque>
+
+int watershed(QImage const& image, std::vector<int>& labels)
+{
+    const int W = image.width(), H = image.height();
+    labels.assign(size_t(W) * size_t(H), -1);
+    if (W <= 0 || H <= 0)
+        return 0;
+    const QImage src = image.format() == QImage::Format_ARGB32 || image.format() == QImage::Format_RGB32
+        ? image
+        : image.convertToFormat(QImage::Format_ARGB32);
+
+    // Squared central differences, neighbours clamped to the image; the pixel itself takes no part.
+    std::vector<int> g(size_t(W) * size_t(H));
+    auto sq = [](int d) { return d * d; };
+    for (int y = 0; y < H; ++y) {
+        const auto* up = reinterpret_cast<const QRgb*>(src.constScanLine(y > 0 ? y - 1 : y));
+        const auto* row = reinterpret_cast<const QRgb*>(src.constScanLine(y));
+        const auto* down = reinterpret_cast<const QRgb*>(src.constScanLine(y < H - 1 ? y + 1 : y));
+        int* out = g.data() + size_t(y) * size_t(W);
+        for (int x = 0; x < W; ++x) {
+            const QRgb l = row[x > 0 ? x - 1 : x], r = row[x < W - 1 ? x + 1 : x];
+            const QRgb u = up[x], d = down[x];
+            out[x] = sq(qRed(l) - qRed(r)) + sq(qRed(u) - qRed(d)) + sq(qGreen(l) - qGreen(r)) + sq(qGreen(u) - qGreen(d))
+                + sq(qBlue(l) - qBlue(r)) + sq(qBlue(u) - qBlue(d));
+        }
+    }
+
+    int regions = 0;
+    std::deque<int> queue;
+    const int total = W * H;
+    for (int p = 0; p < total; ++p) {
+        if (labels[size_t(p)] >= 0)
+            continue;
+        queue.clear();
+        queue.push_back(p);
+        // Descent: follow the first strictly lower unlabelled neighbour (left, right, up, down)
+        // down to a local minimum.
+        for (;;) {
+            const int cur = queue.front();
+            queue.pop_front();
+            const int x = cur % W, y = cur / W;
+            const int gc = g[size_t(cur)];
+            int next = -1;
+            if (x > 0 && labels[size_t(cur - 1)] < 0 && g[size_t(cur - 1)] < gc)
+                next = cur - 1;
+            else if (x < W - 1 && labels[size_t(cur + 1)] < 0 && g[size_t(cur + 1)] < gc)
+                next = cur + 1;
+            else if (y > 0 && labels[size_t(cur - W)] < 0 && g[size_t(cur - W)] < gc)
+                next = cur - W;
+            else if (y < H - 1 && labels[size_t(cur + W)] < 0 && g[size_t(cur + W)] < gc)
+                next = cur + W;
+            if (next >= 0) {
+                queue.push_back(next);
+                continue;
+            }
+            labels[size_t(cur)] = regions++;
+            queue.push_back(cur);
+            break;
+        }
+        // Flood: climb along non-decreasing gradients through unlabelled pixels.
+        while (!queue.empty()) {
+            const int cur = queue.front();
+            queue.pop_front();
+            const int x = cur % W, y = cur / W;
+            const int label = labels[size_t(cur)];
+            const int gc = g[size_t(cur)];
+            auto visit = [&](int n) {
+                if (labels[size_t(n)] < 0 && g[size_t(n)] >= gc) {
+                    labels[size_t(n)] = label;
+                    queue.push_back(n);
+                }
+            };
+            if (x > 0)
+                visit(cur - 1);
+            if (x < W - 1)
+                visit(cur + 1);
+            if (y > 0)
+                visit(cur - W);
+            if (y < H - 1)
+                visit(cur + W);
+        }
+    }
+    return regions;
+}

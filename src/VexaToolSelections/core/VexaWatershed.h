@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QImage>
+
+#include <vector>
+
+// Over-segments an image into 4-connected regions of similar colour: every pixel floods from
+// the local minimum of the colour gradient its descent reaches, as long as the gradient keeps
+// rising or stays level. Fills `labels` (W x H, row order) with region indices 0 .. N-1 in the
+// order the regions were founded and returns N; an image without pixels gives 0.
+int watershed(QImage const& image, std::vector<int>& labels);

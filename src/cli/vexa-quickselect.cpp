@@ -1,0 +1,157 @@
+// vexa-quickselect: runs quick select on an image and a picture of marks, headless.
+//
+//   vexa-quickselect [options] IMAGE MARKS
+//
+// MARKS has IMAGE's size: red pixels mark the object, blue ones the background, green ones
+// the boundary band. Exit status: 0 done, 1 the mark step asked for more marks, 2 bad input.
+#include "VexaQuickSelectSteps.h"
+#include "VexaSegmentation.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QImageReader>
+
+#include <atomic>
+#include <cstdio>
+
+namespace {
+
+class CliReporter : public VexaQuickSelectReporter
+{
+public:
+    void progress(const QString&, int) override {}
+    void setPainting(bool) override {}
+    void setMessage(const QString& text) override { message = text; }
+    void checkViewAlpha() override {}
+    void checkViewMatte() override {}
+    void updateImageBox(const QRect&) override {}
+    QString message;
+};
+
+int fail(const QString& why)
+{
+    std::fprintf(stderr, "vexa-quickselect: %s\n", qPrintable(why));
+    return 2;
+}
+
+QRgb markOf(QRgb p)
+{
+    const bool r = qRed(p) >= 128, g = qGreen(p) >= 128, b = qBlue(p) >= 128;
+    if (r && !g && !b)
+        return VexaSegmentation::ForegroundMark;
+    if (b && !r && !g)
+        return VexaSegmentation::BackgroundMark;
+    if (g && !r && !b)
+        return VexaSegmentation::BoundaryMark;
+    return 0;
+}
+
+bool save(const QImage& image, const QString& file)
+{
+    if (file.isEmpty())
+        return true;
+    if (image.save(file))
+        return true;
+    std::fprintf(stderr, "vexa-quickselect: cannot write %s\n", qPrintable(file));
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("vexa-quickselect"));
+    QCommandLineParser cli;
+    cli.setApplicationDescription(QStringLiteral("Cuts an object out of IMAGE from the marks painted in MARKS "
+                                                 "(red: object, blue: background, green: boundary)."));
+    cli.addHelpOption();
+    const QCommandLineOption steps(QStringLiteral("steps"), QStringLiteral("mark, matte or mark,matte (default mark)."),
+                                   QStringLiteral("steps"), QStringLiteral("mark"));
+    const QCommandLineOption sensitivity(QStringLiteral("sensitivity"), QStringLiteral("0 to 100 (default 10)."),
+                                         QStringLiteral("N"), QStringLiteral("10"));
+    const QCommandLineOption alpha(QStringLiteral("alpha"), QStringLiteral("Write the grey matte."), QStringLiteral("FILE"));
+    const QCommandLineOption result(QStringLiteral("result"), QStringLiteral("Write the cut-out with alpha."), QStringLiteral("FILE"));
+    const QCommandLineOption marksOut(QStringLiteral("marks-out"), QStringLiteral("Write the marks after the steps."),
+                                      QStringLiteral("FILE"));
+    const QCommandLineOption timings(QStringLiteral("timings"), QStringLiteral("Print the time of each step and the region count."));
+    cli.addOptions({steps, sensitivity, alpha, result, marksOut, timings});
+    cli.addPositionalArgument(QStringLiteral("IMAGE"), QStringLiteral("The picture."));
+    cli.addPositionalArgument(QStringLiteral("MARKS"), QStringLiteral("The marks, a picture of IMAGE's size."));
+    if (!cli.parse(app.arguments()))
+        return fail(cli.errorText());
+    if (cli.isSet(QStringLiteral("help"))) {
+        std::printf("%s", qPrintable(cli.helpText()));
+        return 0;
+    }
+    const QStringList files = cli.positionalArguments();
+    if (files.size() != 2)
+        return fail(QStringLiteral("expected IMAGE and MARKS (see --help)"));
+
+    const QString stepList = cli.value(steps);
+    const bool runMark = stepList == QLatin1String("mark") || stepList == QLatin1String("mark,matte");
+    const bool runMatte = stepList == QLatin1String("matte") || stepList == QLatin1String("mark,matte");
+    if (!runMark && !runMatte)
+        return fail(QStringLiteral("--steps must be mark, matte or mark,matte, not '%1'").arg(stepList));
+    bool number = false;
+    const int lambda = cli.value(sensitivity).toInt(&number);
+    if (!number || lambda < 0 || lambda > 100)
+        return fail(QStringLiteral("--sensitivity must be a whole number from 0 to 100, not '%1'").arg(cli.value(sensitivity)));
+
+    QImageReader imageReader(files[0]);
+    const QImage image = imageReader.read();
+    if (image.isNull())
+        return fail(QStringLiteral("cannot read the image %1: %2").arg(files[0], imageReader.errorString()));
+    QImageReader marksReader(files[1]);
+    const QImage marks = marksReader.read();
+    if (marks.isNull())
+        return fail(QStringLiteral("cannot read the marks %1: %2").arg(files[1], marksReader.errorString()));
+    if (marks.size() != image.size())
+        return fail(QStringLiteral("the marks are %1 x %2 but the image is %3 x %4")
+                        .arg(marks.width())
+                        .arg(marks.height())
+                        .arg(image.width())
+                        .arg(image.height()));
+
+    VexaSegmentation seg;
+    seg.load(image);
+    seg.sensitivity = lambda;
+    const QImage scaledMarks = marks.convertToFormat(QImage::Format_ARGB32)
+                                   .scaled(seg.sourceImage.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    for (int y = 0; y < scaledMarks.height(); ++y) {
+        const auto* in = reinterpret_cast<const QRgb*>(scaledMarks.constScanLine(y));
+        auto* out = reinterpret_cast<QRgb*>(seg.markImage.scanLine(y));
+        for (int x = 0; x < scaledMarks.width(); ++x)
+            out[x] = markOf(in[x]);
+    }
+
+    CliReporter report;
+    const std::atomic<bool> never{false};
+    const bool showTimes = cli.isSet(timings);
+    auto timed = [&](const char* name, void (*step)(VexaSegmentation&, VexaQuickSelectReporter&, const std::atomic<bool>&)) {
+        QElapsedTimer t;
+        t.start();
+        step(seg, report, never);
+        if (showTimes)
+            std::printf("%s %.1f ms\n", name, double(t.nsecsElapsed()) / 1e6);
+    };
+    timed("init", VexaQuickSelect::init);
+    if (showTimes)
+        std::printf("regions %zu\n", seg.regionColors.size());
+    int status = 0;
+    if (runMark) {
+        timed("mark", VexaQuickSelect::mark);
+        if (!report.message.isEmpty()) {
+            std::printf("%s\n", qPrintable(report.message));
+            status = 1;
+        }
+    }
+    if (runMatte && status == 0)
+        timed("matte", VexaQuickSelect::matte);
+
+    bool written = save(seg.alphaImage, cli.value(alpha));
+    written &= save(seg.resultImage, cli.value(result));
+    written &= save(seg.markImage, cli.value(marksOut));
+    return written ? status : 2;
+}

@@ -1,0 +1,594 @@
+// The quick select core: watershed, region graph, marking and matting against a plain
+// reference, exact small cases, report sequences, hints, cancellation, and the command-line tool.
+#include "QuickSelectReference.h"
+
+#include "VexaQuickSelectSteps.h"
+#include "VexaSegmentation.h"
+#include "VexaWatershed.h"
+
+#include <QPainter>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <thread>
+
+namespace {
+
+// Records every report as one line of text.
+class Recorder : public VexaQuickSelectReporter
+{
+public:
+    void progress(const QString& text, int percent) override { log << QStringLiteral("%1 %2").arg(text).arg(percent); }
+    void setPainting(bool on) override { log << (on ? QStringLiteral("paint on") : QStringLiteral("paint off")); }
+    void setMessage(const QString& text) override { log << QStringLiteral("message ") + text; }
+    void checkViewAlpha() override { log << QStringLiteral("view alpha"); }
+    void checkViewMatte() override { log << QStringLiteral("view matte"); }
+    void updateImageBox(const QRect& r) override { log << QStringLiteral("update %1x%2").arg(r.width()).arg(r.height()); }
+    QStringList log;
+};
+
+const std::atomic<bool> running{false};
+
+QImage flat(int w, int h, QRgb colour)
+{
+    QImage img(w, h, QImage::Format_ARGB32);
+    img.fill(colour);
+    return img;
+}
+
+// Left half one colour, right half another.
+QImage halves(int w, int h, QRgb left, QRgb right)
+{
+    QImage img = flat(w, h, left);
+    for (int y = 0; y < h; ++y)
+        for (int x = w / 2; x < w; ++x)
+            img.setPixel(x, y, right);
+    return img;
+}
+
+QImage photo(const char* name, int width)
+{
+    const QImage img(QStringLiteral(VEXA_DATA_DIR "/") + QLatin1String(name));
+    return img.scaledToWidth(width, Qt::SmoothTransformation);
+}
+
+// Strokes like a user's: the object in the middle, the background along the frame.
+void scribble(VexaSegmentation& seg)
+{
+    const double w = seg.markImage.width(), h = seg.markImage.height();
+    QPainter p(&seg.markImage);
+    p.setCompositionMode(QPainter::CompositionMode_Source);
+    p.setPen(QPen(QColor::fromRgba(VexaSegmentation::ForegroundMark), 3));
+    p.drawLine(QPointF(w * 0.40, h * 0.35), QPointF(w * 0.62, h * 0.40));
+    p.drawLine(QPointF(w * 0.45, h * 0.30), QPointF(w * 0.55, h * 0.65));
+    p.setPen(QPen(QColor::fromRgba(VexaSegmentation::BackgroundMark), 4));
+    p.drawRect(QRectF(w * 0.04, h * 0.04, w * 0.92, h * 0.92));
+}
+
+void paintMarks(VexaSegmentation& seg, const QRect& r, QRgb colour)
+{
+    for (int y = r.top(); y <= r.bottom(); ++y)
+        for (int x = r.left(); x <= r.right(); ++x)
+            seg.markImage.setPixel(x, y, colour);
+}
+
+struct Edge {
+    int i, j, cap;
+    bool operator<(const Edge& o) const { return std::tie(i, j, cap) < std::tie(o.i, o.j, o.cap); }
+    bool operator==(const Edge& o) const { return i == o.i && j == o.j && cap == o.cap; }
+};
+
+std::vector<Edge> edges(VexaSegmentation::FlowGraph& g)
+{
+    std::vector<Edge> out;
+    auto a = g.get_first_arc();
+    for (int k = 0; k < g.get_arc_num(); k += 2, a = g.get_next_arc(g.get_next_arc(a))) {
+        int i, j;
+        g.get_arc_ends(a, i, j);
+        out.push_back({i, j, g.get_rcap(a)});
+    }
+    return out;
+}
+
+void compareSegmentations(const VexaSegmentation& a, const VexaSegmentation& b)
+{
+    QCOMPARE(a.regionMap, b.regionMap);
+    QCOMPARE(a.regionSizes, b.regionSizes);
+    QCOMPARE(a.regionColors, b.regionColors);
+    QCOMPARE(a.terminalWeights, b.terminalWeights);
+    QCOMPARE(a.alphaImage, b.alphaImage);
+    QCOMPARE(a.resultImage, b.resultImage);
+    QCOMPARE(a.markImage, b.markImage);
+}
+
+bool fourConnectedRegions(const std::vector<int>& label, int W, int H, int N)
+{
+    // Each label is used, and flooding from one pixel of a label reaches all of its pixels.
+    std::vector<int> size(size_t(N), 0), first(size_t(N), -1);
+    for (int i = 0; i < W * H; ++i) {
+        if (label[size_t(i)] < 0 || label[size_t(i)] >= N)
+            return false;
+        if (first[size_t(label[size_t(i)])] < 0)
+            first[size_t(label[size_t(i)])] = i;
+        ++size[size_t(label[size_t(i)])];
+    }
+    std::vector<char> seen(size_t(W * H), 0);
+    for (int r = 0; r < N; ++r) {
+        if (first[size_t(r)] < 0)
+            return false;
+        std::vector<int> stack{first[size_t(r)]};
+        seen[size_t(first[size_t(r)])] = 1;
+        int reached = 0;
+        while (!stack.empty()) {
+            const int i = stack.back();
+            stack.pop_back();
+            ++reached;
+            const int x = i % W, y = i / W;
+            for (int n : {x > 0 ? i - 1 : -1, x < W - 1 ? i + 1 : -1, y > 0 ? i - W : -1, y < H - 1 ? i + W : -1})
+                if (n >= 0 && !seen[size_t(n)] && label[size_t(n)] == r) {
+                    seen[size_t(n)] = 1;
+                    stack.push_back(n);
+                }
+        }
+        if (reached != size[size_t(r)])
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+class TestQuickSelect : public QObject
+{
+    Q_OBJECT
+private slots:
+    void watershedCases_data();
+    void watershedCases();
+    void watershedMatchesReference_data();
+    void watershedMatchesReference();
+    void regionGraphOfTwoAreas_data();
+    void regionGraphOfTwoAreas();
+    void stepsMatchReference_data();
+    void stepsMatchReference();
+    void reportSequences();
+    void hintsLeaveEverythingAlone_data();
+    void hintsLeaveEverythingAlone();
+    void markingRules();
+    void resetMarksStopActing();
+    void mattingCases();
+    void noBandOnlySoftensEdges();
+    void emptyImage();
+    void cancellation();
+    void commandLine_data();
+    void commandLine();
+};
+
+void TestQuickSelect::watershedCases_data()
+{
+    QTest::addColumn<QImage>("image");
+    QTest::addColumn<int>("regions");
+    QTest::newRow("uniform") << flat(17, 9, qRgb(10, 20, 30)) << 1;
+    QTest::newRow("1 x 1") << flat(1, 1, qRgb(1, 2, 3)) << 1;
+    QImage ramp(20, 6, QImage::Format_ARGB32);
+    for (int y = 0; y < 6; ++y)
+        for (int x = 0; x < 20; ++x)
+            ramp.setPixel(x, y, qRgb(10 * x, 0, 0));
+    // Constant gradient inside, lower at the clamped ends. The left end founds a region whose
+    // flood climbs over the whole slope; only the right end, lower again, is left to found a second.
+    QTest::newRow("linear ramp") << ramp << 2;
+    QTest::newRow("two flat areas") << halves(12, 5, qRgb(0, 0, 0), qRgb(255, 255, 255)) << 2;
+}
+
+void TestQuickSelect::watershedCases()
+{
+    QFETCH(QImage, image);
+    QFETCH(int, regions);
+    std::vector<int> labels{7, 7, 7};
+    const int n = watershed(image, labels);
+    QCOMPARE(n, regions);
+    QCOMPARE(labels.size(), size_t(image.width() * image.height()));
+    QCOMPARE(labels[0], 0);
+    QVERIFY(fourConnectedRegions(labels, image.width(), image.height(), n));
+    std::vector<int> again;
+    QCOMPARE(watershed(image, again), n);
+    QCOMPARE(again, labels);
+}
+
+void TestQuickSelect::watershedMatchesReference_data()
+{
+    QTest::addColumn<QImage>("image");
+    QTest::newRow("coffee") << photo("coffee.png", 160);
+    QTest::newRow("chelsea") << photo("chelsea.png", 150);
+    QTest::newRow("astronaut") << photo("astronaut.png", 128);
+    QImage noise(61, 37, QImage::Format_ARGB32);
+    std::mt19937 rng(3);
+    for (int y = 0; y < noise.height(); ++y)
+        for (int x = 0; x < noise.width(); ++x)
+            noise.setPixel(x, y, 0xFF000000u | (rng() & 0x3F3F3Fu));
+    QTest::newRow("noise") << noise;
+}
+
+void TestQuickSelect::watershedMatchesReference()
+{
+    QFETCH(QImage, image);
+    const QImage img = image.convertToFormat(QImage::Format_ARGB32);
+    std::vector<int> fast, plain;
+    const int n = watershed(img, fast);
+    QCOMPARE(n, Reference::watershed(img, plain));
+    QCOMPARE(fast, plain);
+    QVERIFY(fourConnectedRegions(fast, img.width(), img.height(), n));
+}
+
+void TestQuickSelect::regionGraphOfTwoAreas_data()
+{
+    QTest::addColumn<QRgb>("left");
+    QTest::addColumn<QRgb>("right");
+    QTest::newRow("black and white") << qRgb(0, 0, 0) << qRgb(255, 255, 255);
+    QTest::newRow("close greys") << qRgb(100, 100, 100) << qRgb(110, 100, 100);
+}
+
+void TestQuickSelect::regionGraphOfTwoAreas()
+{
+    QFETCH(QRgb, left);
+    QFETCH(QRgb, right);
+    VexaSegmentation seg;
+    seg.load(halves(12, 5, left, right));
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    // Both edge columns have the high gradient; the first flood climbs over both of them.
+    QCOMPARE(seg.regionColors.size(), size_t(2));
+    QCOMPARE(seg.regionSizes, std::vector<int>({35, 25}));
+    QCOMPARE(seg.regionMap[6], 0);
+    QCOMPARE(seg.regionMap[7], 1);
+    QCOMPARE(seg.regionColors[0], QColor((6 * qRed(left) + qRed(right)) / 7, (6 * qGreen(left) + qGreen(right)) / 7,
+                                         (6 * qBlue(left) + qBlue(right)) / 7));
+    QCOMPARE(seg.graph->get_node_num(), 2);
+    QCOMPARE(seg.graph->get_arc_num(), 2); // one edge
+    // One straddling pixel pair per row, weighted by the Gaussian of the mean colours.
+    const QColor a = seg.regionColors[0], b = seg.regionColors[1];
+    const double d2 = std::pow(double(a.redF()) - double(b.redF()), 2) + std::pow(double(a.greenF()) - double(b.greenF()), 2)
+        + std::pow(double(a.blueF()) - double(b.blueF()), 2);
+    const std::vector<Edge> e = edges(*seg.graph);
+    QCOMPARE(e.front().cap, 5 * int(std::exp(-d2) * 10000.0));
+    QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
+    // Twice: the same.
+    VexaSegmentation again;
+    again.load(halves(12, 5, left, right));
+    VexaQuickSelect::init(again, r, running);
+    QCOMPARE(again.regionMap, seg.regionMap);
+    QVERIFY(edges(*again.graph) == e);
+}
+
+void TestQuickSelect::stepsMatchReference_data()
+{
+    QTest::addColumn<QImage>("image");
+    QTest::addColumn<int>("sensitivity");
+    QTest::newRow("coffee") << photo("coffee.png", 180) << 10;
+    QTest::newRow("chelsea, sensitivity 40") << photo("chelsea.png", 170) << 40;
+    QTest::newRow("astronaut, sensitivity 0") << photo("astronaut.png", 140) << 0;
+    // A synthetic disc on a gradient.
+    QImage disc(90, 70, QImage::Format_ARGB32);
+    for (int y = 0; y < 70; ++y)
+        for (int x = 0; x < 90; ++x) {
+            const bool in = (x - 45) * (x - 45) + (y - 35) * (y - 35) < 20 * 20;
+            disc.setPixel(x, y, in ? qRgb(200, 40 + x, 30) : qRgb(20 + y, 60, 90 + x));
+        }
+    QTest::newRow("disc") << disc << 10;
+}
+
+void TestQuickSelect::stepsMatchReference()
+{
+    QFETCH(QImage, image);
+    QFETCH(int, sensitivity);
+    VexaSegmentation fast, plain;
+    fast.load(image);
+    plain.load(image);
+    fast.sensitivity = plain.sensitivity = sensitivity;
+    Recorder r;
+    VexaQuickSelect::init(fast, r, running);
+    Reference::init(plain);
+    std::vector<Edge> fastEdges = edges(*fast.graph), plainEdges = edges(*plain.graph);
+    QVERIFY(fastEdges == plainEdges); // same edges, same order, same capacities
+    compareSegmentations(fast, plain);
+
+    scribble(fast);
+    scribble(plain);
+    // Two marking runs: the second continues from the flow of the first.
+    for (int run = 0; run < 2; ++run) {
+        VexaQuickSelect::mark(fast, r, running);
+        QCOMPARE(Reference::mark(plain), QString());
+        compareSegmentations(fast, plain);
+    }
+    VexaQuickSelect::matte(fast, r, running);
+    Reference::matte(plain);
+    compareSegmentations(fast, plain);
+    // Something was cut out, and something left.
+    QVERIFY(fast.alphaImage.pixel(fast.alphaImage.width() / 2, fast.alphaImage.height() / 2 - 2) != 0xFF000000u
+            || fast.alphaImage.pixel(2, 2) == 0xFF000000u);
+}
+
+void TestQuickSelect::reportSequences()
+{
+    VexaSegmentation seg;
+    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    QStringList init = {"paint off"};
+    for (int p = 0; p <= 80; p += 10)
+        init << QStringLiteral("Initializing .. %1").arg(p);
+    init << "Initialize done. 0" << "paint on";
+    QCOMPARE(r.log, init);
+
+    r.log.clear();
+    paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
+    paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
+    VexaQuickSelect::mark(seg, r, running);
+    QStringList mark = {"paint off"};
+    for (int p = 0; p <= 100; p += 10)
+        mark << QStringLiteral("Marking.. %1").arg(p);
+    mark << "Mark done 0" << "paint on" << "update 20x10";
+    QCOMPARE(r.log, mark);
+
+    r.log.clear();
+    VexaQuickSelect::matte(seg, r, running);
+    QStringList matte = {"paint off"};
+    for (int p = 0; p <= 80; p += 10)
+        matte << QStringLiteral("Alpha Extracting .. %1").arg(p);
+    matte << "view alpha" << "view matte" << "update 20x10" << "Alpha Extract done .. 0" << "paint on";
+    QCOMPARE(r.log, matte);
+}
+
+void TestQuickSelect::hintsLeaveEverythingAlone_data()
+{
+    QTest::addColumn<bool>("foreground");
+    QTest::addColumn<bool>("background");
+    QTest::addColumn<QString>("hint");
+    QTest::newRow("nothing marked") << false << false << "Please mark foreground objects.";
+    QTest::newRow("background only") << false << true << "Please mark foreground objects.";
+    QTest::newRow("foreground only") << true << false << "Please mark background regions.";
+}
+
+void TestQuickSelect::hintsLeaveEverythingAlone()
+{
+    QFETCH(bool, foreground);
+    QFETCH(bool, background);
+    QFETCH(QString, hint);
+    VexaSegmentation seg;
+    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    if (foreground)
+        paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
+    if (background)
+        paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
+    const QImage alpha = seg.alphaImage, result = seg.resultImage, marks = seg.markImage;
+    r.log.clear();
+    VexaQuickSelect::mark(seg, r, running);
+    QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0", "Marking.. 10", "Marking.. 20", "message " + hint, "Mark done 0", "paint on"}));
+    QCOMPARE(seg.alphaImage, alpha);
+    QCOMPARE(seg.resultImage, result);
+    QCOMPARE(seg.markImage, marks);
+    QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
+    QCOMPARE(seg.graph->get_trcap(0), 0);
+}
+
+void TestQuickSelect::markingRules()
+{
+    // Two flat areas: one region each side, K = 1.
+    VexaSegmentation seg;
+    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
+    seg.sensitivity = 0;
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    paintMarks(seg, QRect(1, 1, 2, 2), VexaSegmentation::ForegroundMark);
+    paintMarks(seg, QRect(16, 1, 2, 2), VexaSegmentation::BackgroundMark);
+    VexaQuickSelect::mark(seg, r, running);
+    QCOMPARE(seg.terminalWeights, std::vector<int>({100000000, -100000000}));
+    QCOMPARE(seg.alphaImage.pixel(1, 5), 0xFFFFFFFFu);
+    QCOMPARE(seg.alphaImage.pixel(18, 5), 0xFF000000u);
+    // Marks survive the smoothing; the band follows the cut, marks on it included.
+    QCOMPARE(seg.alphaImage.pixel(1, 1), 0xFFFFFFFFu);
+    QCOMPARE(seg.markImage.pixel(9, 5), VexaSegmentation::BoundaryMark);
+    QCOMPARE(seg.markImage.pixel(10, 5), VexaSegmentation::BoundaryMark);
+    QCOMPARE(seg.markImage.pixel(3, 5), 0u);
+    QCOMPARE(seg.resultImage.pixel(18, 5), qRgba(0, 0, 250, 0));
+
+    // A region marked both ways is background.
+    paintMarks(seg, QRect(5, 5, 1, 1), VexaSegmentation::BackgroundMark);
+    VexaQuickSelect::mark(seg, r, running);
+    QCOMPARE(seg.terminalWeights[0], -100000000);
+    QCOMPARE(seg.alphaImage.pixel(7, 7), 0xFF000000u);
+    // Repeated runs give the same result.
+    const QImage once = seg.alphaImage;
+    VexaQuickSelect::mark(seg, r, running);
+    QCOMPARE(seg.alphaImage, once);
+}
+
+void TestQuickSelect::resetMarksStopActing()
+{
+    // Three areas: red | green | blue. Mark red as object, blue as background: green follows
+    // its colour. Then marks are reset and green is marked as background instead.
+    QImage img(30, 8, QImage::Format_ARGB32);
+    for (int y = 0; y < 8; ++y)
+        for (int x = 0; x < 30; ++x)
+            img.setPixel(x, y, x < 10 ? qRgb(240, 20, 20) : x < 20 ? qRgb(200, 60, 40) : qRgb(10, 20, 240));
+    VexaSegmentation seg;
+    seg.load(img);
+    seg.sensitivity = 50;
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    paintMarks(seg, QRect(1, 1, 2, 2), VexaSegmentation::ForegroundMark);
+    paintMarks(seg, QRect(25, 1, 2, 2), VexaSegmentation::BackgroundMark);
+    VexaQuickSelect::mark(seg, r, running);
+    QCOMPARE(seg.alphaImage.pixel(15, 4), 0xFFFFFFFFu); // near the object's colour
+    seg.reset();
+    paintMarks(seg, QRect(1, 1, 2, 2), VexaSegmentation::ForegroundMark);
+    paintMarks(seg, QRect(14, 1, 2, 2), VexaSegmentation::BackgroundMark);
+    VexaQuickSelect::mark(seg, r, running);
+    QCOMPARE(seg.alphaImage.pixel(15, 4), 0xFF000000u);
+    QCOMPARE(seg.alphaImage.pixel(27, 4), 0xFF000000u); // no longer hard-marked, but far from the object
+    QCOMPARE(seg.alphaImage.pixel(3, 4), 0xFFFFFFFFu);
+}
+
+void TestQuickSelect::mattingCases()
+{
+    // A band between an object (left) and background (right), with one unknown pixel whose
+    // colour equals a known pixel 8 columns away: the shrinking takes its label across the band.
+    QImage img(40, 9, QImage::Format_ARGB32);
+    for (int y = 0; y < 9; ++y)
+        for (int x = 0; x < 40; ++x)
+            img.setPixel(x, y, x < 16 ? qRgb(250, 250, 250) : x < 24 ? qRgb(128 + x, 100, 100) : qRgb(0, 0, 0));
+    img.setPixel(20, 4, qRgb(0, 0, 0)); // same colour as the background at (28, 4)
+    VexaSegmentation seg;
+    seg.load(img);
+    paintMarks(seg, QRect(0, 0, 2, 9), VexaSegmentation::ForegroundMark);
+    paintMarks(seg, QRect(38, 0, 2, 9), VexaSegmentation::BackgroundMark);
+    paintMarks(seg, QRect(16, 0, 8, 9), VexaSegmentation::BoundaryMark);
+    Recorder r;
+    VexaQuickSelect::matte(seg, r, running);
+    VexaSegmentation plain;
+    plain.load(img);
+    plain.markImage = seg.markImage;
+    Reference::matte(plain);
+    compareSegmentations(seg, plain);
+    QCOMPARE(seg.alphaImage.pixel(0, 4), 0xFFFFFFFFu);  // marks keep 255
+    QCOMPARE(seg.alphaImage.pixel(39, 4), 0xFF000000u); // and 0
+
+    // One foreground and one background sample: 255 * b / (f + b) of that single pair.
+    const QRgb white = qRgb(255, 255, 255), black = qRgb(0, 0, 0), grey = qRgb(200, 200, 200);
+    const float f = std::sqrt(3 * (200 / 255.0f - 1.0f) * (200 / 255.0f - 1.0f));
+    const float b = std::sqrt(3 * (200 / 255.0f) * (200 / 255.0f));
+    QCOMPARE(VexaQuickSelect::alphaFromSamples(grey, &white, 1, &black, 1), int(b / (f + b) * 255.0));
+    // A sample of exactly the pixel's colour: its weight is 1 and the others' 0 (the limit of
+    // 0/0), so the estimate is defined and follows the exact match.
+    QCOMPARE(VexaQuickSelect::alphaFromSamples(white, &white, 1, &black, 1), 255);
+    QCOMPARE(VexaQuickSelect::alphaFromSamples(black, &white, 1, &black, 1), 0);
+    const QRgb fgs[2] = {grey, qRgb(250, 250, 250)};
+    const int mixed = VexaQuickSelect::alphaFromSamples(grey, fgs, 2, &black, 1);
+    QVERIFY(mixed > 0 && mixed <= 255);
+    QCOMPARE(VexaQuickSelect::alphaFromSamples(grey, fgs, 2, nullptr, 0), 0); // no background sample
+}
+
+void TestQuickSelect::noBandOnlySoftensEdges()
+{
+    VexaSegmentation seg;
+    seg.load(halves(16, 6, qRgb(200, 200, 200), qRgb(20, 20, 20)));
+    paintMarks(seg, QRect(0, 0, 2, 6), VexaSegmentation::ForegroundMark);
+    paintMarks(seg, QRect(8, 0, 1, 6), VexaSegmentation::BackgroundMark); // a wall the flood stops at
+    Recorder r;
+    VexaQuickSelect::matte(seg, r, running);
+    // Binary trimap, no unknown pixels: far from its edge the matte is 255 or 0.
+    QCOMPARE(seg.alphaImage.pixel(3, 3), 0xFFFFFFFFu);
+    QCOMPARE(seg.alphaImage.pixel(14, 3), 0xFF000000u);
+    QCOMPARE(seg.alphaImage.pixel(8, 3), 0xFF000000u);
+}
+
+void TestQuickSelect::emptyImage()
+{
+    VexaSegmentation seg;
+    seg.load(QImage());
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    QVERIFY(!seg.graph);
+    QCOMPARE(seg.regionColors.size(), size_t(0));
+    QCOMPARE(r.log.last(), QStringLiteral("paint on"));
+    r.log.clear();
+    VexaQuickSelect::mark(seg, r, running);
+    QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0"}));
+    r.log.clear();
+    VexaQuickSelect::matte(seg, r, running);
+    QVERIFY(r.log.isEmpty());
+    // A mark step on a loaded image whose init never ran stops the same way.
+    VexaSegmentation fresh;
+    fresh.load(flat(5, 5, qRgb(1, 1, 1)));
+    VexaQuickSelect::mark(fresh, r, running);
+    QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0"}));
+}
+
+void TestQuickSelect::cancellation()
+{
+    // Cancelled before it starts: init stops at its first check and builds nothing.
+    VexaSegmentation seg;
+    seg.load(photo("coffee.png", 200));
+    Recorder r;
+    const std::atomic<bool> cancelled{true};
+    VexaQuickSelect::init(seg, r, cancelled);
+    QVERIFY(!seg.graph);
+    QVERIFY(!r.log.contains(QStringLiteral("paint on")));
+    // Cancelled while running on another thread: each step returns, nothing crashes.
+    std::atomic<bool> stop{false};
+    VexaSegmentation big;
+    big.load(photo("coffee.png", 600));
+    Recorder quiet;
+    VexaQuickSelect::init(big, quiet, stop);
+    scribble(big);
+    for (auto step : {VexaQuickSelect::mark, VexaQuickSelect::matte}) {
+        stop = false;
+        std::thread worker([&] { step(big, quiet, stop); });
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        stop = true;
+        worker.join();
+    }
+}
+
+void TestQuickSelect::commandLine_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("output");
+    QTest::newRow("mark and matte") << QStringList{"--steps", "mark,matte", "--timings"} << 0 << "regions ";
+    QTest::newRow("no background marks") << QStringList{"--steps", "mark", "NOBG"} << 1 << "Please mark background regions.";
+    QTest::newRow("bad steps") << QStringList{"--steps", "cut"} << 2 << "--steps";
+    QTest::newRow("bad sensitivity") << QStringList{"--sensitivity", "101"} << 2 << "--sensitivity";
+    QTest::newRow("size mismatch") << QStringList{"SMALLMARKS"} << 2 << "the marks are";
+    QTest::newRow("unreadable image") << QStringList{"NOIMAGE"} << 2 << "cannot read the image";
+}
+
+void TestQuickSelect::commandLine()
+{
+    QFETCH(QStringList, args);
+    QFETCH(int, exitCode);
+    QFETCH(QString, output);
+    QTemporaryDir dir;
+    const QImage img = halves(40, 20, qRgb(240, 30, 30), qRgb(30, 30, 240));
+    img.save(dir.filePath("image.png"));
+    QImage marks = flat(40, 20, qRgb(0, 0, 0));
+    for (int y = 2; y < 5; ++y) {
+        marks.setPixel(3, y, qRgb(255, 0, 0));
+        marks.setPixel(36, y, qRgb(0, 0, 255));
+    }
+    marks.save(dir.filePath("marks.png"));
+    QImage onlyFg = marks;
+    for (int y = 2; y < 5; ++y)
+        onlyFg.setPixel(36, y, qRgb(0, 0, 0));
+    onlyFg.save(dir.filePath("fg.png"));
+    flat(10, 10, 0).save(dir.filePath("small.png"));
+
+    QString image = dir.filePath("image.png"), marksFile = dir.filePath("marks.png");
+    if (args.removeAll("NOBG"))
+        marksFile = dir.filePath("fg.png");
+    if (args.removeAll("SMALLMARKS"))
+        marksFile = dir.filePath("small.png");
+    if (args.removeAll("NOIMAGE"))
+        image = dir.filePath("missing.png");
+    QProcess cli;
+    cli.start(QStringLiteral(VEXA_CLI_PATH),
+              args + QStringList{"--alpha", dir.filePath("alpha.png"), "--result", dir.filePath("result.png"), "--marks-out",
+                                 dir.filePath("marks-out.png"), image, marksFile});
+    QVERIFY(cli.waitForFinished(60000));
+    const QString text = QString::fromLocal8Bit(cli.readAllStandardOutput() + cli.readAllStandardError());
+    QCOMPARE(cli.exitCode(), exitCode);
+    QVERIFY2(text.contains(output), qPrintable(text));
+    if (exitCode == 0) {
+        const QImage alpha(dir.filePath("alpha.png"));
+        QCOMPARE(alpha.size(), QSize(40, 20));
+        QCOMPARE(qGray(alpha.pixel(3, 10)), 255);
+        QCOMPARE(qGray(alpha.pixel(36, 10)), 0);
+        QCOMPARE(qAlpha(QImage(dir.filePath("result.png")).pixel(36, 10)), 0);
+        QVERIFY(text.contains("init ") && text.contains(" ms"));
+    }
+}
+
+QTEST_MAIN(TestQuickSelect)
+#include "tst_quickselect.moc"
