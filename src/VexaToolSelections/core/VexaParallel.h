@@ -25,3 +25,31 @@ void parallelRanges(int count, Body&& body)
     for (std::thread& t : threads)
         t.join();
 }
+
+#include <atomic>
+
+// Runs body(i) for every i in [0, count), handing out chunks of `chunk` items to one thread per
+// core as they finish: for work whose cost varies a lot from item to item. Items must be
+// independent.
+template <class Body>
+void parallelItems(int count, int chunk, Body&& body)
+{
+    const int workers = std::max(1, std::min<int>(int(std::thread::hardware_concurrency()), count / chunk));
+    std::atomic<int> next{0};
+    auto work = [&] {
+        for (;;) {
+            const int first = next.fetch_add(chunk);
+            if (first >= count)
+                return;
+            const int last = std::min(count, first + chunk);
+            for (int i = first; i < last; ++i)
+                body(i);
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int w = 1; w < workers; ++w)
+        threads.emplace_back(work);
+    work();
+    for (std::thread& t : threads)
+        t.join();
+}

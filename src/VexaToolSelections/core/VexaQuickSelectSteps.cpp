@@ -13,6 +13,10 @@
 #include <deque>
 #include <random>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 VexaQuickSelectReporter::~VexaQuickSelectReporter() = default;
 
 namespace VexaQuickSelect {
@@ -209,15 +213,26 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
         int count;
     };
     std::vector<std::vector<NodeLink>> links(static_cast<size_t>(N));
+    // Along a border the same pair comes again and again: the last one found is tried first.
+    int lastLo = -1, lastHi = -1;
+    size_t lastAt = 0;
     auto record = [&](int a, int b) {
         const int lo = std::min(a, b), hi = std::max(a, b);
         std::vector<NodeLink>& list = links[size_t(lo)];
-        for (NodeLink& l : list) {
-            if (l.neighbour == hi) {
-                ++l.count;
+        if (lo == lastLo && hi == lastHi) {
+            ++list[lastAt].count;
+            return;
+        }
+        lastLo = lo;
+        lastHi = hi;
+        for (size_t k = 0; k < list.size(); ++k) {
+            if (list[k].neighbour == hi) {
+                ++list[k].count;
+                lastAt = k;
                 return;
             }
         }
+        lastAt = list.size();
         list.push_back({hi, 1});
     };
     for (int y = 0; y < H; ++y) {
@@ -243,18 +258,38 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     }
     report.progress(text, 80);
 
+    // The channels as QColor gives them (float c / 255), once per region.
+    std::vector<float> fr(static_cast<size_t>(N)), fgr(static_cast<size_t>(N)), fb(static_cast<size_t>(N));
+    for (size_t r = 0; r < size_t(N); ++r) {
+        fr[r] = seg.regionColors[r].redF();
+        fgr[r] = seg.regionColors[r].greenF();
+        fb[r] = seg.regionColors[r].blueF();
+    }
+    // Weights on both cores (each link on its own), then the edges in their fixed order.
+    std::vector<int> weights;
+    std::vector<size_t> firstLink(static_cast<size_t>(N) + 1, 0);
+    for (size_t r = 0; r < size_t(N); ++r)
+        firstLink[r + 1] = firstLink[r] + links[r].size();
+    weights.resize(firstLink.back());
+    parallelRanges(N, [&](int first, int last) {
+        for (int i = first; i < last; ++i) {
+            size_t at = firstLink[size_t(i)];
+            for (const NodeLink& l : links[size_t(i)]) {
+                const size_t a = size_t(i), b = size_t(l.neighbour);
+                const double dr = double(fr[b]) - double(fr[a]);
+                const double dg = double(fgr[b]) - double(fgr[a]);
+                const double db = double(fb[b]) - double(fb[a]);
+                weights[at++] = int(std::exp(-(dr * dr + dg * dg + db * db)) * 10000.0);
+            }
+        }
+    });
+    if (cancel)
+        return;
     for (int i = 0; i < N; ++i) {
-        if (cancel)
-            return;
-        const QColor& ci = seg.regionColors[size_t(i)];
+        size_t at = firstLink[size_t(i)];
         for (const NodeLink& l : links[size_t(i)]) {
-            const QColor& cj = seg.regionColors[size_t(l.neighbour)];
-            const double dr = double(cj.redF()) - double(ci.redF());
-            const double dg = double(cj.greenF()) - double(ci.greenF());
-            const double db = double(cj.blueF()) - double(ci.blueF());
-            const int w = int(std::exp(-(dr * dr + dg * dg + db * db)) * 10000.0);
             // A border long enough to overflow an int cannot occur on a working image; saturate anyway.
-            const int c = int(std::min<long long>(INT_MAX, (long long)l.count * w));
+            const int c = int(std::min<long long>(INT_MAX, (long long)l.count * weights[at++]));
             seg.graph->add_edge(i, l.neighbour, c, c);
         }
     }
@@ -341,13 +376,21 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     }
     report.progress(text, 40);
 
+    // Centre arrays hold 64 entries whatever K is; those past K sit far outside the colour cube
+    // (and their squares still fit an int), so the distance loop has a fixed length the
+    // compiler vectorises and they are never the nearest.
+    constexpr int unusedCentre = 20000;
+    for (Model* m : {&fg, &bg}) {
+        m->r.resize(64, unusedCentre);
+        m->g.resize(64, unusedCentre);
+        m->b.resize(64, unusedCentre);
+    }
     auto nearest = [K](const Model& m, int r, int g, int b) {
-        // All distances first (a loop the compiler vectorises), then the first least one.
         int d[64];
         const int* cr = m.r.data();
         const int* cg = m.g.data();
         const int* cb = m.b.data();
-        for (int k = 0; k < K; ++k)
+        for (int k = 0; k < 64; ++k)
             d[k] = (r - cr[k]) * (r - cr[k]) + (g - cg[k]) * (g - cg[k]) + (b - cb[k]) * (b - cb[k]);
         int best = INT_MAX, index = 0;
         for (int k = 0; k < K; ++k) {
@@ -358,19 +401,33 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
         }
         return std::make_pair(index, best);
     };
+    // The marked regions' mean colours repeat a lot: each distinct colour is clustered once,
+    // with its multiplicity in the sums and counts (the same integers either way).
     struct Colours {
-        std::vector<int> r, g, b;
+        std::vector<int> r, g, b, times;
     };
     auto channels = [](const std::vector<QColor>& colors) {
+        std::vector<QRgb> packed;
+        packed.reserve(colors.size());
+        for (const QColor& c : colors)
+            packed.push_back(qRgb(c.red(), c.green(), c.blue()));
+        std::sort(packed.begin(), packed.end());
         Colours out;
-        for (const QColor& c : colors) {
-            out.r.push_back(c.red());
-            out.g.push_back(c.green());
-            out.b.push_back(c.blue());
+        for (size_t i = 0; i < packed.size();) {
+            size_t j = i;
+            while (j < packed.size() && packed[j] == packed[i])
+                ++j;
+            out.r.push_back(qRed(packed[i]));
+            out.g.push_back(qGreen(packed[i]));
+            out.b.push_back(qBlue(packed[i]));
+            out.times.push_back(int(j - i));
+            i = j;
         }
         return out;
     };
     const Colours fgc = channels(fgColors), bgc = channels(bgColors);
+    fg.member.assign(fgc.r.size(), 0);
+    bg.member.assign(bgc.r.size(), 0);
     // One iteration of one model; false when no colour changed cluster, in which case the
     // centres come out as they went in and every further iteration repeats this one.
     auto iterate = [&](Model& m, const Colours& colors, bool first) {
@@ -381,15 +438,16 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
             m.member[c] = k;
         }
         std::fill(m.count.begin(), m.count.end(), 0);
-        std::fill(m.r.begin(), m.r.end(), 0);
-        std::fill(m.g.begin(), m.g.end(), 0);
-        std::fill(m.b.begin(), m.b.end(), 0);
+        std::fill(m.r.begin(), m.r.begin() + K, 0);
+        std::fill(m.g.begin(), m.g.begin() + K, 0);
+        std::fill(m.b.begin(), m.b.begin() + K, 0);
         for (size_t c = 0; c < colors.r.size(); ++c) {
             const size_t k = size_t(m.member[c]);
-            ++m.count[k];
-            m.r[k] += colors.r[c];
-            m.g[k] += colors.g[c];
-            m.b[k] += colors.b[c];
+            const int n = colors.times[c];
+            m.count[k] += n;
+            m.r[k] += n * colors.r[c];
+            m.g[k] += n * colors.g[c];
+            m.b[k] += n * colors.b[c];
         }
         for (size_t k = 0; k < size_t(K); ++k) {
             const int n = m.count[k] >= 2 ? m.count[k] : 1;
@@ -513,6 +571,100 @@ struct Slot {
     float distance;
 };
 
+// The eight slots of one side while the samples are visited: their distances (squared pixel
+// distances, exact in an int) and the list index of the sample each holds.
+#ifdef __SSE2__
+// Kept in registers: nearly every sample the search looks at replaces a slot, and writing one
+// lane to memory only to load all eight again for the next sample stalls on every sample.
+class SlotSet
+{
+public:
+    void set(const int* dist, const int* index)
+    {
+        m_lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(dist));
+        m_hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(dist + 4));
+        m_ilo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(index));
+        m_ihi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(index + 4));
+        updateFarthest();
+    }
+    int farthest() const { return m_farthest; }
+    // Puts sample `index` at distance d into the first slot farther than d (d < farthest()).
+    void offer(int d, int index)
+    {
+        const __m128i v = _mm_set1_epi32(d);
+        const int mask = _mm_movemask_ps(_mm_castsi128_ps(_mm_cmpgt_epi32(m_lo, v)))
+            | (_mm_movemask_ps(_mm_castsi128_ps(_mm_cmpgt_epi32(m_hi, v))) << 4);
+        const int k = __builtin_ctz(unsigned(mask));
+        const __m128i f = _mm_set1_epi32(m_farthest);
+        const int wasFarthest = (_mm_movemask_ps(_mm_castsi128_ps(_mm_cmpeq_epi32(m_lo, f)))
+                                 | (_mm_movemask_ps(_mm_castsi128_ps(_mm_cmpeq_epi32(m_hi, f))) << 4))
+            & (1 << k);
+        const __m128i lane = _mm_set1_epi32(k);
+        const __m128i selLo = _mm_cmpeq_epi32(lane, _mm_setr_epi32(0, 1, 2, 3));
+        const __m128i selHi = _mm_cmpeq_epi32(lane, _mm_setr_epi32(4, 5, 6, 7));
+        const __m128i vi = _mm_set1_epi32(index);
+        m_lo = _mm_or_si128(_mm_andnot_si128(selLo, m_lo), _mm_and_si128(selLo, v));
+        m_hi = _mm_or_si128(_mm_andnot_si128(selHi, m_hi), _mm_and_si128(selHi, v));
+        m_ilo = _mm_or_si128(_mm_andnot_si128(selLo, m_ilo), _mm_and_si128(selLo, vi));
+        m_ihi = _mm_or_si128(_mm_andnot_si128(selHi, m_ihi), _mm_and_si128(selHi, vi));
+        // Only a replaced farthest slot can lower the bound.
+        if (wasFarthest)
+            updateFarthest();
+    }
+    void get(int* dist, int* index) const
+    {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(dist), m_lo);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(dist + 4), m_hi);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(index), m_ilo);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(index + 4), m_ihi);
+    }
+
+private:
+    void updateFarthest()
+    {
+        int d[8];
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(d), m_lo);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 4), m_hi);
+        m_farthest = *std::max_element(d, d + 8);
+    }
+    __m128i m_lo, m_hi, m_ilo, m_ihi;
+    int m_farthest = 0;
+};
+#else
+class SlotSet
+{
+public:
+    void set(const int* dist, const int* index)
+    {
+        std::copy(dist, dist + 8, m_dist);
+        std::copy(index, index + 8, m_index);
+        m_farthest = *std::max_element(m_dist, m_dist + 8);
+    }
+    int farthest() const { return m_farthest; }
+    void offer(int d, int index)
+    {
+        int k = 0;
+        while (m_dist[k] <= d)
+            ++k;
+        const bool wasFarthest = m_dist[k] == m_farthest;
+        m_dist[k] = d;
+        m_index[k] = index;
+        if (wasFarthest)
+            m_farthest = *std::max_element(m_dist, m_dist + 8);
+    }
+    void get(int* dist, int* index) const
+    {
+        std::copy(m_dist, m_dist + 8, dist);
+        std::copy(m_index, m_index + 8, index);
+    }
+
+private:
+    int m_dist[8];
+    int m_index[8];
+    int m_farthest = 0;
+};
+#endif
+
 // The sample slots of the nearest-sample rule: the first 8 samples fill them, and each later sample
 // replaces the first slot (in slot order) that is strictly farther than itself. Slot distances
 // only ever shrink, so a sample at least as far as the farthest slot at its turn changes
@@ -522,59 +674,51 @@ int nearestSamples(const Samples& s, int x, int y, int H, Slot* chosen)
 {
     const int n = int(s.size());
     const int filled = std::min(8, n);
-    int dist[8];
+    int dist[8], index[8];
     for (int k = 0; k < filled; ++k) {
         const int dx = s.x[size_t(k)] - x, dy = s.y[size_t(k)] - y;
         dist[k] = dx * dx + dy * dy;
-        chosen[k].colour = s.colour[size_t(k)];
+        index[k] = k;
     }
     if (n > 8) {
-        int farthest = *std::max_element(dist, dist + 8);
-        auto consider = [&](int index) {
-            const int dx = s.x[size_t(index)] - x, dy = s.y[size_t(index)] - y;
-            const int d = dx * dx + dy * dy;
-            if (d >= farthest)
-                return;
-            int k = 0;
-            while (dist[k] <= d) // d < farthest: some slot is farther
-                ++k;
-            const bool wasFarthest = dist[k] == farthest;
-            dist[k] = d;
-            chosen[k].colour = s.colour[size_t(index)];
-            // Only a replaced farthest slot can lower the bound.
-            if (wasFarthest)
-                farthest = *std::max_element(dist, dist + 8);
-        };
-        const int firstRow = s.y[8];
+        SlotSet slots8;
+        slots8.set(dist, index);
+        const int* sx = s.x.data();
         // Rows above y whose distance alone reaches the farthest slot cannot contribute.
-        int r = firstRow;
-        if (r < y) {
-            const int reach = int(std::sqrt(double(farthest)));
-            r = std::max(r, y - reach);
-        }
+        int r = s.y[8];
+        if (r < y)
+            r = std::max(r, y - int(std::sqrt(double(slots8.farthest()))));
         for (; r < H; ++r) {
             const int dy2 = (r - y) * (r - y);
-            if (dy2 >= farthest) {
+            if (dy2 >= slots8.farthest()) {
                 if (r > y)
                     break;
                 // Still out of reach above the pixel: go straight to the first row within it.
-                r = std::max(r, y - int(std::sqrt(double(farthest)))) - 1;
+                r = std::max(r, y - int(std::sqrt(double(slots8.farthest())))) - 1;
                 continue;
             }
             int begin = std::max(s.rowStart[size_t(r)], 8);
-            const int end = s.rowStart[size_t(r) + 1];
+            int end = s.rowStart[size_t(r) + 1];
             if (begin >= end)
                 continue;
-            // Columns with dx^2 >= farthest - dy2 cannot contribute either.
-            const int room = farthest - dy2 - 1;
-            const int maxDx = int(std::sqrt(double(room)));
-            begin = int(std::lower_bound(s.x.begin() + begin, s.x.begin() + end, x - maxDx) - s.x.begin());
-            for (int k = begin; k < end && s.x[size_t(k)] <= x + maxDx; ++k)
-                consider(k);
+            if (end - begin > 16) {
+                // A long row: columns with dx^2 >= farthest - dy2 cannot contribute either.
+                const int maxDx = int(std::sqrt(double(slots8.farthest() - dy2 - 1)));
+                begin = int(std::lower_bound(sx + begin, sx + end, x - maxDx) - sx);
+                end = int(std::upper_bound(sx + begin, sx + end, x + maxDx) - sx);
+            }
+            for (int k = begin; k < end; ++k) {
+                const int d = (sx[k] - x) * (sx[k] - x) + dy2;
+                if (d < slots8.farthest())
+                    slots8.offer(d, k);
+            }
         }
+        slots8.get(dist, index);
     }
-    for (int k = 0; k < filled; ++k)
+    for (int k = 0; k < filled; ++k) {
+        chosen[k].colour = s.colour[size_t(index[k])];
         chosen[k].distance = float(dist[k]);
+    }
     return filled;
 }
 
@@ -754,7 +898,7 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
                 const int yy = y + 4 * j;
                 if (yy < 0 || yy >= H)
                     continue;
-                const QRgb* arow = row(alpha, yy);
+                const QRgb* arow = row(static_cast<const QImage&>(alpha), yy);
                 const QRgb* srow = row(seg.sourceImage, yy);
                 for (int k = -4; k <= 4; ++k) {
                     const int xx = x + 4 * k;
@@ -778,14 +922,17 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
     report.progress(text, 40);
 
     Samples fgSamples, bgSamples;
+    const QImage& trimap = alpha;
     for (int y = 0; y < H; ++y) {
-        const QRgb* a = row(alpha, y);
+        const QRgb* a = row(trimap, y);
+        const QRgb* up = y > 0 ? row(trimap, y - 1) : nullptr;
+        const QRgb* down = y < H - 1 ? row(trimap, y + 1) : nullptr;
         const QRgb* s = row(seg.sourceImage, y);
         for (int x = 0; x < W; ++x) {
             if (a[x] != trimapForeground && a[x] != trimapBackground)
                 continue;
             const bool touches = (x > 0 && a[x - 1] == trimapUnknown) || (x < W - 1 && a[x + 1] == trimapUnknown)
-                || (y > 0 && row(alpha, y - 1)[x] == trimapUnknown) || (y < H - 1 && row(alpha, y + 1)[x] == trimapUnknown);
+                || (up && up[x] == trimapUnknown) || (down && down[x] == trimapUnknown);
             if (!touches)
                 continue;
             Samples& side = a[x] == trimapBackground ? bgSamples : fgSamples;
@@ -801,18 +948,18 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
         return;
 
     // Each unknown pixel depends on the sample lists alone: they are estimated in parallel.
+    // The cost per pixel varies widely (a pixel low in the band searches from its top), so work
+    // is handed out in small chunks.
     std::vector<int> values(unknown.size());
-    parallelRanges(int(unknown.size()), [&](int first, int last) {
+    parallelItems(int(unknown.size()), 64, [&](int n) {
+        if (cancel.load(std::memory_order_relaxed))
+            return;
         Slot fg[8], bg[8];
-        for (int n = first; n < last; ++n) {
-            if ((n & 255) == 0 && cancel.load(std::memory_order_relaxed))
-                return;
-            const int i = unknown[size_t(n)];
-            const int x = i % W, y = i / W;
-            const int nf = nearestSamples(fgSamples, x, y, H, fg);
-            const int nb = nearestSamples(bgSamples, x, y, H, bg);
-            values[size_t(n)] = nf && nb ? estimateAlpha(row(seg.sourceImage, y)[x], fg, nf, bg, nb) : 0;
-        }
+        const int i = unknown[size_t(n)];
+        const int x = i % W, y = i / W;
+        const int nf = nearestSamples(fgSamples, x, y, H, fg);
+        const int nb = nearestSamples(bgSamples, x, y, H, bg);
+        values[size_t(n)] = nf && nb ? estimateAlpha(row(seg.sourceImage, y)[x], fg, nf, bg, nb) : 0;
     });
     if (cancel)
         return;

@@ -1,6 +1,5 @@
 #include "VexaWatershed.h"
 
-#include <deque>
 
 int watershed(QImage const& image, std::vector<int>& labels)
 {
@@ -29,18 +28,19 @@ int watershed(QImage const& image, std::vector<int>& labels)
     }
 
     int regions = 0;
-    std::deque<int> queue;
+    // A first-in first-out queue over one buffer: each pixel enters it at most once per
+    // descent and once per flood, so a run never needs more than twice the pixel count.
+    std::vector<int> queue(2 * size_t(W) * size_t(H) + 1);
     const int total = W * H;
     for (int p = 0; p < total; ++p) {
         if (labels[size_t(p)] >= 0)
             continue;
-        queue.clear();
-        queue.push_back(p);
+        size_t head = 0, tail = 0;
+        queue[tail++] = p;
         // Descent: follow the first strictly lower unlabelled neighbour (left, right, up, down)
         // down to a local minimum.
         for (;;) {
-            const int cur = queue.front();
-            queue.pop_front();
+            const int cur = queue[head++];
             const int x = cur % W, y = cur / W;
             const int gc = g[size_t(cur)];
             int next = -1;
@@ -53,24 +53,23 @@ int watershed(QImage const& image, std::vector<int>& labels)
             else if (y < H - 1 && labels[size_t(cur + W)] < 0 && g[size_t(cur + W)] < gc)
                 next = cur + W;
             if (next >= 0) {
-                queue.push_back(next);
+                queue[tail++] = next;
                 continue;
             }
             labels[size_t(cur)] = regions++;
-            queue.push_back(cur);
+            queue[tail++] = cur;
             break;
         }
         // Flood: climb along non-decreasing gradients through unlabelled pixels.
-        while (!queue.empty()) {
-            const int cur = queue.front();
-            queue.pop_front();
+        while (head < tail) {
+            const int cur = queue[head++];
             const int x = cur % W, y = cur / W;
             const int label = labels[size_t(cur)];
             const int gc = g[size_t(cur)];
             auto visit = [&](int n) {
                 if (labels[size_t(n)] < 0 && g[size_t(n)] >= gc) {
                     labels[size_t(n)] = label;
-                    queue.push_back(n);
+                    queue[tail++] = n;
                 }
             };
             if (x > 0)
