@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <limits>
 #include <cmath>
 #include <cstdint>
 #include <deque>
@@ -430,13 +431,79 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     bg.member.assign(bgc.r.size(), 0);
     // One iteration of one model; false when no colour changed cluster, in which case the
     // centres come out as they went in and every further iteration repeats this one.
-    auto iterate = [&](Model& m, const Colours& colors, bool first) {
+    //
+    // Most colours keep their cluster from one iteration to the next. Each keeps an upper
+    // bound on its (Euclidean) distance to its centre and a lower bound on its distance to all
+    // the others, loosened by how far the centres moved; while the first stays clearly below
+    // the second every other centre is strictly farther, so the least-distance rule (ties to
+    // the lowest index) keeps the cluster and the full search is skipped. Close calls and ties
+    // go to the exact integer search.
+    struct Bounds {
+        std::vector<double> upper, lower;
+    };
+    Bounds fgBounds{std::vector<double>(fgc.r.size()), std::vector<double>(fgc.r.size())};
+    Bounds bgBounds{std::vector<double>(bgc.r.size()), std::vector<double>(bgc.r.size())};
+    constexpr double margin = 1e-7; // far below the gap between square roots of distinct integers here
+    auto fullSearch = [K](const Model& m, int r, int g, int b, double& upper, double& lower) {
+        int best = INT_MAX, second = INT_MAX, index = 0;
+        for (int k = 0; k < K; ++k) {
+            const int d = squaredDistance(r, g, b, m.r[size_t(k)], m.g[size_t(k)], m.b[size_t(k)]);
+            if (d < best) {
+                second = best;
+                best = d;
+                index = k;
+            } else if (d < second) {
+                second = d;
+            }
+        }
+        upper = std::sqrt(double(best));
+        lower = second == INT_MAX ? std::numeric_limits<double>::infinity() : std::sqrt(double(second));
+        return index;
+    };
+    auto iterate = [&](Model& m, Bounds& bounds, const Colours& colors, bool first, const std::vector<double>& shift) {
+        // The largest and second largest centre shift: the lower bound of a colour loses the
+        // largest shift of the centres other than its own.
+        int top = -1;
+        double topShift = 0, secondShift = 0;
+        if (!first) {
+            for (int k = 0; k < K; ++k) {
+                if (shift[size_t(k)] > topShift) {
+                    secondShift = topShift;
+                    topShift = shift[size_t(k)];
+                    top = k;
+                } else if (shift[size_t(k)] > secondShift) {
+                    secondShift = shift[size_t(k)];
+                }
+            }
+        }
         bool moved = first;
         for (size_t c = 0; c < colors.r.size(); ++c) {
-            const int k = nearest(m, colors.r[c], colors.g[c], colors.b[c]).first;
+            double& upper = bounds.upper[c];
+            double& lower = bounds.lower[c];
+            int k;
+            if (first) {
+                k = fullSearch(m, colors.r[c], colors.g[c], colors.b[c], upper, lower);
+            } else {
+                const int a = m.member[c];
+                upper += shift[size_t(a)];
+                lower -= a == top ? secondShift : topShift;
+                if (upper + margin < lower) {
+                    k = a;
+                } else {
+                    upper = std::sqrt(double(squaredDistance(colors.r[c], colors.g[c], colors.b[c], m.r[size_t(a)],
+                                                             m.g[size_t(a)], m.b[size_t(a)])));
+                    k = upper + margin < lower ? a : fullSearch(m, colors.r[c], colors.g[c], colors.b[c], upper, lower);
+                }
+            }
             moved |= k != m.member[c];
             m.member[c] = k;
         }
+        return moved;
+    };
+    // New centres from the clusters; `shift` gets how far each moved.
+    auto recentre = [K](Model& m, const Colours& colors, std::vector<double>& shift) {
+        const std::vector<int> oldR(m.r.begin(), m.r.begin() + K), oldG(m.g.begin(), m.g.begin() + K),
+            oldB(m.b.begin(), m.b.begin() + K);
         std::fill(m.count.begin(), m.count.end(), 0);
         std::fill(m.r.begin(), m.r.begin() + K, 0);
         std::fill(m.g.begin(), m.g.begin() + K, 0);
@@ -454,15 +521,20 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
             m.r[k] /= n;
             m.g[k] /= n;
             m.b[k] /= n;
+            shift[k] = std::sqrt(double(squaredDistance(m.r[k], m.g[k], m.b[k], oldR[k], oldG[k], oldB[k])));
         }
-        return moved;
     };
+    std::vector<double> fgShift(static_cast<size_t>(K), 0.0), bgShift(static_cast<size_t>(K), 0.0);
     bool fgMoving = true, bgMoving = true;
     for (int it = 0; it < 4 * K && (fgMoving || bgMoving); ++it) {
-        if (fgMoving)
-            fgMoving = iterate(fg, fgc, it == 0);
-        if (bgMoving)
-            bgMoving = iterate(bg, bgc, it == 0);
+        if (fgMoving) {
+            fgMoving = iterate(fg, fgBounds, fgc, it == 0, fgShift);
+            recentre(fg, fgc, fgShift);
+        }
+        if (bgMoving) {
+            bgMoving = iterate(bg, bgBounds, bgc, it == 0, bgShift);
+            recentre(bg, bgc, bgShift);
+        }
     }
     report.progress(text, 50);
     if (cancel)
