@@ -345,19 +345,29 @@ void Graph<captype, tcaptype, flowtype>::augment(arc* middle_arc)
     graph_detail::add_flow<flowtype>(flow, bottleneck);
 }
 
+// An orphan of the source tree (sink = false) or of the sink tree (sink = true): the two are
+// mirror images, the source side looking at the residual of each arc's sister, the sink side
+// at the arc's own.
 template <typename captype, typename tcaptype, typename flowtype>
-void Graph<captype, tcaptype, flowtype>::process_source_orphan(node* i)
+template <bool sink>
+inline void Graph<captype, tcaptype, flowtype>::process_orphan(node* i)
 {
+    auto residual = [](const arc* a0) {
+        if constexpr (sink)
+            return a0->r_cap;
+        else
+            return a0->sister->r_cap;
+    };
     arc* a0_min = nullptr;
     int d_min = INFINITE_D;
 
-    // A new parent: the neighbour in the source tree closest to the source, found by walking
+    // A new parent: the neighbour in the same tree closest to its terminal, found by walking
     // up with distances cached per TIME stamp.
     for (arc* a0 = i->first; a0; a0 = a0->next) {
-        if (!a0->sister->r_cap)
+        if (!residual(a0))
             continue;
         node* j = a0->head;
-        if (j->is_sink || !j->parent)
+        if (bool(j->is_sink) != sink || !j->parent)
             continue;
         int d = 0;
         for (;;) {
@@ -400,8 +410,8 @@ void Graph<captype, tcaptype, flowtype>::process_source_orphan(node* i)
     for (arc* a0 = i->first; a0; a0 = a0->next) {
         node* j = a0->head;
         arc* a = j->parent;
-        if (!j->is_sink && a) {
-            if (a0->sister->r_cap)
+        if (bool(j->is_sink) == sink && a) {
+            if (residual(a0))
                 set_active(j);
             if (is_arc(a) && a->head == i)
                 set_orphan_rear(j);
@@ -410,64 +420,15 @@ void Graph<captype, tcaptype, flowtype>::process_source_orphan(node* i)
 }
 
 template <typename captype, typename tcaptype, typename flowtype>
+void Graph<captype, tcaptype, flowtype>::process_source_orphan(node* i)
+{
+    process_orphan<false>(i);
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
 void Graph<captype, tcaptype, flowtype>::process_sink_orphan(node* i)
 {
-    arc* a0_min = nullptr;
-    int d_min = INFINITE_D;
-
-    for (arc* a0 = i->first; a0; a0 = a0->next) {
-        if (!a0->r_cap)
-            continue;
-        node* j = a0->head;
-        if (!j->is_sink || !j->parent)
-            continue;
-        int d = 0;
-        for (;;) {
-            if (j->TS == TIME) {
-                d += j->DIST;
-                break;
-            }
-            arc* a = j->parent;
-            ++d;
-            if (a == terminal()) {
-                j->TS = TIME;
-                j->DIST = 1;
-                break;
-            }
-            if (a == orphan()) {
-                d = INFINITE_D;
-                break;
-            }
-            j = a->head;
-        }
-        if (d < INFINITE_D) {
-            if (d < d_min) {
-                a0_min = a0;
-                d_min = d;
-            }
-            for (j = a0->head; j->TS != TIME; j = j->parent->head) {
-                j->TS = TIME;
-                j->DIST = d--;
-            }
-        }
-    }
-
-    if ((i->parent = a0_min)) {
-        i->TS = TIME;
-        i->DIST = d_min + 1;
-        return;
-    }
-    add_to_changed_list(i);
-    for (arc* a0 = i->first; a0; a0 = a0->next) {
-        node* j = a0->head;
-        arc* a = j->parent;
-        if (j->is_sink && a) {
-            if (a0->r_cap)
-                set_active(j);
-            if (is_arc(a) && a->head == i)
-                set_orphan_rear(j);
-        }
-    }
+    process_orphan<true>(i);
 }
 
 template <typename captype, typename tcaptype, typename flowtype>

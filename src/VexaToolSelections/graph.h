@@ -288,6 +288,8 @@ private:
     void augment(arc* middle_arc);
     void process_source_orphan(node* i);
     void process_sink_orphan(node* i);
+    template <bool sink>
+    void process_orphan(node* i);
     void adopt_orphans();
 };
 
