@@ -284,6 +284,10 @@ void TestSelection::inverseAndClear()
     sel.deselect();
     QVERIFY(!sel.hasSelection());
     QCOMPARE(sel.getTranslation(), QPointF());
+    // A write through the writable mask is seen, although the answer is cached otherwise.
+    QVERIFY(!sel.hasSelection());
+    sel.getMask()[2] = 7;
+    QVERIFY(sel.hasSelection());
 }
 
 void TestSelection::translation_data()

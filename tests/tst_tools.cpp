@@ -47,8 +47,6 @@ class TestTools : public QObject
 {
     Q_OBJECT
 private slots:
-    void identities_data();
-    void identities();
     void modeFollowsModifiers_data();
     void modeFollowsModifiers();
     void featherIsClamped_data();
@@ -82,38 +80,6 @@ private slots:
     void moveNeedsSelection();
     void panelsTranslated();
 };
-
-void TestTools::identities_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QString>("category");
-    QTest::addColumn<QString>("description");
-    QTest::newRow("rect") << "Rectangular Marquee Tool" << "95EDCB73-6A06-4479-BC81-893395270521" << "Selection" << "This tool is to make selection";
-    QTest::newRow("polygon") << "Polygonal Lasso Tool" << "95EDCB73-6A06-4479-BC81-893395270523" << "Selection"
-                             << "Alt+Z to delete/recover latest point, double click to close the path";
-    QTest::newRow("lasso") << "Lasso Tool" << "95EDCB73-6A06-4479-BC81-893395270522" << "Selection" << "This tool is to make selection";
-    QTest::newRow("move") << "Move Selection" << "95EDCB73-6A06-4479-BC81-893395270525" << "" << "This tool is to move selection";
-    QTest::newRow("ellipse") << "Ellipse Select Tool" << "95EDCB73-6A06-4479-BC81-893395270535" << "Selection" << "This tool is to make selection";
-}
-
-void TestTools::identities()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, id);
-    QFETCH(QString, category);
-    QFETCH(QString, description);
-    QObject parent;
-    IVexaTool* tool = getInstance(&parent, name);
-    QVERIFY(tool);
-    QCOMPARE(tool->parent(), &parent);
-    QCOMPARE(tool->toolName, name);
-    QCOMPARE(tool->toolId, id);
-    QCOMPARE(tool->toolCategory, category);
-    QCOMPARE(tool->toolDescription, description);
-    QCOMPARE(tool->toolVersion, QStringLiteral("1.0"));
-    QCOMPARE(tool->eventRegistered(QStringLiteral("DOUBLE_CLICK")), !category.isEmpty());
-}
 
 void TestTools::modeFollowsModifiers_data()
 {

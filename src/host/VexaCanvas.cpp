@@ -176,7 +176,8 @@ void VexaCanvas::onTick()
 
 void VexaCanvas::documentChanged()
 {
-    m_display = m_context ? overCheckerboard(m_context->composed()) : QImage();
+    m_composed = m_context ? m_context->composed() : QImage();
+    m_display = m_context ? overCheckerboard(m_composed) : QImage();
     m_textureDirty = true;
     update();
 }
@@ -358,8 +359,7 @@ void VexaCanvas::pickAt(const QPointF& widgetPos)
     const int x = int(std::floor(c.x())), y = int(std::floor(c.y()));
     if (x < 0 || y < 0 || x >= getCanvasWidth() || y >= getCanvasHeight())
         return;
-    const QImage doc = m_context->composed();
-    setFgColor(QColor::fromRgba(doc.pixel(x, y)).toRgb());
+    setFgColor(QColor::fromRgba(m_composed.pixel(x, y)).toRgb());
 }
 
 void VexaCanvas::mousePressEvent(QMouseEvent* event)

@@ -96,7 +96,8 @@ private:
     bool m_picking = false;
     int m_antsPhase = 0;
 
-    QImage m_display;
+    QImage m_composed; // the document as it looks, for picking colours
+    QImage m_display;  // the same over a checkerboard, for the screen
     bool m_textureDirty = true;
     unsigned int m_texture = 0;
     unsigned int m_antsTexture = 0;

@@ -32,15 +32,21 @@ VexaSelection::~VexaSelection() = default;
 
 bool VexaSelection::hasSelection() const
 {
-    for (int y = 0; y < m_height; ++y) {
-        const uint8_t* row = m_mask.data() + size_t(y) * size_t(m_stride);
-        if (std::any_of(row, row + m_width, [](uint8_t v) { return v != 0; }))
-            return true;
+    if (m_nonEmpty < 0) {
+        m_nonEmpty = 0;
+        for (int y = 0; y < m_height && !m_nonEmpty; ++y) {
+            const uint8_t* row = m_mask.data() + size_t(y) * size_t(m_stride);
+            m_nonEmpty = std::any_of(row, row + m_width, [](uint8_t v) { return v != 0; });
+        }
     }
-    return false;
+    return m_nonEmpty == 1;
 }
 
-unsigned char* VexaSelection::getMask() { return m_mask.data(); }
+unsigned char* VexaSelection::getMask()
+{
+    m_nonEmpty = -1; // the caller may write
+    return m_mask.data();
+}
 
 void VexaSelection::modify(const QString& text, const std::function<void(std::vector<uint8_t>&)>& op)
 {
@@ -49,6 +55,7 @@ void VexaSelection::modify(const QString& text, const std::function<void(std::ve
     if (record)
         before = m_mask;
     op(m_mask);
+    m_nonEmpty = -1;
     if (record) {
         if (auto memo = VexaSelectionMemo::create(this, before, m_mask, m_stride, text))
             m_history->pushNewMemo(memo.release());
@@ -159,7 +166,11 @@ void VexaSelection::selectAll()
     });
 }
 
-void VexaSelection::render(VexaCanvas* canvas) { emit renderRequested(canvas); }
+void VexaSelection::render(VexaCanvas* canvas)
+{
+    m_nonEmpty = -1; // written through getMask(), perhaps
+    emit renderRequested(canvas);
+}
 
 void VexaSelection::setTranslation(const QPointF& offset)
 {
@@ -218,5 +229,6 @@ void VexaSelection::restoreRows(int firstRow, const std::vector<uint8_t>& rows)
     if (firstRow < 0 || size_t(firstRow) * size_t(m_stride) + rows.size() > m_mask.size())
         return;
     std::copy(rows.begin(), rows.end(), m_mask.begin() + ptrdiff_t(firstRow) * m_stride);
+    m_nonEmpty = -1;
     emit changed();
 }

@@ -28,6 +28,7 @@ public:
     int combineMode = 0;
 
     virtual bool hasSelection() const;
+    // The mask, writable; a caller that writes through it must call render() afterwards.
     virtual unsigned char* getMask();
     const unsigned char* mask() const { return m_mask.data(); }
     virtual int maskStride() const { return m_stride; }
@@ -80,4 +81,7 @@ private:
     QPointF m_translation;
     VexaHistory* m_history = nullptr;
     std::unique_ptr<VexaSelectionPath> m_lastPath;
+    // Whether any byte is set, known until the mask may have changed: tools ask on every
+    // pointer move, and a full scan of a large mask each time is wasted.
+    mutable int m_nonEmpty = 0; // 1 yes, 0 no, -1 unknown
 };

@@ -158,7 +158,7 @@ bool VexaToolSelectionBase::isInSelection(int x, int y)
     const int px = qRound(p.x()), py = qRound(p.y());
     if (px < 0 || py < 0 || px >= canvas()->getCanvasWidth() || py >= canvas()->getCanvasHeight())
         return false;
-    return sel->getMask()[px + py * sel->maskStride()] >= 128;
+    return sel->mask()[px + py * sel->maskStride()] >= 128;
 }
 
 bool VexaToolSelectionBase::checkSelectionMoveable(int x, int y)
