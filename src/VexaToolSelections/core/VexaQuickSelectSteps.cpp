@@ -956,21 +956,32 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
 
     // Shrinking: an unknown pixel takes the label of the first known pixel of (nearly) its colour
     // on a sparse grid around it. Only unknown pixels act in a pass, so walking their list in
-    // row order is the full pass; assignments count at once for the pixels after them.
+    // row order is the full pass; assignments count at once for the pixels after them. A pixel
+    // can only find a match after one of its grid candidates was assigned, so an assignment
+    // marks the unknown pixels that look at it, and a pass visits only those (still in row
+    // order); a pass that assigns nothing leaves nothing to look at again.
     const float* u = unit().v;
+    std::vector<int> positionOf(size_t(W) * size_t(H), -1); // unknown pixel -> index in `unknown`
+    for (size_t n = 0; n < unknown.size(); ++n)
+        positionOf[size_t(unknown[n])] = int(n);
+    std::vector<char> dirty(unknown.size(), 1);
+    const QImage& trimapView = alpha;
     for (bool changed = true; changed;) {
         changed = false;
-        for (int& i : unknown) {
-            if (i < 0)
+        for (size_t n = 0; n < unknown.size(); ++n) {
+            if (!dirty[n])
                 continue;
+            dirty[n] = 0;
+            const int i = unknown[n];
             const int x = i % W, y = i / W;
             const QRgb c = row(seg.sourceImage, y)[x];
             const float cr = u[qRed(c)], cg = u[qGreen(c)], cb = u[qBlue(c)];
-            for (int j = -4; j <= 4 && i >= 0; ++j) {
+            bool assigned = false;
+            for (int j = -4; j <= 4 && !assigned; ++j) {
                 const int yy = y + 4 * j;
                 if (yy < 0 || yy >= H)
                     continue;
-                const QRgb* arow = row(static_cast<const QImage&>(alpha), yy);
+                const QRgb* arow = row(trimapView, yy);
                 const QRgb* srow = row(seg.sourceImage, yy);
                 for (int k = -4; k <= 4; ++k) {
                     const int xx = x + 4 * k;
@@ -980,17 +991,37 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
                     const float dr = cr - u[qRed(d)], dg = cg - u[qGreen(d)], db = cb - u[qBlue(d)];
                     if (dr * dr + dg * dg + db * db < 0.0001f) {
                         row(alpha, y)[x] = arow[xx];
-                        i = -1;
-                        changed = true;
+                        assigned = true;
                         break;
                     }
+                }
+            }
+            if (!assigned)
+                continue;
+            changed = true;
+            positionOf[size_t(i)] = -1;
+            // The grid is symmetric: the pixels that have this one as a candidate are its own
+            // candidates.
+            for (int j = -4; j <= 4; ++j) {
+                const int yy = y + 4 * j;
+                if (yy < 0 || yy >= H)
+                    continue;
+                for (int k = -4; k <= 4; ++k) {
+                    const int xx = x + 4 * k;
+                    if (xx < 0 || xx >= W)
+                        continue;
+                    const int at = positionOf[size_t(yy) * size_t(W) + size_t(xx)];
+                    if (at >= 0)
+                        dirty[size_t(at)] = 1;
                 }
             }
         }
         if (cancel)
             return;
-        unknown.erase(std::remove(unknown.begin(), unknown.end(), -1), unknown.end());
     }
+    unknown.erase(std::remove_if(unknown.begin(), unknown.end(),
+                                 [&](int i) { return row(trimapView, i / W)[i % W] != trimapUnknown; }),
+                  unknown.end());
     report.progress(text, 40);
 
     Samples fgSamples, bgSamples;
