@@ -14,6 +14,22 @@ void fatal(void (*error_function)(const char*), const char* message)
 
 } // namespace graph_detail
 
+namespace {
+// Resizes a record array to `count` records. Returns the old address as a number when the
+// block moved (the old block must not be touched after realloc, only its address compared and
+// subtracted), 0 when it stayed.
+template <class T>
+std::uintptr_t resize_block(T*& block, ptrdiff_t count, void (*error_function)(const char*))
+{
+    const std::uintptr_t old = reinterpret_cast<std::uintptr_t>(block);
+    auto* moved = static_cast<T*>(std::realloc(block, size_t(count) * sizeof(T)));
+    if (!moved)
+        graph_detail::fatal(error_function, "Not enough memory!");
+    block = moved;
+    return reinterpret_cast<std::uintptr_t>(moved) == old ? 0 : old;
+}
+} // namespace
+
 template <typename captype, typename tcaptype, typename flowtype>
 Graph<captype, tcaptype, flowtype>::Graph(int node_num_max, int edge_num_max, void (*err_function)(const char*))
     : error_function(err_function)
@@ -59,15 +75,10 @@ void Graph<captype, tcaptype, flowtype>::reallocate_nodes(int num)
     ptrdiff_t wanted = capacity + capacity / 2;
     if (wanted < ptrdiff_t(node_num) + num)
         wanted = ptrdiff_t(node_num) + num;
-    // The old address is kept as a number: the old block must not be touched after realloc.
-    const std::uintptr_t old = reinterpret_cast<std::uintptr_t>(nodes);
-    auto* moved = static_cast<node*>(std::realloc(nodes, size_t(wanted) * sizeof(node)));
-    if (!moved)
-        graph_detail::fatal(error_function, "Not enough memory!");
-    nodes = moved;
+    const std::uintptr_t old = resize_block(nodes, wanted, error_function);
     node_last = nodes + node_num;
     node_max = nodes + wanted;
-    if (reinterpret_cast<std::uintptr_t>(nodes) == old)
+    if (!old)
         return;
     // Every link into the node array follows it: arc heads, and the queue links that a
     // tree-reusing call still relies on (marked nodes wait in the second queue).
@@ -93,14 +104,10 @@ void Graph<captype, tcaptype, flowtype>::reallocate_arcs()
     ptrdiff_t wanted = capacity + capacity / 2;
     if (wanted & 1)
         ++wanted;
-    const std::uintptr_t old = reinterpret_cast<std::uintptr_t>(arcs);
-    auto* moved = static_cast<arc*>(std::realloc(arcs, size_t(wanted) * sizeof(arc)));
-    if (!moved)
-        graph_detail::fatal(error_function, "Not enough memory!");
-    arcs = moved;
+    const std::uintptr_t old = resize_block(arcs, wanted, error_function);
     arc_last = arcs + used;
     arc_max = arcs + wanted;
-    if (reinterpret_cast<std::uintptr_t>(arcs) == old)
+    if (!old)
         return;
     // Tree parents are arcs too: rebasing them keeps trees valid for a later tree-reusing call.
     auto rebase = [&](arc*& p) {
