@@ -1,4 +1,5 @@
 #include "VexaDemoScript.h"
+#include "VexaEditorTranslations.h"
 #include "VexaEditorWindow.h"
 #include "VexaPluginLoader.h"
 
@@ -19,7 +20,7 @@ int main(int argc, char** argv)
     QCommandLineParser cli;
     cli.setApplicationDescription(QStringLiteral("Demo editor for the Vexa selection tools."));
     cli.addHelpOption();
-    QCommandLineOption localeOpt(QStringLiteral("locale"), QStringLiteral("Locale of the plug-in's texts, such as de_DE."),
+    QCommandLineOption localeOpt(QStringLiteral("locale"), QStringLiteral("Locale of the editor's and the plug-in's texts, such as de_DE."),
                                  QStringLiteral("locale"), QLocale::system().name());
     QCommandLineOption pluginOpt(QStringLiteral("plugin"), QStringLiteral("The tools plug-in to load."), QStringLiteral("file"),
                                  VexaPluginLoader::defaultPluginPath());
@@ -40,10 +41,12 @@ int main(int argc, char** argv)
         return 1;
     };
 
+    // The editor's texts before anything can report in them; the plug-in's before its tools
+    // build their panels.
+    const VexaEditorTranslations editorTexts(cli.value(localeOpt));
     VexaPluginLoader plugin;
     if (!plugin.load(cli.value(pluginOpt)))
         return fail(plugin.errorString());
-    // Translations first: the tools build their panels when they are created.
     std::unique_ptr<QTranslator> translator(plugin.setInternational(cli.value(localeOpt)));
 
     VexaEditorWindow window(plugin);

@@ -2,22 +2,369 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ko_KR">
 <context>
+    <name>QuickSelectGLWidget</name>
+    <message>
+        <source>Failed to open file:
+&apos;</source>
+        <translation>파일을 열 수 없습니다:
+&apos;</translation>
+    </message>
+    <message>
+        <source>Failed to compile: &apos;TrimapShader.fp&apos;
+</source>
+        <translation>컴파일 실패: &apos;TrimapShader.fp&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to compile: &apos;ExpandShader.fp&apos;
+</source>
+        <translation>컴파일 실패: &apos;ExpandShader.fp&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to compile: &apos;FastFillShader.fp&apos;
+</source>
+        <translation>컴파일 실패: &apos;FastFillShader.fp&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to compile: &apos;RobustShader.fp&apos;
+</source>
+        <translation>컴파일 실패: &apos;RobustShader.fp&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to compile: &apos;closedShader.fp&apos;
+</source>
+        <translation>컴파일 실패: &apos;closedShader.fp&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to compile: &apos;resultShader.fp&apos;
+</source>
+        <translation>컴파일 실패: &apos;resultShader.fp&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to link &apos;TrimapShader&apos;
+</source>
+        <translation>링크 실패: &apos;TrimapShader&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to link &apos;ExpandShader&apos;
+</source>
+        <translation>링크 실패: &apos;ExpandShader&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to link &apos;FastFillShader&apos;
+</source>
+        <translation>링크 실패: &apos;FastFillShader&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to link &apos;RobustShader&apos;
+</source>
+        <translation>링크 실패: &apos;RobustShader&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to link &apos;closedShader&apos;
+</source>
+        <translation>링크 실패: &apos;closedShader&apos;
+</translation>
+    </message>
+    <message>
+        <source>Failed to link &apos;resultShader&apos;
+</source>
+        <translation>링크 실패: &apos;resultShader&apos;
+</translation>
+    </message>
+</context>
+<context>
+    <name>Thread</name>
+    <message>
+        <source>Initializing ..</source>
+        <translation>초기화 중 ..</translation>
+    </message>
+    <message>
+        <source>Initialize done.</source>
+        <translation>초기화 완료.</translation>
+    </message>
+    <message>
+        <source>Marking..</source>
+        <translation>표시 처리 중..</translation>
+    </message>
+    <message>
+        <source>Mark done</source>
+        <translation>표시 처리 완료</translation>
+    </message>
+    <message>
+        <source>Please mark foreground objects.</source>
+        <translation>전경 개체를 표시하십시오.</translation>
+    </message>
+    <message>
+        <source>Please mark background regions.</source>
+        <translation>배경 영역을 표시하십시오.</translation>
+    </message>
+    <message>
+        <source>Alpha Extracting ..</source>
+        <translation>알파 추출 중 ..</translation>
+    </message>
+    <message>
+        <source>Alpha Extract done ..</source>
+        <translation>알파 추출 완료 ..</translation>
+    </message>
+</context>
+<context>
+    <name>VexaToolLassoPolygon</name>
+    <message>
+        <source>Alt+Z to delete/recover latest point, double click to close the path</source>
+        <translation>Alt+Z: 마지막 점 삭제/복원, 두 번 클릭하면 패스가 닫힙니다</translation>
+    </message>
+</context>
+<context>
+    <name>VexaToolLassoPolygonWidgetClass</name>
+    <message>
+        <source>Polygon Lasso Window</source>
+        <translation>다각형 올가미</translation>
+    </message>
+    <message>
+        <source>Control Points:</source>
+        <translation>조절점:</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>실행 취소</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>다시 실행</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>지우기</translation>
+    </message>
+</context>
+<context>
+    <name>VexaToolMagicSelectWidgetClass</name>
+    <message>
+        <source>VexaToolMagicSelectWidget</source>
+        <translatorcomment>notr: object name of the panel, shown nowhere</translatorcomment>
+        <translation>VexaToolMagicSelectWidget</translation>
+    </message>
+    <message>
+        <source>Threshold:</source>
+        <translation>한계값:</translation>
+    </message>
+    <message>
+        <source>32</source>
+        <translatorcomment>notr: initial value of the threshold field</translatorcomment>
+        <translation>32</translation>
+    </message>
+</context>
+<context>
+    <name>VexaToolQuickSelectWidget</name>
+    <message>
+        <source>Quick Select Tool</source>
+        <translation>빠른 선택 도구</translation>
+    </message>
+    <message>
+        <source>Step1:Mark Fore/Background</source>
+        <translation>1단계: 전경/배경 표시</translation>
+    </message>
+    <message>
+        <source>Mark Foreground</source>
+        <translation>전경 표시</translation>
+    </message>
+    <message>
+        <source>Mark Background</source>
+        <translation>배경 표시</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>미리 보기</translation>
+    </message>
+    <message>
+        <source>Step2:Modify Boundary</source>
+        <translation>2단계: 경계 수정</translation>
+    </message>
+    <message>
+        <source>Mark Boundary</source>
+        <translation>경계 표시</translation>
+    </message>
+    <message>
+        <source>Clear Marks</source>
+        <translation>표시 지우기</translation>
+    </message>
+    <message>
+        <source>Alpha Extract</source>
+        <translation>알파 추출</translation>
+    </message>
+    <message>
+        <source>Pen settings</source>
+        <translation>펜 설정</translation>
+    </message>
+    <message>
+        <source>Mark Radius: </source>
+        <translation>표시 반경: </translation>
+    </message>
+    <message>
+        <source>Sensitivity: </source>
+        <translation>감도: </translation>
+    </message>
+    <message>
+        <source>View Settings</source>
+        <translation>보기 설정</translation>
+    </message>
+    <message>
+        <source>Show User Marks</source>
+        <translation>표시 보기</translation>
+    </message>
+    <message>
+        <source>View Image</source>
+        <translation>이미지 보기</translation>
+    </message>
+    <message>
+        <source>View Matte</source>
+        <translation>잘라낸 결과 보기</translation>
+    </message>
+    <message>
+        <source>View Alpha</source>
+        <translation>알파 보기</translation>
+    </message>
+    <message>
+        <source>View Nodes</source>
+        <translation>노드 보기</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>재설정</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>확인</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>취소</translation>
+    </message>
+    <message>
+        <source>Initializing...</source>
+        <translation>초기화 중...</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>이미지 저장</translation>
+    </message>
+    <message>
+        <source>Image Files (*.bmp *.gif *.jpg *.jpeg *.png)</source>
+        <translation>이미지 파일 (*.bmp *.gif *.jpg *.jpeg *.png)</translation>
+    </message>
+</context>
+<context>
+    <name>VexaToolRectangularMarqueeWidgetClass</name>
+    <message>
+        <source>VexaToolRectangularMarqueeWidget</source>
+        <translatorcomment>notr: object name of the panel, shown nowhere</translatorcomment>
+        <translation>VexaToolRectangularMarqueeWidget</translation>
+    </message>
+    <message>
+        <source>X:</source>
+        <translation>X:</translation>
+    </message>
+    <message>
+        <source>Y:</source>
+        <translation>Y:</translation>
+    </message>
+    <message>
+        <source>W:</source>
+        <translation>폭:</translation>
+    </message>
+    <message>
+        <source>H:</source>
+        <translation>높이:</translation>
+    </message>
+    <message>
+        <source>Ok</source>
+        <translation>확인</translation>
+    </message>
+</context>
+<context>
+    <name>VexaToolSelectionColorRangeWidgetClass</name>
+    <message>
+        <source>Color Range</source>
+        <translation>색상 범위</translation>
+    </message>
+    <message>
+        <source>Select Color</source>
+        <translation>색상 선택</translation>
+    </message>
+    <message>
+        <source>From:</source>
+        <translation>소스:</translation>
+    </message>
+    <message>
+        <source>Color Picker</source>
+        <translation>스포이드</translation>
+    </message>
+    <message>
+        <source>Mode:</source>
+        <translation>모드:</translation>
+    </message>
+    <message>
+        <source>Tolerance:</source>
+        <translation>허용치:</translation>
+    </message>
+    <message>
+        <source>Quick View:</source>
+        <translation>미리 보기:</translation>
+    </message>
+    <message>
+        <source>Selection</source>
+        <translation>선택 영역</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>이미지</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>확인</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>취소</translation>
+    </message>
+</context>
+<context>
     <name>VexaToolSelectionWidgetClass</name>
     <message>
+        <source>VexaToolSelectionWidget</source>
+        <translatorcomment>notr: object name of the panel, shown nowhere</translatorcomment>
+        <translation>VexaToolSelectionWidget</translation>
+    </message>
+    <message>
         <source>New</source>
-        <translation>새로 만들기</translation>
+        <translation>새 선택 영역</translation>
+    </message>
+    <message>
+        <source>selection</source>
+        <translatorcomment>notr: style-sheet hook (dynamic property class) of the mode buttons</translatorcomment>
+        <translation>selection</translation>
     </message>
     <message>
         <source>Add</source>
-        <translation>추가</translation>
+        <translation>선택 영역에 추가</translation>
     </message>
     <message>
         <source>Substract</source>
-        <translation>빼기</translation>
+        <translation>선택 영역에서 빼기</translation>
     </message>
     <message>
         <source>Intersect</source>
-        <translation>교차</translation>
+        <translation>선택 영역과 교차</translation>
     </message>
     <message>
         <source>Feather:</source>
@@ -26,13 +373,6 @@
     <message>
         <source>px</source>
         <translation>픽셀</translation>
-    </message>
-</context>
-<context>
-    <name>VexaToolLassoPolygon</name>
-    <message>
-        <source>Alt+Z to delete/recover latest point, double click to close the path</source>
-        <translation>Alt+Z로 마지막 점 삭제/복구, 더블 클릭으로 경로 닫기</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE">
+<context>
+    <name>VexaActionManager</name>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>VexaContext</name>
+    <message>
+        <source>The image is empty: a document needs at least one pixel.</source>
+        <translation>Das Bild ist leer: Ein Dokument braucht mindestens ein Pixel.</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>VexaEditorWindow</name>
+    <message>
+        <source>%1, %2  (%3 %)</source>
+        <translation>%1, %2  (%3 %)</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>Ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Image As...</source>
+        <translation>Bild speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>&amp;Export Selection Mask...</source>
+        <translation>Auswahlmaske &amp;exportieren...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Undo Tool Step</source>
+        <translation>Werkzeugschritt rückgängig</translation>
+    </message>
+    <message>
+        <source>Alt+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Z</translation>
+    </message>
+    <message>
+        <source>Redo Tool Step</source>
+        <translation>Werkzeugschritt wiederholen</translation>
+    </message>
+    <message>
+        <source>Alt+Shift+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Shift+Z</translation>
+    </message>
+    <message>
+        <source>&amp;Select</source>
+        <translation>&amp;Auswahl</translation>
+    </message>
+    <message>
+        <source>&amp;All</source>
+        <translation>&amp;Alles auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>Auswahl auf&amp;heben</translation>
+    </message>
+    <message>
+        <source>Ctrl+D</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+D</translation>
+    </message>
+    <message>
+        <source>&amp;Invert</source>
+        <translation>Auswahl &amp;umkehren</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+I</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+Shift+I</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Werkzeuge</translation>
+    </message>
+    <message>
+        <source>%1 is not available in this build of the plug-in</source>
+        <translation>%1 ist in diesem Build des Plug-ins nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>Foreground colour</source>
+        <translation>Vordergrundfarbe</translation>
+    </message>
+    <message>
+        <source>Tool options</source>
+        <translation>Werkzeugoptionen</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>%1 kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>There is no document to save.</source>
+        <translation>Es gibt kein Dokument zum Speichern.</translation>
+    </message>
+    <message>
+        <source>Cannot write %1.</source>
+        <translation>%1 kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>There is no document.</source>
+        <translation>Es ist kein Dokument geöffnet.</translation>
+    </message>
+    <message>
+        <source>No document</source>
+        <translation>Kein Dokument</translation>
+    </message>
+    <message>
+        <source>%1 - Vexa Selections</source>
+        <translation>%1 - Vexa Selections</translation>
+    </message>
+    <message>
+        <source>Open Image</source>
+        <translation>Bild öffnen</translation>
+    </message>
+    <message>
+        <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
+        <translation>Bilder (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>Bild speichern</translation>
+    </message>
+    <message>
+        <source>PNG image (*.png)</source>
+        <translation>PNG-Bild (*.png)</translation>
+    </message>
+    <message>
+        <source>Export Selection Mask</source>
+        <translation>Auswahlmaske exportieren</translation>
+    </message>
+</context>
+<context>
+    <name>VexaPluginLoader</name>
+    <message>
+        <source>The plug-in file %1 does not exist.</source>
+        <translation>Die Plug-in-Datei %1 existiert nicht.</translation>
+    </message>
+    <message>
+        <source>The plug-in %1 cannot be loaded: %2</source>
+        <translation>Das Plug-in %1 kann nicht geladen werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 is not a tools plug-in: it lacks %2.</source>
+        <translation>%1 ist kein Werkzeug-Plug-in: Es fehlt %2.</translation>
+    </message>
+</context>
+<context>
+    <name>VexaSelection</name>
+    <message>
+        <source>Selection</source>
+        <translation>Auswahl</translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation>Auswahl aufheben</translation>
+    </message>
+    <message>
+        <source>Invert Selection</source>
+        <translation>Auswahl umkehren</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Move Selection</source>
+        <translation>Auswahl verschieben</translation>
+    </message>
+</context>
+</TS>

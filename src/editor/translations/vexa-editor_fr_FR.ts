@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr_FR">
+<context>
+    <name>VexaActionManager</name>
+    <message>
+        <source>Delete</source>
+        <translation>Supprimer</translation>
+    </message>
+</context>
+<context>
+    <name>VexaContext</name>
+    <message>
+        <source>The image is empty: a document needs at least one pixel.</source>
+        <translation>L&apos;image est vide : un document doit contenir au moins un pixel.</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>Arrière-plan</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Supprimer</translation>
+    </message>
+</context>
+<context>
+    <name>VexaEditorWindow</name>
+    <message>
+        <source>%1, %2  (%3 %)</source>
+        <translation>%1, %2  (%3 %)</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Fichier</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>&amp;Ouvrir...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Image As...</source>
+        <translation>Enregistrer l&apos;&amp;image sous...</translation>
+    </message>
+    <message>
+        <source>&amp;Export Selection Mask...</source>
+        <translation>&amp;Exporter le masque de sélection...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Quitter</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>É&amp;dition</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Annuler</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Rétablir</translation>
+    </message>
+    <message>
+        <source>Undo Tool Step</source>
+        <translation>Annuler l&apos;étape de l&apos;outil</translation>
+    </message>
+    <message>
+        <source>Alt+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Z</translation>
+    </message>
+    <message>
+        <source>Redo Tool Step</source>
+        <translation>Rétablir l&apos;étape de l&apos;outil</translation>
+    </message>
+    <message>
+        <source>Alt+Shift+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Shift+Z</translation>
+    </message>
+    <message>
+        <source>&amp;Select</source>
+        <translation>&amp;Sélection</translation>
+    </message>
+    <message>
+        <source>&amp;All</source>
+        <translation>&amp;Tout sélectionner</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>&amp;Désélectionner</translation>
+    </message>
+    <message>
+        <source>Ctrl+D</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+D</translation>
+    </message>
+    <message>
+        <source>&amp;Invert</source>
+        <translation>&amp;Intervertir</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+I</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+Shift+I</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Outils</translation>
+    </message>
+    <message>
+        <source>%1 is not available in this build of the plug-in</source>
+        <translation>%1 n&apos;est pas disponible dans cette version du module externe</translation>
+    </message>
+    <message>
+        <source>Foreground colour</source>
+        <translation>Couleur de premier plan</translation>
+    </message>
+    <message>
+        <source>Tool options</source>
+        <translation>Options d&apos;outil</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>Impossible d&apos;ouvrir %1 : %2</translation>
+    </message>
+    <message>
+        <source>There is no document to save.</source>
+        <translation>Il n&apos;y a aucun document à enregistrer.</translation>
+    </message>
+    <message>
+        <source>Cannot write %1.</source>
+        <translation>Impossible d&apos;écrire %1.</translation>
+    </message>
+    <message>
+        <source>There is no document.</source>
+        <translation>Il n&apos;y a aucun document.</translation>
+    </message>
+    <message>
+        <source>No document</source>
+        <translation>Aucun document</translation>
+    </message>
+    <message>
+        <source>%1 - Vexa Selections</source>
+        <translation>%1 - Vexa Selections</translation>
+    </message>
+    <message>
+        <source>Open Image</source>
+        <translation>Ouvrir une image</translation>
+    </message>
+    <message>
+        <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
+        <translation>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>Enregistrer l&apos;image</translation>
+    </message>
+    <message>
+        <source>PNG image (*.png)</source>
+        <translation>Image PNG (*.png)</translation>
+    </message>
+    <message>
+        <source>Export Selection Mask</source>
+        <translation>Exporter le masque de sélection</translation>
+    </message>
+</context>
+<context>
+    <name>VexaPluginLoader</name>
+    <message>
+        <source>The plug-in file %1 does not exist.</source>
+        <translation>Le fichier du module externe %1 n&apos;existe pas.</translation>
+    </message>
+    <message>
+        <source>The plug-in %1 cannot be loaded: %2</source>
+        <translation>Impossible de charger le module externe %1 : %2</translation>
+    </message>
+    <message>
+        <source>%1 is not a tools plug-in: it lacks %2.</source>
+        <translation>%1 n&apos;est pas un module externe d&apos;outils : il manque %2.</translation>
+    </message>
+</context>
+<context>
+    <name>VexaSelection</name>
+    <message>
+        <source>Selection</source>
+        <translation>Sélection</translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation>Désélectionner</translation>
+    </message>
+    <message>
+        <source>Invert Selection</source>
+        <translation>Intervertir la sélection</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Tout sélectionner</translation>
+    </message>
+    <message>
+        <source>Move Selection</source>
+        <translation>Déplacer la sélection</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja_JP">
+<context>
+    <name>VexaActionManager</name>
+    <message>
+        <source>Delete</source>
+        <translation>削除</translation>
+    </message>
+</context>
+<context>
+    <name>VexaContext</name>
+    <message>
+        <source>The image is empty: a document needs at least one pixel.</source>
+        <translation>画像が空です。ドキュメントには 1 ピクセル以上が必要です。</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>背景</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>削除</translation>
+    </message>
+</context>
+<context>
+    <name>VexaEditorWindow</name>
+    <message>
+        <source>%1, %2  (%3 %)</source>
+        <translation>%1, %2  (%3%)</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>ファイル(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>開く(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Image As...</source>
+        <translation>画像に名前を付けて保存(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Export Selection Mask...</source>
+        <translation>選択範囲マスクを書き出し(&amp;E)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>終了(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>編集(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>元に戻す(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>やり直し(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Undo Tool Step</source>
+        <translation>ツールの操作を元に戻す</translation>
+    </message>
+    <message>
+        <source>Alt+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Z</translation>
+    </message>
+    <message>
+        <source>Redo Tool Step</source>
+        <translation>ツールの操作をやり直す</translation>
+    </message>
+    <message>
+        <source>Alt+Shift+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Shift+Z</translation>
+    </message>
+    <message>
+        <source>&amp;Select</source>
+        <translation>選択範囲(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;All</source>
+        <translation>すべてを選択(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>選択を解除(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Ctrl+D</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+D</translation>
+    </message>
+    <message>
+        <source>&amp;Invert</source>
+        <translation>選択範囲を反転(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+I</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+Shift+I</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>ツール</translation>
+    </message>
+    <message>
+        <source>%1 is not available in this build of the plug-in</source>
+        <translation>%1 はこのビルドのプラグインでは使用できません</translation>
+    </message>
+    <message>
+        <source>Foreground colour</source>
+        <translation>描画色</translation>
+    </message>
+    <message>
+        <source>Tool options</source>
+        <translation>ツールオプション</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>%1 を開けません: %2</translation>
+    </message>
+    <message>
+        <source>There is no document to save.</source>
+        <translation>保存するドキュメントがありません。</translation>
+    </message>
+    <message>
+        <source>Cannot write %1.</source>
+        <translation>%1 に書き込めません。</translation>
+    </message>
+    <message>
+        <source>There is no document.</source>
+        <translation>ドキュメントがありません。</translation>
+    </message>
+    <message>
+        <source>No document</source>
+        <translation>ドキュメントなし</translation>
+    </message>
+    <message>
+        <source>%1 - Vexa Selections</source>
+        <translation>%1 - Vexa Selections</translation>
+    </message>
+    <message>
+        <source>Open Image</source>
+        <translation>画像を開く</translation>
+    </message>
+    <message>
+        <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
+        <translation>画像 (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>画像を保存</translation>
+    </message>
+    <message>
+        <source>PNG image (*.png)</source>
+        <translation>PNG 画像 (*.png)</translation>
+    </message>
+    <message>
+        <source>Export Selection Mask</source>
+        <translation>選択範囲マスクを書き出し</translation>
+    </message>
+</context>
+<context>
+    <name>VexaPluginLoader</name>
+    <message>
+        <source>The plug-in file %1 does not exist.</source>
+        <translation>プラグインファイル %1 が存在しません。</translation>
+    </message>
+    <message>
+        <source>The plug-in %1 cannot be loaded: %2</source>
+        <translation>プラグイン %1 を読み込めません: %2</translation>
+    </message>
+    <message>
+        <source>%1 is not a tools plug-in: it lacks %2.</source>
+        <translation>%1 はツールプラグインではありません: %2 がありません。</translation>
+    </message>
+</context>
+<context>
+    <name>VexaSelection</name>
+    <message>
+        <source>Selection</source>
+        <translation>選択範囲</translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation>選択を解除</translation>
+    </message>
+    <message>
+        <source>Invert Selection</source>
+        <translation>選択範囲を反転</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>すべてを選択</translation>
+    </message>
+    <message>
+        <source>Move Selection</source>
+        <translation>選択範囲を移動</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ko_KR">
+<context>
+    <name>VexaActionManager</name>
+    <message>
+        <source>Delete</source>
+        <translation>삭제</translation>
+    </message>
+</context>
+<context>
+    <name>VexaContext</name>
+    <message>
+        <source>The image is empty: a document needs at least one pixel.</source>
+        <translation>이미지가 비어 있습니다. 문서에는 최소 한 개의 픽셀이 필요합니다.</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>배경</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>삭제</translation>
+    </message>
+</context>
+<context>
+    <name>VexaEditorWindow</name>
+    <message>
+        <source>%1, %2  (%3 %)</source>
+        <translation>%1, %2  (%3%)</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>파일(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>열기(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Image As...</source>
+        <translation>다른 이름으로 이미지 저장(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Export Selection Mask...</source>
+        <translation>선택 영역 마스크 내보내기(&amp;E)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>끝내기(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>편집(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>실행 취소(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>다시 실행(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Undo Tool Step</source>
+        <translation>도구 단계 실행 취소</translation>
+    </message>
+    <message>
+        <source>Alt+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Z</translation>
+    </message>
+    <message>
+        <source>Redo Tool Step</source>
+        <translation>도구 단계 다시 실행</translation>
+    </message>
+    <message>
+        <source>Alt+Shift+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Shift+Z</translation>
+    </message>
+    <message>
+        <source>&amp;Select</source>
+        <translation>선택(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;All</source>
+        <translation>모두 선택(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>선택 해제(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Ctrl+D</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+D</translation>
+    </message>
+    <message>
+        <source>&amp;Invert</source>
+        <translation>반전(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+I</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+Shift+I</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>도구</translation>
+    </message>
+    <message>
+        <source>%1 is not available in this build of the plug-in</source>
+        <translation>%1은(는) 이 빌드의 플러그인에서 사용할 수 없습니다</translation>
+    </message>
+    <message>
+        <source>Foreground colour</source>
+        <translation>전경색</translation>
+    </message>
+    <message>
+        <source>Tool options</source>
+        <translation>도구 옵션</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>%1을(를) 열 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>There is no document to save.</source>
+        <translation>저장할 문서가 없습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot write %1.</source>
+        <translation>%1에 쓸 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>There is no document.</source>
+        <translation>문서가 없습니다.</translation>
+    </message>
+    <message>
+        <source>No document</source>
+        <translation>문서 없음</translation>
+    </message>
+    <message>
+        <source>%1 - Vexa Selections</source>
+        <translation>%1 - Vexa Selections</translation>
+    </message>
+    <message>
+        <source>Open Image</source>
+        <translation>이미지 열기</translation>
+    </message>
+    <message>
+        <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
+        <translation>이미지 (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>이미지 저장</translation>
+    </message>
+    <message>
+        <source>PNG image (*.png)</source>
+        <translation>PNG 이미지 (*.png)</translation>
+    </message>
+    <message>
+        <source>Export Selection Mask</source>
+        <translation>선택 영역 마스크 내보내기</translation>
+    </message>
+</context>
+<context>
+    <name>VexaPluginLoader</name>
+    <message>
+        <source>The plug-in file %1 does not exist.</source>
+        <translation>플러그인 파일 %1이(가) 없습니다.</translation>
+    </message>
+    <message>
+        <source>The plug-in %1 cannot be loaded: %2</source>
+        <translation>플러그인 %1을(를) 불러올 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>%1 is not a tools plug-in: it lacks %2.</source>
+        <translation>%1은(는) 도구 플러그인이 아닙니다: %2이(가) 없습니다.</translation>
+    </message>
+</context>
+<context>
+    <name>VexaSelection</name>
+    <message>
+        <source>Selection</source>
+        <translation>선택 영역</translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation>선택 해제</translation>
+    </message>
+    <message>
+        <source>Invert Selection</source>
+        <translation>선택 영역 반전</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>모두 선택</translation>
+    </message>
+    <message>
+        <source>Move Selection</source>
+        <translation>선택 영역 이동</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_TW">
+<context>
+    <name>VexaActionManager</name>
+    <message>
+        <source>Delete</source>
+        <translation>刪除</translation>
+    </message>
+</context>
+<context>
+    <name>VexaContext</name>
+    <message>
+        <source>The image is empty: a document needs at least one pixel.</source>
+        <translation>影像是空的：文件至少需要一個像素。</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>背景</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>刪除</translation>
+    </message>
+</context>
+<context>
+    <name>VexaEditorWindow</name>
+    <message>
+        <source>%1, %2  (%3 %)</source>
+        <translation>%1, %2  (%3%)</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>檔案(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>開啟(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Image As...</source>
+        <translation>影像另存新檔(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Export Selection Mask...</source>
+        <translation>匯出選取範圍遮色片(&amp;E)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>結束(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>編輯(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>復原(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Undo Tool Step</source>
+        <translation>復原工具步驟</translation>
+    </message>
+    <message>
+        <source>Alt+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Z</translation>
+    </message>
+    <message>
+        <source>Redo Tool Step</source>
+        <translation>重做工具步驟</translation>
+    </message>
+    <message>
+        <source>Alt+Shift+Z</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Alt+Shift+Z</translation>
+    </message>
+    <message>
+        <source>&amp;Select</source>
+        <translation>選取(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;All</source>
+        <translation>全部(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>取消選取(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Ctrl+D</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+D</translation>
+    </message>
+    <message>
+        <source>&amp;Invert</source>
+        <translation>反轉(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+I</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+Shift+I</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>工具</translation>
+    </message>
+    <message>
+        <source>%1 is not available in this build of the plug-in</source>
+        <translation>此版本的外掛程式不提供 %1</translation>
+    </message>
+    <message>
+        <source>Foreground colour</source>
+        <translation>前景色</translation>
+    </message>
+    <message>
+        <source>Tool options</source>
+        <translation>工具選項</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>無法開啟 %1：%2</translation>
+    </message>
+    <message>
+        <source>There is no document to save.</source>
+        <translation>沒有可儲存的文件。</translation>
+    </message>
+    <message>
+        <source>Cannot write %1.</source>
+        <translation>無法寫入 %1。</translation>
+    </message>
+    <message>
+        <source>There is no document.</source>
+        <translation>沒有文件。</translation>
+    </message>
+    <message>
+        <source>No document</source>
+        <translation>無文件</translation>
+    </message>
+    <message>
+        <source>%1 - Vexa Selections</source>
+        <translation>%1 - Vexa Selections</translation>
+    </message>
+    <message>
+        <source>Open Image</source>
+        <translation>開啟影像</translation>
+    </message>
+    <message>
+        <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
+        <translation>影像 (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>儲存影像</translation>
+    </message>
+    <message>
+        <source>PNG image (*.png)</source>
+        <translation>PNG 影像 (*.png)</translation>
+    </message>
+    <message>
+        <source>Export Selection Mask</source>
+        <translation>匯出選取範圍遮色片</translation>
+    </message>
+</context>
+<context>
+    <name>VexaPluginLoader</name>
+    <message>
+        <source>The plug-in file %1 does not exist.</source>
+        <translation>外掛程式檔案 %1 不存在。</translation>
+    </message>
+    <message>
+        <source>The plug-in %1 cannot be loaded: %2</source>
+        <translation>無法載入外掛程式 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1 is not a tools plug-in: it lacks %2.</source>
+        <translation>%1 不是工具外掛程式：缺少 %2。</translation>
+    </message>
+</context>
+<context>
+    <name>VexaSelection</name>
+    <message>
+        <source>Selection</source>
+        <translation>選取範圍</translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation>取消選取</translation>
+    </message>
+    <message>
+        <source>Invert Selection</source>
+        <translation>反轉選取範圍</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>全選</translation>
+    </message>
+    <message>
+        <source>Move Selection</source>
+        <translation>移動選取範圍</translation>
+    </message>
+</context>
+</TS>
