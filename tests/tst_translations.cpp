@@ -231,7 +231,7 @@ private slots:
         for (const QString& p : problems)
             qWarning().noquote() << p;
         QVERIFY2(problems.isEmpty(),
-                 qPrintable(QStringLiteral("%1 text(s) without a finished translation in %2, listed above").arg(problems.size()).arg(catalogue)));
+                 qPrintable(QStringLiteral("%1 problem(s) in %2, listed above").arg(problems.size()).arg(catalogue)));
     }
 
     // The compiled catalogues reach the running code: the plug-in's through setInternational
