@@ -271,6 +271,10 @@ private slots:
         QCOMPARE(QCoreApplication::translate("VexaEditorWindow", "&File"), file);
         QCOMPARE(QCoreApplication::translate("VexaToolSelectionWidgetClass", "Feather:"), featherLabel);
         QCOMPARE(QCoreApplication::translate("Thread", "Mark done"), markDone);
+        // Qt's own buttons and dialogs follow the editor's language (scripts/setup installs
+        // Qt's catalogues).
+        QVERIFY2(QCoreApplication::translate("QPlatformTheme", "Cancel") != QLatin1String("Cancel"),
+                 "Qt's catalogue for the locale is not installed");
         // A style-sheet hook goes through the translator unchanged.
         QCOMPARE(QCoreApplication::translate("VexaToolSelectionWidgetClass", "selection"), QStringLiteral("selection"));
 
@@ -278,6 +282,7 @@ private slots:
         pluginTr.reset();
         QCOMPARE(QCoreApplication::translate("VexaEditorWindow", "&File"), QStringLiteral("&File"));
         QCOMPARE(QCoreApplication::translate("Thread", "Mark done"), QStringLiteral("Mark done"));
+        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Cancel"));
     }
 
     void unknownLocaleInstallsNothing()
