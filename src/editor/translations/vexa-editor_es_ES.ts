@@ -89,7 +89,7 @@
     </message>
     <message>
         <source>&amp;None</source>
-        <translation>&amp;Ninguno</translation>
+        <translation>&amp;Deseleccionar</translation>
     </message>
     <message>
         <source>Ctrl+D</source>
