@@ -619,7 +619,7 @@ void TestTools::panelsTranslated()
     IVexaTool* tool = getInstance(&parent, QStringLiteral("Polygonal Lasso Tool"));
     QWidget* panel = tool->getWidget();
     auto* newBtn = panel->findChild<QPushButton*>(QStringLiteral("newBtn"));
-    QCOMPARE(newBtn->toolTip(), QStringLiteral("Neu"));
+    QCOMPARE(newBtn->toolTip(), QStringLiteral("Neue Auswahl"));
     QCOMPARE(newBtn->property("class").toString(), QStringLiteral("selection"));
     QVERIFY(!newBtn->icon().isNull());
     QCOMPARE(tool->toolDescription.left(6), QStringLiteral("Alt+Z "));

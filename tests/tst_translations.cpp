@@ -35,6 +35,7 @@ struct Message {
     QString context;
     QString source;
     QString comment; // disambiguation
+    bool numerus = false;
     QStringList translations; // one, or the numerus forms
     QString type; // "", "unfinished", "vanished", "obsolete"
     QString translatorComment;
@@ -74,6 +75,7 @@ Catalogue readCatalogue(const QString& path)
             } else if (name == QLatin1String("message")) {
                 msg = Message();
                 msg.context = context;
+                msg.numerus = xml.attributes().value(QLatin1String("numerus")) == QLatin1String("yes");
                 inMessage = true;
             } else if (inMessage && name == QLatin1String("source")) {
                 msg.source = xml.readElementText();
@@ -83,10 +85,9 @@ Catalogue readCatalogue(const QString& path)
                 msg.translatorComment = xml.readElementText();
             } else if (inMessage && name == QLatin1String("translation")) {
                 msg.type = xml.attributes().value(QLatin1String("type")).toString();
-                // Numerus forms are child elements; a plain translation is text.
-                const QString text = xml.readElementText(QXmlStreamReader::IncludeChildElements);
-                msg.translations = QStringList{text};
-            } else if (inMessage && name == QLatin1String("numerusform")) {
+                if (!msg.numerus)
+                    msg.translations = QStringList{xml.readElementText()};
+            } else if (inMessage && msg.numerus && name == QLatin1String("numerusform")) {
                 msg.translations.append(xml.readElementText());
             }
         } else if (xml.isEndElement() && xml.name() == QLatin1String("message")) {
@@ -119,6 +120,8 @@ QString problemOf(const Message& wanted, const Message* have)
         return QStringLiteral("missing");
     if (!have->type.isEmpty())
         return have->type;
+    if (have->translations.isEmpty())
+        return QStringLiteral("no translation");
     for (const QString& t : have->translations)
         if (t.isEmpty())
             return QStringLiteral("empty translation");
@@ -247,7 +250,7 @@ private slots:
         QTest::newRow("de_DE") << QStringLiteral("de_DE") << QStringLiteral("&Datei") << QStringLiteral("Weiche Kante:")
                                << QStringLiteral("Markieren abgeschlossen");
         // Simplified Chinese lies under a folder of its own in the plug-in's resources.
-        QTest::newRow("zh_CN") << QStringLiteral("zh_CN") << QStringLiteral("文件(&F)") << QStringLiteral("羽化：")
+        QTest::newRow("zh_CN") << QStringLiteral("zh_CN") << QStringLiteral("文件(&F)") << QStringLiteral("羽化:")
                                << QStringLiteral("标记完成");
     }
 

@@ -208,11 +208,11 @@
     </message>
     <message>
         <source>Mark Radius: </source>
-        <translation>标记半径：</translation>
+        <translation>标记半径: </translation>
     </message>
     <message>
         <source>Sensitivity: </source>
-        <translation>灵敏度：</translation>
+        <translation>灵敏度: </translation>
     </message>
     <message>
         <source>View Settings</source>
@@ -272,19 +272,19 @@
     </message>
     <message>
         <source>X:</source>
-        <translation>X：</translation>
+        <translation>X:</translation>
     </message>
     <message>
         <source>Y:</source>
-        <translation>Y：</translation>
+        <translation>Y:</translation>
     </message>
     <message>
         <source>W:</source>
-        <translation>宽：</translation>
+        <translation>宽:</translation>
     </message>
     <message>
         <source>H:</source>
-        <translation>高：</translation>
+        <translation>高:</translation>
     </message>
     <message>
         <source>Ok</source>
@@ -303,7 +303,7 @@
     </message>
     <message>
         <source>From:</source>
-        <translation>来源：</translation>
+        <translation>来源:</translation>
     </message>
     <message>
         <source>Color Picker</source>
@@ -311,15 +311,15 @@
     </message>
     <message>
         <source>Mode:</source>
-        <translation>模式：</translation>
+        <translation>模式:</translation>
     </message>
     <message>
         <source>Tolerance:</source>
-        <translation>容差：</translation>
+        <translation>容差:</translation>
     </message>
     <message>
         <source>Quick View:</source>
-        <translation>快速预览：</translation>
+        <translation>快速预览:</translation>
     </message>
     <message>
         <source>Selection</source>
@@ -368,7 +368,7 @@
     </message>
     <message>
         <source>Feather:</source>
-        <translation>羽化：</translation>
+        <translation>羽化:</translation>
     </message>
     <message>
         <source>px</source>
