@@ -259,12 +259,12 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     }
     report.progress(text, 80);
 
-    // The channels as QColor gives them (float c / 255), once per region.
-    std::vector<float> fr(static_cast<size_t>(N)), fgr(static_cast<size_t>(N)), fb(static_cast<size_t>(N));
+    // The channels as fractions channel / 255 in double precision, once per region.
+    std::vector<double> fr(static_cast<size_t>(N)), fgr(static_cast<size_t>(N)), fb(static_cast<size_t>(N));
     for (size_t r = 0; r < size_t(N); ++r) {
-        fr[r] = seg.regionColors[r].redF();
-        fgr[r] = seg.regionColors[r].greenF();
-        fb[r] = seg.regionColors[r].blueF();
+        fr[r] = seg.regionColors[r].red() / 255.0;
+        fgr[r] = seg.regionColors[r].green() / 255.0;
+        fb[r] = seg.regionColors[r].blue() / 255.0;
     }
     // Weights on both cores (each link on its own), then the edges in their fixed order.
     std::vector<int> weights;
@@ -277,9 +277,9 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
             size_t at = firstLink[size_t(i)];
             for (const NodeLink& l : links[size_t(i)]) {
                 const size_t a = size_t(i), b = size_t(l.neighbour);
-                const double dr = double(fr[b]) - double(fr[a]);
-                const double dg = double(fgr[b]) - double(fgr[a]);
-                const double db = double(fb[b]) - double(fb[a]);
+                const double dr = fr[b] - fr[a];
+                const double dg = fgr[b] - fgr[a];
+                const double db = fb[b] - fb[a];
                 weights[at++] = int(std::exp(-(dr * dr + dg * dg + db * db)) * 10000.0);
             }
         }
