@@ -181,6 +181,8 @@ private slots:
     void mattingCases();
     void noBandOnlySoftensEdges();
     void emptyImage();
+    void imagesOfAnotherSizeAreRefused_data();
+    void imagesOfAnotherSizeAreRefused();
     void cancellation();
     void commandLine_data();
     void commandLine();
@@ -585,6 +587,48 @@ void TestQuickSelect::emptyImage()
     fresh.load(flat(5, 5, qRgb(1, 1, 1)));
     VexaQuickSelect::mark(fresh, r, running);
     QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0"}));
+}
+
+void TestQuickSelect::imagesOfAnotherSizeAreRefused_data()
+{
+    QTest::addColumn<bool>("matteStep");
+    QTest::addColumn<QString>("image");
+    QTest::addColumn<QSize>("size");
+    for (bool matteStep : {false, true}) {
+        const char* step = matteStep ? "matte" : "mark";
+        QTest::addRow("%s, marks narrower", step) << matteStep << "marks" << QSize(19, 10);
+        QTest::addRow("%s, marks taller", step) << matteStep << "marks" << QSize(20, 40);
+        QTest::addRow("%s, alpha smaller", step) << matteStep << "alpha" << QSize(4, 3);
+        QTest::addRow("%s, alpha null", step) << matteStep << "alpha" << QSize();
+        QTest::addRow("%s, result wider", step) << matteStep << "result" << QSize(64, 10);
+    }
+}
+
+void TestQuickSelect::imagesOfAnotherSizeAreRefused()
+{
+    QFETCH(bool, matteStep);
+    QFETCH(QString, image);
+    QFETCH(QSize, size);
+    VexaSegmentation seg;
+    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
+    paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
+    paintMarks(seg, QRect(9, 0, 2, 10), VexaSegmentation::BoundaryMark);
+    QImage other = size.isValid() ? flat(size.width(), size.height(), VexaSegmentation::ForegroundMark) : QImage();
+    QImage& target = image == "marks" ? seg.markImage : image == "alpha" ? seg.alphaImage : seg.resultImage;
+    target = other;
+    const QImage marks = seg.markImage, alpha = seg.alphaImage, result = seg.resultImage;
+    r.log.clear();
+    (matteStep ? VexaQuickSelect::matte : VexaQuickSelect::mark)(seg, r, running);
+    const QString text = matteStep ? "Alpha Extracting .." : "Marking..";
+    const QString done = matteStep ? "Alpha Extract done .. 0" : "Mark done 0";
+    QCOMPARE(r.log, QStringList({"paint off", text + " 0", done, "paint on"}));
+    QCOMPARE(seg.markImage, marks);
+    QCOMPARE(seg.alphaImage, alpha);
+    QCOMPARE(seg.resultImage, result);
+    QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
 }
 
 void TestQuickSelect::cancellation()
