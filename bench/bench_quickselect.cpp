@@ -1,7 +1,10 @@
 // Quick select at the working size: a photo scaled to 1536 x 1536 with scripted scribbles.
-// Prints the median time of init, mark and matte, the region count and the peak memory, and,
-// when OpenCV is available, its grabCut (one iteration, from the same scribbles) and watershed
-// on the same image.
+// Prints the median, least and largest times of init, mark and matte, the wall and processor
+// time of every stage (between two progress reports), the peak memory, and, when OpenCV is
+// available, its grabCut (one iteration, from the same scribbles) and marker watershed on the
+// same image with the ratios. Ends with a check that the steps give exactly what the plain
+// reference gives at this size.
+#include "QuickSelectReference.h"
 #include "VexaQuickSelectSteps.h"
 #include "VexaSegmentation.h"
 
@@ -13,6 +16,8 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <ctime>
+#include <map>
 #include <sys/resource.h>
 #include <vector>
 
@@ -22,15 +27,55 @@
 
 namespace {
 
-class Silent : public VexaQuickSelectReporter
+double cpuMs()
+{
+    timespec t{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
+    return double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6;
+}
+
+// Times every stage: from one progress report to the next, wall and processor time (all threads).
+class StageClock : public VexaQuickSelectReporter
 {
 public:
-    void progress(const QString&, int) override {}
+    void start(const char* step)
+    {
+        m_step = step;
+        m_last = QStringLiteral("start");
+        m_wall.start();
+        m_cpu = cpuMs();
+    }
+    void progress(const QString& text, int percent) override
+    {
+        const QString now = QStringLiteral("%1 %2").arg(text).arg(percent);
+        const double cpu = cpuMs();
+        const QString key = QStringLiteral("%1: %2 -> %3").arg(QLatin1String(m_step), m_last, now);
+        if (!stages.count(key))
+            order.push_back(key);
+        Figures& f = stages[key];
+        f.wall.push_back(double(m_wall.nsecsElapsed()) / 1e6);
+        f.cpu.push_back(cpu - m_cpu);
+        m_wall.restart();
+        m_cpu = cpu;
+        m_last = now;
+    }
     void setPainting(bool) override {}
     void setMessage(const QString& text) override { std::printf("hint: %s\n", qPrintable(text)); }
     void checkViewAlpha() override {}
     void checkViewMatte() override {}
     void updateImageBox(const QRect&) override {}
+
+    struct Figures {
+        std::vector<double> wall, cpu;
+    };
+    std::map<QString, Figures> stages;
+    std::vector<QString> order; // of first report
+
+private:
+    const char* m_step = "";
+    QString m_last;
+    QElapsedTimer m_wall;
+    double m_cpu = 0;
 };
 
 double median(std::vector<double> v)
@@ -39,7 +84,14 @@ double median(std::vector<double> v)
     return v[v.size() / 2];
 }
 
-double ms(const QElapsedTimer& t) { return double(t.nsecsElapsed()) / 1e6; }
+struct Timing {
+    std::vector<double> wall, cpu;
+    void print(const char* name) const
+    {
+        std::printf("%s %.1f ms (min %.1f, max %.1f), processor %.1f ms\n", name, median(wall),
+                    *std::min_element(wall.begin(), wall.end()), *std::max_element(wall.begin(), wall.end()), median(cpu));
+    }
+};
 
 // Object strokes in the middle, background strokes along the frame and one across the right.
 void scribble(QImage& marks)
@@ -57,11 +109,65 @@ void scribble(QImage& marks)
     p.drawLine(QPointF(w * 0.9, h * 0.1), QPointF(w * 0.85, h * 0.9));
 }
 
+void prepare(VexaSegmentation& seg, const QImage& doc)
+{
+    seg.load(doc);
+    QImage marks(seg.markImage.size(), QImage::Format_ARGB32);
+    marks.fill(0u);
+    scribble(marks);
+    seg.markImage = marks;
+}
+
 long peakKiB()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return usage.ru_maxrss;
+}
+
+template <class Step>
+void timed(Timing& t, StageClock& clock, const char* name, Step step)
+{
+    QElapsedTimer wall;
+    const double cpu = cpuMs();
+    wall.start();
+    clock.start(name);
+    step();
+    t.wall.push_back(double(wall.nsecsElapsed()) / 1e6);
+    t.cpu.push_back(cpuMs() - cpu);
+}
+
+// The optimised steps against the plain reference on the benchmark's own input.
+bool sameAsReference(const QImage& doc)
+{
+    VexaSegmentation fast, plain;
+    prepare(fast, doc);
+    prepare(plain, doc);
+    StageClock quiet;
+    const std::atomic<bool> never{false};
+    VexaQuickSelect::init(fast, quiet, never);
+    Reference::init(plain);
+    bool same = fast.regionMap == plain.regionMap && fast.regionColors == plain.regionColors
+        && fast.regionSizes == plain.regionSizes && fast.graph->get_arc_num() == plain.graph->get_arc_num();
+    auto a = fast.graph->get_first_arc();
+    auto b = plain.graph->get_first_arc();
+    for (int k = 0; same && k < fast.graph->get_arc_num(); ++k, a = fast.graph->get_next_arc(a), b = plain.graph->get_next_arc(b)) {
+        int i1, j1, i2, j2;
+        fast.graph->get_arc_ends(a, i1, j1);
+        plain.graph->get_arc_ends(b, i2, j2);
+        same = i1 == i2 && j1 == j2 && fast.graph->get_rcap(a) == plain.graph->get_rcap(b);
+    }
+    std::printf("identity init: %s\n", same ? "same" : "DIFFERENT");
+    VexaQuickSelect::mark(fast, quiet, never);
+    Reference::mark(plain);
+    const bool markSame = fast.alphaImage == plain.alphaImage && fast.resultImage == plain.resultImage
+        && fast.markImage == plain.markImage && fast.terminalWeights == plain.terminalWeights;
+    std::printf("identity mark: %s\n", markSame ? "same" : "DIFFERENT");
+    VexaQuickSelect::matte(fast, quiet, never);
+    Reference::matte(plain);
+    const bool matteSame = fast.alphaImage == plain.alphaImage && fast.resultImage == plain.resultImage;
+    std::printf("identity matte: %s\n", matteSame ? "same" : "DIFFERENT");
+    return same && markSame && matteSame;
 }
 
 } // namespace
@@ -76,38 +182,33 @@ int main(int argc, char** argv)
         return 2;
     }
     const int repeats = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
+    const bool check = !(argc > 3 && QByteArray(argv[3]) == "--no-identity");
     const QImage doc = photo.scaled(1536, 1536, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const long before = peakKiB();
 
-    Silent report;
+    StageClock clock;
     const std::atomic<bool> never{false};
-    std::vector<double> initMs, markMs, matteMs;
+    Timing init, mark, matte;
     size_t regions = 0;
     for (int r = 0; r < repeats; ++r) {
         VexaSegmentation seg;
-        seg.load(doc);
-        QImage marks(seg.markImage.size(), QImage::Format_ARGB32);
-        marks.fill(0u);
-        scribble(marks);
-        seg.markImage = marks;
-        QElapsedTimer t;
-        t.start();
-        VexaQuickSelect::init(seg, report, never);
-        initMs.push_back(ms(t));
+        prepare(seg, doc);
+        timed(init, clock, "init", [&] { VexaQuickSelect::init(seg, clock, never); });
         regions = seg.regionColors.size();
-        t.restart();
-        VexaQuickSelect::mark(seg, report, never);
-        markMs.push_back(ms(t));
-        t.restart();
-        VexaQuickSelect::matte(seg, report, never);
-        matteMs.push_back(ms(t));
+        timed(mark, clock, "mark", [&] { VexaQuickSelect::mark(seg, clock, never); });
+        timed(matte, clock, "matte", [&] { VexaQuickSelect::matte(seg, clock, never); });
     }
-    std::printf("photo %s at 1536 x 1536, %d runs, median times\n", qPrintable(file), repeats);
+    const long after = peakKiB();
+    std::printf("photo %s at 1536 x 1536, %d runs, medians\n", qPrintable(file), repeats);
     std::printf("regions %zu\n", regions);
-    std::printf("init %.1f ms\n", median(initMs));
-    std::printf("mark %.1f ms\n", median(markMs));
-    std::printf("matte %.1f ms\n", median(matteMs));
-    std::printf("peak memory %.1f MB (process, %.1f MB before the first session)\n", peakKiB() / 1024.0, before / 1024.0);
+    init.print("init");
+    mark.print("mark");
+    matte.print("matte");
+    std::printf("peak memory %.1f MB (process, %.1f MB before the first session)\n", after / 1024.0, before / 1024.0);
+    for (const QString& stage : clock.order) {
+        const StageClock::Figures& f = clock.stages[stage];
+        std::printf("  stage %s: %.1f ms, processor %.1f ms\n", qPrintable(stage), median(f.wall), median(f.cpu));
+    }
 
 #ifdef VEXA_HAVE_OPENCV
     {
@@ -138,20 +239,22 @@ int main(int argc, char** argv)
             QElapsedTimer t;
             t.start();
             cv::grabCut(bgr, m, cv::Rect(), bgd, fgd, 1, cv::GC_INIT_WITH_MASK);
-            grab.push_back(ms(t));
+            grab.push_back(double(t.nsecsElapsed()) / 1e6);
             cv::Mat k = markers.clone();
             t.restart();
             cv::watershed(bgr, k);
-            shed.push_back(ms(t));
+            shed.push_back(double(t.nsecsElapsed()) / 1e6);
         }
-        const double ours = median(markMs) + median(initMs);
-        std::printf("opencv grabCut (1 iteration) %.1f ms; init + mark %.1f ms, ratio %.1fx\n", median(grab), ours,
-                    median(grab) / ours);
-        std::printf("opencv watershed %.1f ms; init (watershed, statistics, graph) %.1f ms, ratio %.1fx\n", median(shed),
-                    median(initMs), median(shed) / median(initMs));
+        const double ours = median(mark.wall) + median(init.wall);
+        std::printf("opencv grabCut (1 iteration) %.1f ms; mark %.1f ms, ratio %.1fx\n", median(grab), median(mark.wall),
+                    median(grab) / median(mark.wall));
+        std::printf("opencv marker watershed %.1f ms; init + mark %.1f ms, ratio %.2fx\n", median(shed), ours,
+                    median(shed) / ours);
     }
 #else
     std::printf("opencv comparison skipped (OpenCV not found at build time)\n");
 #endif
+    if (check && !sameAsReference(doc))
+        return 1;
     return 0;
 }

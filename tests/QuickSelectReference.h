@@ -82,6 +82,14 @@ inline int watershed(const QImage& img, std::vector<int>& label)
     return counter;
 }
 
+// exp(-d^2) * 10000 truncated, d^2 over the channels as fractions channel / 255 in double.
+inline int edgeWeight(const QColor& a, const QColor& b)
+{
+    const double dr = b.red() / 255.0 - a.red() / 255.0, dg = b.green() / 255.0 - a.green() / 255.0,
+                 db = b.blue() / 255.0 - a.blue() / 255.0;
+    return int(std::exp(-(dr * dr + dg * dg + db * db)) * 10000.0);
+}
+
 inline void init(VexaSegmentation& s)
 {
     const int W = s.sourceImage.width(), H = s.sourceImage.height();
@@ -128,10 +136,7 @@ inline void init(VexaSegmentation& s)
     s.graph->add_node(N);
     for (int i = 0; i < N; ++i)
         for (auto [j, count] : adj[size_t(i)]) {
-            const QColor a = s.regionColors[size_t(i)], b = s.regionColors[size_t(j)];
-            const double d2 = std::pow(double(b.redF()) - double(a.redF()), 2) + std::pow(double(b.greenF()) - double(a.greenF()), 2)
-                + std::pow(double(b.blueF()) - double(a.blueF()), 2);
-            const int w = int(std::exp(-d2) * 10000.0);
+            const int w = edgeWeight(s.regionColors[size_t(i)], s.regionColors[size_t(j)]);
             s.graph->add_edge(i, j, count * w, count * w);
         }
 }

@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <future>
 #include <thread>
 
 namespace {
@@ -26,6 +27,25 @@ public:
     void checkViewMatte() override { log << QStringLiteral("view matte"); }
     void updateImageBox(const QRect& r) override { log << QStringLiteral("update %1x%2").arg(r.width()).arg(r.height()); }
     QStringList log;
+};
+
+// Records like Recorder, and stops the step's thread at one report until released.
+class Holder : public Recorder
+{
+public:
+    explicit Holder(const QString& at) : m_at(at) {}
+    void progress(const QString& text, int percent) override
+    {
+        Recorder::progress(text, percent);
+        if (log.last() == m_at) {
+            reached.set_value();
+            release.get_future().wait();
+        }
+    }
+    std::promise<void> reached, release;
+
+private:
+    QString m_at;
 };
 
 const std::atomic<bool> running{false};
@@ -50,7 +70,9 @@ QImage halves(int w, int h, QRgb left, QRgb right)
 QImage photo(const char* name, int width)
 {
     const QImage img(QStringLiteral(VEXA_DATA_DIR "/") + QLatin1String(name));
-    return img.scaledToWidth(width, Qt::SmoothTransformation);
+    // Nearest-neighbour scaling runs in the calling thread: Qt spreads smooth scaling of large
+    // images over its own thread pool, whose ordering ThreadSanitizer cannot see.
+    return img.scaledToWidth(width, Qt::FastTransformation);
 }
 
 // Strokes like a user's: the object in the middle, the background along the frame.
@@ -149,6 +171,8 @@ private slots:
     void watershedMatchesReference();
     void regionGraphOfTwoAreas_data();
     void regionGraphOfTwoAreas();
+    void edgeWeightsByHand_data();
+    void edgeWeightsByHand();
     void stepsMatchReference_data();
     void stepsMatchReference();
     void reportSequences();
@@ -159,6 +183,9 @@ private slots:
     void mattingCases();
     void noBandOnlySoftensEdges();
     void emptyImage();
+    void imagesOfAnotherSizeAreRefused_data();
+    void imagesOfAnotherSizeAreRefused();
+    void stepsOnSharedImages();
     void cancellation();
     void commandLine_data();
     void commandLine();
@@ -224,14 +251,18 @@ void TestQuickSelect::regionGraphOfTwoAreas_data()
 {
     QTest::addColumn<QRgb>("left");
     QTest::addColumn<QRgb>("right");
-    QTest::newRow("black and white") << qRgb(0, 0, 0) << qRgb(255, 255, 255);
-    QTest::newRow("close greys") << qRgb(100, 100, 100) << qRgb(110, 100, 100);
+    QTest::addColumn<int>("weight");
+    // Means (36, 36, 36) and white: exp(-3 * (219 / 255)^2) * 10000 = 1094.6.
+    QTest::newRow("black and white") << qRgb(0, 0, 0) << qRgb(255, 255, 255) << 1094;
+    // Means (101, 100, 100) and (110, 100, 100): exp(-(9 / 255)^2) * 10000 = 9987.6.
+    QTest::newRow("close greys") << qRgb(100, 100, 100) << qRgb(110, 100, 100) << 9987;
 }
 
 void TestQuickSelect::regionGraphOfTwoAreas()
 {
     QFETCH(QRgb, left);
     QFETCH(QRgb, right);
+    QFETCH(int, weight);
     VexaSegmentation seg;
     seg.load(halves(12, 5, left, right));
     Recorder r;
@@ -246,11 +277,8 @@ void TestQuickSelect::regionGraphOfTwoAreas()
     QCOMPARE(seg.graph->get_node_num(), 2);
     QCOMPARE(seg.graph->get_arc_num(), 2); // one edge
     // One straddling pixel pair per row, weighted by the Gaussian of the mean colours.
-    const QColor a = seg.regionColors[0], b = seg.regionColors[1];
-    const double d2 = std::pow(double(a.redF()) - double(b.redF()), 2) + std::pow(double(a.greenF()) - double(b.greenF()), 2)
-        + std::pow(double(a.blueF()) - double(b.blueF()), 2);
     const std::vector<Edge> e = edges(*seg.graph);
-    QCOMPARE(e.front().cap, 5 * int(std::exp(-d2) * 10000.0));
+    QCOMPARE(e.front().cap, 5 * weight);
     QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
     // Twice: the same.
     VexaSegmentation again;
@@ -258,6 +286,55 @@ void TestQuickSelect::regionGraphOfTwoAreas()
     VexaQuickSelect::init(again, r, running);
     QCOMPARE(again.regionMap, seg.regionMap);
     QVERIFY(edges(*again.graph) == e);
+}
+
+void TestQuickSelect::edgeWeightsByHand_data()
+{
+    // Three rows of vertical stripes, one colour per column. The columns are laid out so that
+    // the watershed gives exactly two regions with the wanted mean colours: the first flood
+    // climbs over the high-gradient column, whose colour is chosen to vanish in the truncated
+    // mean, and stops before the second area.
+    QTest::addColumn<QList<QRgb>>("columns");
+    QTest::addColumn<QColor>("first");
+    QTest::addColumn<QColor>("second");
+    QTest::addColumn<int>("weight");
+    const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255);
+    // d^2 = 3, exp(-3) * 10000 = 497.87.
+    QTest::newRow("black against white") << QList<QRgb>{black, black, black, black, qRgb(1, 0, 0), white, white}
+                                         << QColor(0, 0, 0) << QColor(255, 255, 255) << 497;
+    // Means (302 / 3, ...) = 100 and 100: d^2 = 0.
+    const QRgb g101 = qRgb(101, 101, 101), g100 = qRgb(100, 100, 100);
+    QTest::newRow("equal colours") << QList<QRgb>{g101, g101, g100, g100} << QColor(100, 100, 100)
+                                   << QColor(100, 100, 100) << 10000;
+    // d^2 = (132^2 + 124^2 + 7^2) / 255^2 = 32849 / 65025 = 0.505175, exp(-d^2) * 10000 = 6034.02.
+    // Channels taken as single-precision fractions give 6033.
+    const QRgb x = qRgb(225, 12, 80), y = qRgb(93, 136, 73);
+    QTest::newRow("(225, 12, 80) against (93, 136, 73)") << QList<QRgb>{x, x, x, x, qRgb(225, 13, 80), y, y}
+                                                           << QColor(225, 12, 80) << QColor(93, 136, 73) << 6034;
+}
+
+void TestQuickSelect::edgeWeightsByHand()
+{
+    QFETCH(QList<QRgb>, columns);
+    QFETCH(QColor, first);
+    QFETCH(QColor, second);
+    QFETCH(int, weight);
+    QImage img(int(columns.size()), 3, QImage::Format_ARGB32);
+    for (int y = 0; y < img.height(); ++y)
+        for (int x = 0; x < img.width(); ++x)
+            img.setPixel(x, y, columns[x]);
+    VexaSegmentation seg;
+    seg.load(img);
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    QCOMPARE(seg.regionColors, std::vector<QColor>({first, second}));
+    const std::vector<Edge> e = edges(*seg.graph);
+    QCOMPARE(e.size(), size_t(1));
+    QCOMPARE(e.front().cap, 3 * weight); // one straddling pair per row
+    VexaSegmentation plain;
+    plain.load(img);
+    Reference::init(plain);
+    QVERIFY(edges(*plain.graph) == e);
 }
 
 void TestQuickSelect::stepsMatchReference_data()
@@ -303,9 +380,18 @@ void TestQuickSelect::stepsMatchReference()
     VexaQuickSelect::matte(fast, r, running);
     Reference::matte(plain);
     compareSegmentations(fast, plain);
-    // Something was cut out, and something left.
-    QVERIFY(fast.alphaImage.pixel(fast.alphaImage.width() / 2, fast.alphaImage.height() / 2 - 2) != 0xFF000000u
-            || fast.alphaImage.pixel(2, 2) == 0xFF000000u);
+    // The cut took unmarked pixels to both sides, and the matting left a soft edge between them.
+    int selected = 0, unselected = 0, soft = 0;
+    for (int y = 0; y < fast.alphaImage.height(); ++y)
+        for (int x = 0; x < fast.alphaImage.width(); ++x) {
+            const QRgb m = fast.markImage.pixel(x, y);
+            if (qRed(m) || qBlue(m))
+                continue;
+            const int a = qBlue(fast.alphaImage.pixel(x, y));
+            ++(a == 255 ? selected : a == 0 ? unselected : soft);
+        }
+    QVERIFY2(selected > 0 && unselected > 0 && soft > 0,
+             qPrintable(QStringLiteral("%1 selected, %2 unselected, %3 soft").arg(selected).arg(unselected).arg(soft)));
 }
 
 void TestQuickSelect::reportSequences()
@@ -506,6 +592,73 @@ void TestQuickSelect::emptyImage()
     QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0"}));
 }
 
+void TestQuickSelect::imagesOfAnotherSizeAreRefused_data()
+{
+    QTest::addColumn<bool>("matteStep");
+    QTest::addColumn<QString>("image");
+    QTest::addColumn<QSize>("size");
+    for (bool matteStep : {false, true}) {
+        const char* step = matteStep ? "matte" : "mark";
+        QTest::addRow("%s, marks narrower", step) << matteStep << "marks" << QSize(19, 10);
+        QTest::addRow("%s, marks taller", step) << matteStep << "marks" << QSize(20, 40);
+        QTest::addRow("%s, alpha smaller", step) << matteStep << "alpha" << QSize(4, 3);
+        QTest::addRow("%s, alpha null", step) << matteStep << "alpha" << QSize();
+        QTest::addRow("%s, result wider", step) << matteStep << "result" << QSize(64, 10);
+    }
+}
+
+void TestQuickSelect::imagesOfAnotherSizeAreRefused()
+{
+    QFETCH(bool, matteStep);
+    QFETCH(QString, image);
+    QFETCH(QSize, size);
+    VexaSegmentation seg;
+    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
+    Recorder r;
+    VexaQuickSelect::init(seg, r, running);
+    paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
+    paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
+    paintMarks(seg, QRect(9, 0, 2, 10), VexaSegmentation::BoundaryMark);
+    QImage other = size.isValid() ? flat(size.width(), size.height(), VexaSegmentation::ForegroundMark) : QImage();
+    QImage& target = image == "marks" ? seg.markImage : image == "alpha" ? seg.alphaImage : seg.resultImage;
+    target = other;
+    const QImage marks = seg.markImage, alpha = seg.alphaImage, result = seg.resultImage;
+    r.log.clear();
+    (matteStep ? VexaQuickSelect::matte : VexaQuickSelect::mark)(seg, r, running);
+    const QString text = matteStep ? "Alpha Extracting .." : "Marking..";
+    const QString done = matteStep ? "Alpha Extract done .. 0" : "Mark done 0";
+    QCOMPARE(r.log, QStringList({"paint off", text + " 0", done, "paint on"}));
+    QCOMPARE(seg.markImage, marks);
+    QCOMPARE(seg.alphaImage, alpha);
+    QCOMPARE(seg.resultImage, result);
+    QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
+}
+
+void TestQuickSelect::stepsOnSharedImages()
+{
+    // The window keeps shallow copies of the images for its view while a step writes them; the
+    // step's threads must not detach them concurrently, and the copies must not change.
+    VexaSegmentation shared, alone;
+    const QImage img = photo("chelsea.png", 400);
+    shared.load(img);
+    alone.load(img);
+    Recorder r;
+    VexaQuickSelect::init(shared, r, running);
+    VexaQuickSelect::init(alone, r, running);
+    scribble(shared);
+    scribble(alone);
+    for (auto step : {VexaQuickSelect::mark, VexaQuickSelect::mark, VexaQuickSelect::matte}) {
+        const QImage alpha = shared.alphaImage, result = shared.resultImage, marks = shared.markImage;
+        const QImage alphaBefore = alpha.copy(), resultBefore = result.copy(), marksBefore = marks.copy();
+        step(shared, r, running);
+        step(alone, r, running);
+        QCOMPARE(alpha, alphaBefore);
+        QCOMPARE(result, resultBefore);
+        QCOMPARE(marks, marksBefore);
+        compareSegmentations(shared, alone);
+    }
+}
+
 void TestQuickSelect::cancellation()
 {
     // Cancelled before it starts: init stops at its first check and builds nothing.
@@ -516,19 +669,34 @@ void TestQuickSelect::cancellation()
     VexaQuickSelect::init(seg, r, cancelled);
     QVERIFY(!seg.graph);
     QVERIFY(!r.log.contains(QStringLiteral("paint on")));
-    // Cancelled while running on another thread: each step returns, nothing crashes.
-    std::atomic<bool> stop{false};
+    // Cancelled while running on another thread: the worker's reporter holds the step at one
+    // of its reports until the test has raised the flag; the step must then stop within one
+    // stage, without its closing reports.
+    struct Case {
+        void (*step)(VexaSegmentation&, VexaQuickSelectReporter&, const std::atomic<bool>&);
+        QString holdAt;
+    };
+    const Case cases[] = {{VexaQuickSelect::init, QStringLiteral("Initializing .. 20")},
+                          {VexaQuickSelect::mark, QStringLiteral("Marking.. 80")},
+                          {VexaQuickSelect::matte, QStringLiteral("Alpha Extracting .. 40")}};
     VexaSegmentation big;
     big.load(photo("coffee.png", 600));
-    Recorder quiet;
-    VexaQuickSelect::init(big, quiet, stop);
-    scribble(big);
-    for (auto step : {VexaQuickSelect::mark, VexaQuickSelect::matte}) {
-        stop = false;
-        std::thread worker([&] { step(big, quiet, stop); });
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    for (const Case& c : cases) {
+        if (c.step != VexaQuickSelect::init) {
+            VexaQuickSelect::init(big, r, running);
+            scribble(big);
+        }
+        std::atomic<bool> stop{false};
+        Holder holder(c.holdAt);
+        std::thread worker([&] { c.step(big, holder, stop); });
+        holder.reached.get_future().wait();
         stop = true;
+        holder.release.set_value();
         worker.join();
+        const QStringList log = holder.log;
+        QVERIFY2(log.contains(c.holdAt), qPrintable(log.join(", ")));
+        QVERIFY2(log.size() - log.indexOf(c.holdAt) <= 2, qPrintable(log.join(", ")));
+        QVERIFY2(!log.contains(QStringLiteral("paint on")), qPrintable(log.join(", ")));
     }
 }
 

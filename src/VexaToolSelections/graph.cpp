@@ -3,6 +3,11 @@
 #include <cstdio>
 #include <cstring>
 
+#if defined(__linux__)
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
 namespace graph_detail {
 
 void fatal(void (*error_function)(const char*), const char* message)
@@ -15,6 +20,26 @@ void fatal(void (*error_function)(const char*), const char* message)
 } // namespace graph_detail
 
 namespace {
+// Asks the kernel to back the whole pages inside a record array with huge pages: a million-node
+// grid touches tens of megabytes at random, and fewer page faults and TLB misses make both
+// construction and the solve faster. Advice only; where it is not granted nothing changes.
+void advise_huge_pages(void* block, size_t bytes)
+{
+#if defined(__linux__) && defined(MADV_HUGEPAGE)
+    constexpr size_t huge = size_t(2) << 20;
+    if (!block || bytes < huge)
+        return;
+    const size_t page = size_t(sysconf(_SC_PAGESIZE));
+    const std::uintptr_t begin = (reinterpret_cast<std::uintptr_t>(block) + page - 1) / page * page;
+    const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(block) + bytes) / page * page;
+    if (end > begin)
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+#else
+    (void)block;
+    (void)bytes;
+#endif
+}
+
 // Resizes a record array to `count` records. Returns the old address as a number when the
 // block moved (the old block must not be touched after realloc, only its address compared and
 // subtracted), 0 when it stayed.
@@ -26,6 +51,7 @@ std::uintptr_t resize_block(T*& block, ptrdiff_t count, void (*error_function)(c
     if (!moved)
         graph_detail::fatal(error_function, "Not enough memory!");
     block = moved;
+    advise_huge_pages(moved, size_t(count) * sizeof(T));
     return reinterpret_cast<std::uintptr_t>(moved) == old ? 0 : old;
 }
 } // namespace
@@ -42,6 +68,8 @@ Graph<captype, tcaptype, flowtype>::Graph(int node_num_max, int edge_num_max, vo
     arcs = static_cast<arc*>(std::malloc(2 * size_t(edge_num_max) * sizeof(arc)));
     if (!nodes || !arcs)
         graph_detail::fatal(error_function, "Not enough memory!");
+    advise_huge_pages(nodes, size_t(node_num_max) * sizeof(node));
+    advise_huge_pages(arcs, 2 * size_t(edge_num_max) * sizeof(arc));
     node_last = nodes;
     node_max = nodes + node_num_max;
     arc_last = arcs;

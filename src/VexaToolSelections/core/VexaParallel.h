@@ -1,17 +1,26 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <thread>
 #include <vector>
 
-// Runs body(first, last) over [0, count) split into contiguous ranges, one per core. Work on
-// separate ranges must be independent, so the result never depends on the split.
-template <class Body>
-void parallelRanges(int count, Body&& body)
+// How many contiguous ranges parallelRanges splits `count` items into: one per core, each of
+// at least 64 items.
+inline int parallelParts(int count)
 {
-    const int workers = std::max(1, std::min<int>(int(std::thread::hardware_concurrency()), count / 64));
+    return std::max(1, std::min<int>(int(std::thread::hardware_concurrency()), count / 64));
+}
+
+// Runs body(part, first, last) over [0, count) split into parallelParts(count) contiguous
+// ranges, part 0 first. Work on separate ranges must be independent, so the result never
+// depends on the split.
+template <class Body>
+void parallelParts(int count, Body&& body)
+{
+    const int workers = parallelParts(count);
     if (workers <= 1) {
-        body(0, count);
+        body(0, 0, count);
         return;
     }
     std::vector<std::thread> threads;
@@ -19,14 +28,19 @@ void parallelRanges(int count, Body&& body)
     for (int w = 1; w < workers; ++w) {
         const int first = w * chunk, last = std::min(count, first + chunk);
         if (first < last)
-            threads.emplace_back([&body, first, last] { body(first, last); });
+            threads.emplace_back([&body, w, first, last] { body(w, first, last); });
     }
-    body(0, std::min(count, chunk));
+    body(0, 0, std::min(count, chunk));
     for (std::thread& t : threads)
         t.join();
 }
 
-#include <atomic>
+// Runs body(first, last) over [0, count) split into contiguous ranges, one per core.
+template <class Body>
+void parallelRanges(int count, Body&& body)
+{
+    parallelParts(count, [&body](int, int first, int last) { body(first, last); });
+}
 
 // Runs body(i) for every i in [0, count), handing out chunks of `chunk` items to one thread per
 // core as they finish: for work whose cost varies a lot from item to item. Items must be

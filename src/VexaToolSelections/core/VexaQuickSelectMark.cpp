@@ -1,0 +1,453 @@
+// The marking step: colour models of the marked regions by k-means, terminal weights from
+// them and from the marks, the cut, a softened matte and the new boundary band.
+#include "VexaQuickSelectSteps.h"
+
+#include "VexaParallel.h"
+#include "VexaQuickSelectShared.h"
+#include "VexaSegmentation.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace VexaQuickSelect {
+
+using namespace detail;
+
+namespace {
+
+const char* const marking = QT_TRANSLATE_NOOP("Thread", "Marking..");
+const char* const markDone = QT_TRANSLATE_NOOP("Thread", "Mark done");
+const char* const markForeground = QT_TRANSLATE_NOOP("Thread", "Please mark foreground objects.");
+const char* const markBackground = QT_TRANSLATE_NOOP("Thread", "Please mark background regions.");
+
+using FlowGraph = VexaSegmentation::FlowGraph;
+
+inline int squaredDistance(int r1, int g1, int b1, int r2, int g2, int b2)
+{
+    return (r1 - r2) * (r1 - r2) + (g1 - g2) * (g1 - g2) + (b1 - b2) * (b1 - b2);
+}
+
+// ---- marks ----------------------------------------------------------------------------------
+
+// Per region, the OR of 0xFFFF0000 (red byte), 0xFF00FF00 (green) and 0xFF0000FF (blue) over
+// the marks on its pixels.
+bool regionMarkFlags(const VexaSegmentation& seg, std::vector<uint32_t>& flags, const std::atomic<bool>& cancel)
+{
+    const ConstPixels marks = pixels(seg.markImage);
+    const int W = marks.width, H = marks.height;
+    for (int y = 0; y < H; ++y) {
+        if (cancel)
+            return false;
+        const QRgb* m = marks.row(y);
+        const int* labels = seg.regionMap.data() + qsizetype(y) * W;
+        for (int x = 0; x < W; ++x) {
+            if (!m[x])
+                continue;
+            uint32_t& f = flags[size_t(labels[x])];
+            if (redByte(m[x]))
+                f |= 0xFFFF0000u;
+            if (greenByte(m[x]))
+                f |= 0xFF00FF00u;
+            if (blueByte(m[x]))
+                f |= 0xFF0000FFu;
+        }
+    }
+    return true;
+}
+
+// The mean colours of the foreground-marked and of the background-marked regions, in region order.
+void markedColours(const VexaSegmentation& seg, const std::vector<uint32_t>& flags, std::vector<QColor>& fg,
+                   std::vector<QColor>& bg)
+{
+    for (size_t r = 0; r < flags.size(); ++r) {
+        if (redByte(flags[r]))
+            fg.push_back(seg.regionColors[r]);
+        if (blueByte(flags[r]))
+            bg.push_back(seg.regionColors[r]);
+    }
+}
+
+// ---- colour models --------------------------------------------------------------------------
+
+// K centres of one side. The arrays hold 64 entries whatever K is; those past K sit far outside
+// the colour cube (their squares still fit an int), so the distance loop has a fixed length the
+// compiler vectorises, and they are never the nearest.
+struct ColourModel {
+    static constexpr int capacity = 64;
+    static constexpr int unusedCentre = 20000;
+    int K = 0;
+    std::vector<int> r, g, b, count;
+
+    explicit ColourModel(int k)
+        : K(k), r(capacity, unusedCentre), g(capacity, unusedCentre), b(capacity, unusedCentre), count(size_t(k))
+    {
+    }
+    // The least squared distance to a centre, ties to the lowest index: (index, distance).
+    std::pair<int, int> nearest(int cr, int cg, int cb) const
+    {
+        int d[capacity];
+        for (int k = 0; k < capacity; ++k)
+            d[k] = (cr - r[size_t(k)]) * (cr - r[size_t(k)]) + (cg - g[size_t(k)]) * (cg - g[size_t(k)])
+                + (cb - b[size_t(k)]) * (cb - b[size_t(k)]);
+        int best = INT_MAX, index = 0;
+        for (int k = 0; k < K; ++k) {
+            if (d[k] < best) {
+                best = d[k];
+                index = k;
+            }
+        }
+        return {index, best};
+    }
+};
+
+// Centre k of each side from two draws of a generator seeded with 0 and local to the step: the
+// same centres on every run and every platform.
+void seedCentres(ColourModel& fg, ColourModel& bg, const std::vector<QColor>& fgColours,
+                 const std::vector<QColor>& bgColours)
+{
+    std::mt19937 random(0);
+    for (size_t k = 0; k < size_t(fg.K); ++k) {
+        const QColor& f = fgColours[size_t(random() % uint32_t(fgColours.size()))];
+        fg.r[k] = f.red();
+        fg.g[k] = f.green();
+        fg.b[k] = f.blue();
+        const QColor& b = bgColours[size_t(random() % uint32_t(bgColours.size()))];
+        bg.r[k] = b.red();
+        bg.g[k] = b.green();
+        bg.b[k] = b.blue();
+    }
+}
+
+// The colours one side clusters. They repeat a lot: each distinct colour is clustered once,
+// with its multiplicity in the sums and counts (the same integers either way).
+struct ColourSet {
+    std::vector<int> r, g, b, times;
+    explicit ColourSet(const std::vector<QColor>& colours)
+    {
+        std::vector<QRgb> packed;
+        packed.reserve(colours.size());
+        for (const QColor& c : colours)
+            packed.push_back(qRgb(c.red(), c.green(), c.blue()));
+        std::sort(packed.begin(), packed.end());
+        for (size_t i = 0; i < packed.size();) {
+            size_t j = i;
+            while (j < packed.size() && packed[j] == packed[i])
+                ++j;
+            r.push_back(qRed(packed[i]));
+            g.push_back(qGreen(packed[i]));
+            b.push_back(qBlue(packed[i]));
+            times.push_back(int(j - i));
+            i = j;
+        }
+    }
+    size_t size() const { return r.size(); }
+};
+
+// K-means of one side: each iteration assigns every colour to its nearest centre and moves the
+// centres to the integer means of their clusters (an empty cluster to black).
+//
+// Most colours keep their cluster from one iteration to the next. Each keeps an upper bound on
+// its (Euclidean) distance to its centre and a lower bound on its distance to all the others,
+// loosened by how far the centres moved; while the first stays clearly below the second every
+// other centre is strictly farther, so the least-distance rule (ties to the lowest index) keeps
+// the cluster and the full search is skipped. Close calls and ties go to the exact search.
+class KMeans
+{
+public:
+    KMeans(ColourModel& model, const std::vector<QColor>& colours)
+        : m(model), set(colours), member(set.size(), 0), upper(set.size()), lower(set.size()),
+          shift(size_t(model.K), 0.0)
+    {
+    }
+    // One iteration; false when no colour changed cluster, in which case the centres come out as
+    // they went in and every further iteration would repeat this one.
+    bool iterate(bool first)
+    {
+        const bool moved = assign(first);
+        recentre();
+        return moved;
+    }
+
+private:
+    static constexpr double margin = 1e-7; // far below the gap between square roots of distinct integers here
+
+    int fullSearch(size_t c)
+    {
+        int best = INT_MAX, second = INT_MAX, index = 0;
+        for (int k = 0; k < m.K; ++k) {
+            const int d = squaredDistance(set.r[c], set.g[c], set.b[c], m.r[size_t(k)], m.g[size_t(k)], m.b[size_t(k)]);
+            if (d < best) {
+                second = best;
+                best = d;
+                index = k;
+            } else if (d < second) {
+                second = d;
+            }
+        }
+        upper[c] = std::sqrt(double(best));
+        lower[c] = second == INT_MAX ? std::numeric_limits<double>::infinity() : std::sqrt(double(second));
+        return index;
+    }
+    bool assign(bool first)
+    {
+        // The lower bound of a colour loses the largest shift of the centres other than its own.
+        int top = -1;
+        double topShift = 0, secondShift = 0;
+        for (int k = 0; !first && k < m.K; ++k) {
+            if (shift[size_t(k)] > topShift) {
+                secondShift = topShift;
+                topShift = shift[size_t(k)];
+                top = k;
+            } else if (shift[size_t(k)] > secondShift) {
+                secondShift = shift[size_t(k)];
+            }
+        }
+        bool moved = first;
+        for (size_t c = 0; c < set.size(); ++c) {
+            int k;
+            if (first) {
+                k = fullSearch(c);
+            } else {
+                const int a = member[c];
+                upper[c] += shift[size_t(a)];
+                lower[c] -= a == top ? secondShift : topShift;
+                if (upper[c] + margin < lower[c]) {
+                    k = a;
+                } else {
+                    upper[c] = std::sqrt(double(squaredDistance(set.r[c], set.g[c], set.b[c], m.r[size_t(a)],
+                                                                m.g[size_t(a)], m.b[size_t(a)])));
+                    k = upper[c] + margin < lower[c] ? a : fullSearch(c);
+                }
+            }
+            moved |= k != member[c];
+            member[c] = k;
+        }
+        return moved;
+    }
+    // New centres from the clusters, noting how far each moved.
+    void recentre()
+    {
+        const size_t K = size_t(m.K);
+        const std::vector<int> oldR(m.r.begin(), m.r.begin() + m.K), oldG(m.g.begin(), m.g.begin() + m.K),
+            oldB(m.b.begin(), m.b.begin() + m.K);
+        std::fill(m.count.begin(), m.count.end(), 0);
+        std::fill(m.r.begin(), m.r.begin() + m.K, 0);
+        std::fill(m.g.begin(), m.g.begin() + m.K, 0);
+        std::fill(m.b.begin(), m.b.begin() + m.K, 0);
+        for (size_t c = 0; c < set.size(); ++c) {
+            const size_t k = size_t(member[c]);
+            const int n = set.times[c];
+            m.count[k] += n;
+            m.r[k] += n * set.r[c];
+            m.g[k] += n * set.g[c];
+            m.b[k] += n * set.b[c];
+        }
+        for (size_t k = 0; k < K; ++k) {
+            const int n = m.count[k] >= 2 ? m.count[k] : 1;
+            m.r[k] /= n;
+            m.g[k] /= n;
+            m.b[k] /= n;
+            shift[k] = std::sqrt(double(squaredDistance(m.r[k], m.g[k], m.b[k], oldR[k], oldG[k], oldB[k])));
+        }
+    }
+
+    ColourModel& m;
+    const ColourSet set;
+    std::vector<int> member;
+    std::vector<double> upper, lower, shift;
+};
+
+// 4 K iterations of both models, fewer where they have settled (no further change).
+void clusterColours(ColourModel& fg, ColourModel& bg, const std::vector<QColor>& fgColours,
+                    const std::vector<QColor>& bgColours)
+{
+    KMeans fgMeans(fg, fgColours), bgMeans(bg, bgColours);
+    bool fgMoving = true, bgMoving = true;
+    for (int it = 0; it < 4 * fg.K && (fgMoving || bgMoving); ++it) {
+        if (fgMoving)
+            fgMoving = fgMeans.iterate(it == 0);
+        if (bgMoving)
+            bgMoving = bgMeans.iterate(it == 0);
+    }
+}
+
+// ---- terminal weights -----------------------------------------------------------------------
+
+// Moves node r's net terminal capacity from its old value to v.
+inline void setTerminalWeight(VexaSegmentation& seg, int r, int v)
+{
+    seg.graph->add_tweights(r, v, seg.terminalWeights[size_t(r)]);
+    seg.terminalWeights[size_t(r)] = v;
+}
+
+// Towards the nearer model, scaled by the sensitivity and the square root of the region's size.
+void softWeights(VexaSegmentation& seg, const ColourModel& fg, const ColourModel& bg)
+{
+    const int N = int(seg.regionColors.size());
+    const int lambda = seg.sensitivity;
+    for (int r = 0; r < N; ++r) {
+        const QColor& c = seg.regionColors[size_t(r)];
+        const int dF = fg.nearest(c.red(), c.green(), c.blue()).second;
+        const int dB = bg.nearest(c.red(), c.green(), c.blue()).second;
+        const double D = dF + dB > 0 ? double(dF + dB) : 1.0;
+        const double scale = double(lambda * 1000) * std::sqrt(double(seg.regionSizes[size_t(r)]));
+        setTerminalWeight(seg, r, int(double(dB - dF) * scale / D));
+    }
+}
+
+// Marked regions are tied to their side; one marked both ways ends as background.
+void hardWeights(VexaSegmentation& seg, const std::vector<uint32_t>& flags)
+{
+    for (int r = 0; r < int(flags.size()); ++r) {
+        if (redByte(flags[size_t(r)]))
+            setTerminalWeight(seg, r, hardWeight);
+        if (blueByte(flags[size_t(r)]))
+            setTerminalWeight(seg, r, -hardWeight);
+    }
+}
+
+// ---- the matte ------------------------------------------------------------------------------
+
+// The cut as a hard matte, straight into the float alpha (1 or 0) and the alpha image.
+void hardMatte(const VexaSegmentation& seg, const Pixels& alpha, std::vector<float>& A)
+{
+    const FlowGraph& graph = *seg.graph;
+    const int W = alpha.width;
+    parallelRanges(alpha.height, [&](int first, int last) {
+        for (int y = first; y < last; ++y) {
+            QRgb* a = alpha.row(y);
+            const int* labels = seg.regionMap.data() + qsizetype(y) * W;
+            float* f = A.data() + qsizetype(y) * W;
+            for (int x = 0; x < W; ++x) {
+                const bool source = graph.what_segment(labels[x], FlowGraph::SOURCE) == FlowGraph::SOURCE;
+                a[x] = source ? 0xFFFFFFFFu : 0xFF000000u;
+                f[x] = float((a[x] & 0xFFu) / 255.0);
+            }
+        }
+    });
+}
+
+// The smoothed matte into the result and alpha images, and the new boundary band: every pixel
+// on an edge of the matte; green marks away from it are erased.
+void writeBack(const ConstPixels& source, const Pixels& result, const Pixels& alpha, const Pixels& marks,
+               const std::vector<float>& A)
+{
+    const int W = source.width, H = source.height;
+    parallelRanges(H, [&](int first, int last) {
+        for (int y = first; y < last; ++y) {
+            const QRgb* s = source.row(y);
+            QRgb* res = result.row(y);
+            QRgb* al = alpha.row(y);
+            QRgb* m = marks.row(y);
+            const float* a = A.data() + qsizetype(y) * W;
+            for (int x = 0; x < W; ++x) {
+                const int a8 = alphaByte(a[x]);
+                res[x] = (s[x] & 0x00FFFFFFu) + (QRgb(a8) << 24);
+                al[x] = 0xFF000000u + QRgb(a8) * 0x010101u;
+                if (onEdge(A.data(), W, H, x, y))
+                    m[x] = VexaSegmentation::BoundaryMark;
+                else if (greenByte(m[x]))
+                    m[x] = 0;
+            }
+        }
+    });
+}
+
+// Whether the mark, alpha and result images can be read beside the working image.
+bool imagesMatch(const VexaSegmentation& seg)
+{
+    const QImage& src = seg.sourceImage;
+    return src.depth() == 32 && matches(seg.markImage, src) && matches(seg.alphaImage, src)
+        && matches(seg.resultImage, src);
+}
+
+// Whether the segmentation holds a finished init of the working image.
+bool initialised(const VexaSegmentation& seg)
+{
+    const size_t N = seg.regionColors.size();
+    return seg.regionMap.size() == size_t(seg.sourceImage.width()) * size_t(seg.sourceImage.height())
+        && seg.regionSizes.size() == N && seg.terminalWeights.size() == N
+        && (N == 0 || (seg.graph && seg.graph->get_node_num() == int(N)));
+}
+
+} // namespace
+
+void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::atomic<bool>& cancel)
+{
+    const QString text = threadText(marking);
+    report.setPainting(false);
+    report.progress(text, 0);
+    if (seg.sourceImage.isNull())
+        return;
+    const int N = int(seg.regionColors.size());
+    if (!imagesMatch(seg)) {
+        // Marks or matte of another size cannot be read beside the image: refused.
+        report.progress(threadText(markDone), 0);
+        report.setPainting(true);
+        return;
+    }
+    // Without a finished init (cancelled, say) there are no regions to mark: like no image.
+    if (!initialised(seg))
+        return;
+
+    std::vector<uint32_t> flags(size_t(N), 0);
+    if (!regionMarkFlags(seg, flags, cancel))
+        return;
+    report.progress(text, 10);
+
+    std::vector<QColor> fgColours, bgColours;
+    markedColours(seg, flags, fgColours, bgColours);
+    report.progress(text, 20);
+
+    if (fgColours.empty() || bgColours.empty()) {
+        report.setMessage(threadText(fgColours.empty() ? markForeground : markBackground));
+        report.progress(threadText(markDone), 0);
+        report.setPainting(true);
+        return;
+    }
+
+    const int K = std::min(64, std::max(int(fgColours.size()), int(bgColours.size())));
+    ColourModel fg(K), bg(K);
+    report.progress(text, 30);
+    seedCentres(fg, bg, fgColours, bgColours);
+    report.progress(text, 40);
+    clusterColours(fg, bg, fgColours, bgColours);
+    report.progress(text, 50);
+    if (cancel)
+        return;
+
+    softWeights(seg, fg, bg);
+    report.progress(text, 60);
+    hardWeights(seg, flags);
+    report.progress(text, 70);
+    if (cancel)
+        return;
+
+    seg.graph->maxflow(false, nullptr);
+    if (cancel)
+        return;
+
+    // Writable views once, here: the passes below run on several threads.
+    const ConstPixels source = pixels(seg.sourceImage);
+    const Pixels result = writablePixels(seg.resultImage), alpha = writablePixels(seg.alphaImage),
+                 marks = writablePixels(seg.markImage);
+    std::vector<float> A(size_t(source.width) * size_t(source.height));
+    hardMatte(seg, alpha, A);
+    report.progress(text, 80);
+    report.progress(text, 90);
+
+    const std::vector<double> intensity = intensities(seg.sourceImage);
+    if (!smoothBorder(A, intensity, seg.markImage, 4, cancel))
+        return;
+    report.progress(text, 100);
+
+    writeBack(source, result, alpha, marks, A);
+    report.progress(threadText(markDone), 0);
+    report.setPainting(true);
+    report.updateImageBox(QRect(0, 0, source.width, source.height));
+}
+
+} // namespace VexaQuickSelect
