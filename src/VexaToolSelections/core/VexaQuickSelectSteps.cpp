@@ -71,8 +71,12 @@ inline bool onEdge(const T* v, int W, int H, int x, int y)
 // Puts the matte back: alpha in the result's top byte, grey in the alpha image.
 inline int alphaByte(float alpha)
 {
-    const int a = int(alpha * 255.0f);
-    return a < 0 ? 0 : a > 255 ? 255 : a;
+    // Truncated toward zero and clamped. The clamp comes before the conversion: a patch whose
+    // weights nearly cancel can estimate far outside 0..1, beyond what an int holds.
+    const float a = alpha * 255.0f;
+    if (!(a > 0.0f))
+        return 0;
+    return a >= 255.0f ? 255 : int(a);
 }
 
 } // namespace
