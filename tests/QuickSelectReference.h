@@ -208,8 +208,8 @@ inline void smooth(std::vector<float>& A, const QImage& src, const QImage& marks
 
 inline int byteOf(float a)
 {
-    int v = int(a * 255.0f);
-    return std::clamp(v, 0, 255);
+    const float v = std::clamp(a * 255.0f, 0.0f, 255.0f);
+    return int(v);
 }
 
 // Returns the hint, or an empty string.

@@ -39,6 +39,26 @@ T* find(QWidget* root, const char* name)
     return root->findChild<T*>(QLatin1String(name));
 }
 
+// A canvas whose rendering of the document has another size than the document: what a
+// canvas showing another document hands back.
+class OddRenderCanvas : public VexaCanvas
+{
+public:
+    explicit OddRenderCanvas(const QSize& size)
+        : m_size(size)
+    {
+    }
+    QImage* renderToImage(VexaContext*) override
+    {
+        auto img = std::make_unique<QImage>(m_size, QImage::Format_ARGB32);
+        img->fill(qRgb(100, 100, 100)); // the foreground colour: grade 255 everywhere
+        return img.release();
+    }
+
+private:
+    QSize m_size;
+};
+
 } // namespace
 
 class TestColorTools : public QObject
@@ -55,6 +75,8 @@ private slots:
     void toleranceControlsStayEqual();
     void deferredRecomputation();
     void okWritesFullSizeMask();
+    void okRefusesRenderingOfAnotherSize_data();
+    void okRefusesRenderingOfAnotherSize();
     void pickerFollowsActivation();
     void singleton();
     void magicSeedOnShiftedLayer();
@@ -191,10 +213,12 @@ void TestColorTools::deferredRecomputation()
     f.canvas->setFgColor(QColor(90, 120, 210));
     QVERIFY(!tool->isPreviewUpToDate());
     QCOMPARE(qGray(tool->selectionThumbnail().pixel(0, 0)), 170);
-    if (tool->isThrottled()) { // a tick inside the interval still waits
-        f.tick();
-        QVERIFY(!tool->isPreviewUpToDate());
-    }
+    // The throttle ends only when its timer's event is delivered, and no event loop has run
+    // since the recomputation: a tick now lies inside the interval and still waits.
+    QVERIFY(tool->isThrottled());
+    f.tick();
+    QVERIFY(!tool->isPreviewUpToDate());
+    QCOMPARE(qGray(tool->selectionThumbnail().pixel(0, 0)), 170);
     QTRY_VERIFY(!tool->isThrottled());
     f.tick();
     QVERIFY(tool->isPreviewUpToDate());
@@ -229,6 +253,41 @@ void TestColorTools::okWritesFullSizeMask()
     f.selection()->clear();
     tool->apply();
     QVERIFY(!f.selection()->hasSelection());
+}
+
+void TestColorTools::okRefusesRenderingOfAnotherSize_data()
+{
+    QTest::addColumn<QSize>("rendered");
+    QTest::addColumn<bool>("applied");
+    // The document is 30 x 20 and its mask rows are 32 bytes.
+    QTest::newRow("same size") << QSize(30, 20) << true;
+    QTest::newRow("taller") << QSize(30, 40) << false;
+    QTest::newRow("wider than a mask row") << QSize(37, 20) << false;
+    QTest::newRow("smaller") << QSize(10, 10) << false;
+}
+
+void TestColorTools::okRefusesRenderingOfAnotherSize()
+{
+    QFETCH(QSize, rendered);
+    QFETCH(bool, applied);
+    VexaToolFixture f(QSize(30, 20), 1.0f);
+    OddRenderCanvas odd(rendered);
+    odd.setContext(f.doc.get());
+    f.doc->setCanvas(&odd);
+    odd.setFgColor(QColor(100, 100, 100));
+    f.selectRect(QRect(2, 3, 4, 5));
+    QObject parent;
+    auto* tool = VexaToolSelectionColorRange::getInstance(&parent);
+    tool->active(f.doc.get());
+    QVERIFY(tool->isActive());
+    tool->apply();
+    QVERIFY(!tool->isActive()); // OK ends the tool either way
+    if (applied) {
+        QCOMPARE(f.bounds(), QRect(0, 0, 30, 20));
+    } else {
+        QCOMPARE(f.bounds(), QRect(2, 3, 4, 5)); // the user's selection is kept
+        QCOMPARE(f.at(1, 3), 0);
+    }
 }
 
 void TestColorTools::pickerFollowsActivation()

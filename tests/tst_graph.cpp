@@ -225,6 +225,12 @@ private slots:
     void fatalErrorsExitWithStatusOne();
     void failedPreconditionsAbort_data();
     void failedPreconditionsAbort();
+    void residualsFollowTheOrderOfWork();
+    void hardWeightsPileUp();
+    void markingRunsOnOneGraph();
+    void growthAfterMarking();
+    void changedListFlagIsCleared();
+    void manyReusingCalls();
 };
 
 void TestGraph::reservesAtLeastSixteen_data()
@@ -463,9 +469,11 @@ void TestGraph::treeReuseMatchesFreshSolve()
         g.maxflow();
         g.test_consistency();
         for (int round = 0; round < 6; ++round) {
-            std::vector<GraphI::termtype> before(size_t(p.n));
+            // Read with both defaults: a free node reads as either, so a node that joins or
+            // leaves a tree shows a change under one of them.
+            std::vector<std::pair<GraphI::termtype, GraphI::termtype>> before(size_t(p.n));
             for (int i = 0; i < p.n; ++i)
-                before[size_t(i)] = g.what_segment(i);
+                before[size_t(i)] = {g.what_segment(i, GraphI::SOURCE), g.what_segment(i, GraphI::SINK)};
             // Raise a few terminal capacities, marking the nodes touched.
             std::uniform_int_distribution<int> pick(0, p.n - 1), inc(0, 60);
             const int touched = 1 + p.n / 20;
@@ -487,7 +495,7 @@ void TestGraph::treeReuseMatchesFreshSolve()
             std::set<int> listed;
             changed.for_each([&](int id) { listed.insert(id); });
             for (int i = 0; i < p.n; ++i)
-                if (g.what_segment(i) != before[size_t(i)])
+                if (std::make_pair(g.what_segment(i, GraphI::SOURCE), g.what_segment(i, GraphI::SINK)) != before[size_t(i)])
                     QVERIFY2(listed.count(i), qPrintable(QString("graph %1 round %2: node %3 not listed").arg(k).arg(round).arg(i)));
             for (int id : listed)
                 g.remove_from_changed_list(id);
@@ -648,6 +656,231 @@ void TestGraph::failedPreconditionsAbort()
         &err);
     QCOMPARE(status, -SIGABRT);
     QVERIFY2(err.contains("`" + text + "'"), err.constData());
+}
+
+void TestGraph::residualsFollowTheOrderOfWork()
+{
+    // Four nodes, five edges; node 0 has two neighbours in the source tree at the same
+    // distance, and there are several maximum flows. Worked out by hand in the solver's order:
+    //  - init queues 1, 2, 3 (terminal nodes in id order);
+    //  - 1 grows: over a9 node 0 joins (DIST 2), then over a1 node 0 is re-hung (its DIST 2 is
+    //    greater than 1's), so 0 hangs on a0;
+    //  - 2 (sink) finds 0 over a2's sister a3: path 1 -a0- 0 -a3- 2, bottleneck min(2, r(a1) 1,
+    //    tr 3, 4) = 1; a1 saturates, 0 is an orphan;
+    //  - adoption of 0: a8 (sister a9 = 3) reaches 1 at distance 1, a4 (sister a5 = 1) reaches
+    //    3 at distance 1 too: the first, a8, wins (strictly nearer only replaces it);
+    //  - 2 is scanned again at once: path 1 -a8- 0 -a3- 2, bottleneck r(a3) = 1; a3 saturates;
+    //  - 3 and then 0 grow without finding anything: flow 2.
+    // Taking the later of two equal parents, a last-in first-out queue, or going on with the
+    // next active node instead of the current one each push the flow along other arcs.
+    GraphI g(4, 5);
+    g.add_node(4);
+    g.add_tweights(1, 3, 0);
+    g.add_tweights(2, 0, 4);
+    g.add_tweights(3, 3, 0);
+    g.add_edge(0, 1, 3, 1); // a0, a1
+    g.add_edge(2, 0, 3, 2); // a2, a3
+    g.add_edge(0, 3, 1, 1); // a4, a5
+    g.add_edge(0, 1, 0, 0); // a6, a7
+    g.add_edge(0, 1, 1, 3); // a8, a9
+    QCOMPARE(g.maxflow(), 2);
+    QList<int> trcaps, rcaps;
+    for (int i = 0; i < 4; ++i)
+        trcaps << g.get_trcap(i);
+    GraphI::arc_id a = g.get_first_arc();
+    for (int k = 0; k < g.get_arc_num(); ++k, a = g.get_next_arc(a))
+        rcaps << g.get_rcap(a);
+    QCOMPARE(trcaps, QList<int>({0, 1, -2, 3}));
+    QCOMPARE(rcaps, QList<int>({4, 0, 5, 0, 1, 1, 0, 0, 2, 2}));
+    QCOMPARE(g.what_segment(0, GraphI::SINK), GraphI::SOURCE);
+    QCOMPARE(g.what_segment(2), GraphI::SINK);
+    g.test_consistency();
+}
+
+void TestGraph::hardWeightsPileUp()
+{
+    // Hard weights of 10^8 added run after run on the same nodes pass 2^31 after about
+    // twenty runs: the nodes must stay tied to their terminals, not wrap to the other side.
+    GraphI g(3, 2);
+    g.add_node(3);
+    g.add_edge(0, 1, 5, 5);
+    g.add_edge(1, 2, 3, 3);
+    for (int run = 0; run < 300; ++run) {
+        g.add_tweights(0, 100000000, 0);
+        g.add_tweights(2, 0, 100000000);
+        g.add_tweights(1, run % 2 ? 7 : 0, run % 2 ? 0 : 2);
+        g.maxflow();
+        QVERIFY2(g.get_trcap(0) > 0 && g.get_trcap(2) < 0, qPrintable(QString("run %1").arg(run)));
+        QCOMPARE(g.what_segment(0), GraphI::SOURCE);
+        QCOMPARE(g.what_segment(2), GraphI::SINK);
+        g.test_consistency();
+    }
+    QCOMPARE(g.get_trcap(0), INT_MAX);
+    QCOMPARE(g.get_trcap(2), -INT_MAX); // symmetric, so the solver may negate it
+    // Both at once: the common part is flow, the rest stays.
+    GraphI h(1, 0);
+    h.add_node();
+    h.add_tweights(0, INT_MAX, 5);
+    h.add_tweights(0, INT_MAX, 0);
+    QCOMPARE(h.get_trcap(0), INT_MAX);
+    h.add_tweights(0, 0, INT_MAX);
+    h.add_tweights(0, 0, INT_MAX);
+    QCOMPARE(h.get_trcap(0), -INT_MAX);
+}
+
+void TestGraph::markingRunsOnOneGraph()
+{
+    // The quick select scheme: every run sets each node's net terminal capacity to a new value
+    // v with add_tweights(i, v, previous v), hard weights of +-10^8 for marked nodes, and cuts
+    // again on the graph kept from the earlier runs. After hundreds of runs the cut is still a
+    // minimum cut of the capacities of the last run.
+    std::mt19937 rng(5);
+    Problem p = randomProblem(rng, 40, 0.12, 500);
+    GraphI g(p.n, int(p.edges.size()));
+    g.add_node(p.n);
+    for (const Problem::E& e : p.edges)
+        g.add_edge(e.i, e.j, e.cap, e.rev);
+    std::vector<int> applied(size_t(p.n), 0);
+    std::uniform_int_distribution<int> soft(-3000, 3000), kind(0, 9);
+    for (int run = 0; run < 300; ++run) {
+        for (int i = 0; i < p.n; ++i) {
+            const int k = kind(rng);
+            const int v = k == 0 ? 100000000 : k == 1 ? -100000000 : soft(rng);
+            g.add_tweights(i, v, applied[size_t(i)]);
+            applied[size_t(i)] = v;
+            p.source[size_t(i)] = std::max(v, 0);
+            p.sink[size_t(i)] = std::max(-v, 0);
+        }
+        g.maxflow();
+        const long long best = p.reference();
+        QVERIFY2(p.cutCapacity(g) == best, qPrintable(QString("run %1").arg(run)));
+        for (int i = 0; i < p.n; ++i)
+            if (std::abs(applied[size_t(i)]) == 100000000)
+                QCOMPARE(g.what_segment(i), applied[size_t(i)] > 0 ? GraphI::SOURCE : GraphI::SINK);
+    }
+}
+
+void TestGraph::growthAfterMarking()
+{
+    // Marked nodes wait in the active queue, linked by address: adding nodes after marking
+    // moves the node array under them, and the reusing call must still see every mark.
+    std::mt19937 rng(11);
+    for (int k = 0; k < 60; ++k) {
+        Problem p = randomProblem(rng, 16, 0.2, 30);
+        GraphI g(16, 16);
+        p.build(g);
+        g.maxflow();
+        for (int round = 0; round < 4; ++round) {
+            std::uniform_int_distribution<int> pick(0, p.n - 1);
+            for (int t = 0; t < 3; ++t) {
+                const int i = pick(rng);
+                const int s = int(rng() % 40), e = int(rng() % 40);
+                p.source[size_t(i)] += s;
+                p.sink[size_t(i)] += e;
+                g.add_tweights(i, s, e);
+                g.mark_node(i);
+            }
+            const int capacity = g.get_node_capacity();
+            const int added = capacity - p.n + 1; // one past the room: the array moves
+            const int first = g.add_node(added);
+            QVERIFY(g.get_node_capacity() > capacity);
+            for (int i = 0; i < added; ++i) {
+                p.source.push_back(0);
+                p.sink.push_back(0);
+            }
+            p.n += added;
+            // Tie one new node in, so the grown part takes part in the cut.
+            p.edges.push_back({first, pick(rng), 7, 7});
+            g.add_edge(p.edges.back().i, p.edges.back().j, 7, 7);
+            g.mark_node(p.edges.back().i);
+            g.mark_node(p.edges.back().j);
+            const long long flow = g.maxflow(true, nullptr);
+            g.test_consistency();
+            QCOMPARE(flow, p.reference());
+            QCOMPARE(p.cutCapacity(g), flow);
+        }
+    }
+}
+
+void TestGraph::changedListFlagIsCleared()
+{
+    // Node 1 flips between the terminals run after run. Each flip must be listed: the flag
+    // that keeps a node from being listed twice is cleared by remove_from_changed_list and by
+    // a call without tree reuse.
+    GraphI g(2, 1);
+    g.add_node(2);
+    g.add_edge(0, 1, 1, 1);
+    g.add_tweights(0, 5, 0);
+    g.add_tweights(1, 0, 5);
+    g.maxflow();
+    Block<int> changed(8);
+    int net = -4; // node 1's net terminal capacity after the first cut
+    for (int run = 0; run < 12; ++run) {
+        const int target = run % 2 ? -4 : 4;
+        g.add_tweights(1, std::max(target - net, 0), std::max(net - target, 0));
+        net = target;
+        g.mark_node(1);
+        changed.reset();
+        if (run % 4 == 3) {
+            // A plain call in between: flags left set by the caller are cleared by it.
+            g.maxflow();
+            g.add_tweights(1, 0, 0);
+            continue;
+        }
+        g.maxflow(true, &changed);
+        QList<int> listed;
+        changed.for_each([&](int id) { listed << id; });
+        QVERIFY2(listed.contains(1), qPrintable(QString("run %1").arg(run)));
+        QCOMPARE(g.what_segment(1), target > 0 ? GraphI::SOURCE : GraphI::SINK);
+        if (run % 4 != 2) // once left set, for the plain call to clear
+            for (int id : listed)
+                g.remove_from_changed_list(id);
+    }
+    // Removing twice trips the precondition: the flag really was cleared.
+    QByteArray err;
+    const int status = inChild(
+        [] {
+            GraphI h(2, 1);
+            h.add_node(2);
+            h.add_edge(0, 1, 1, 1);
+            h.add_tweights(0, 3, 0);
+            h.maxflow();
+            h.add_tweights(1, 0, 9);
+            h.mark_node(1);
+            Block<int> list(4);
+            h.maxflow(true, &list);
+            h.remove_from_changed_list(1);
+            h.remove_from_changed_list(1);
+        },
+        &err);
+    QCOMPARE(status, -SIGABRT);
+    QVERIFY(err.contains("nodes[i].is_in_changed_list"));
+}
+
+void TestGraph::manyReusingCalls()
+{
+    // The orphan pool is kept between reusing calls and released every 64th: well over 64
+    // calls, each with orphans, against the reference.
+    std::mt19937 rng(64);
+    Problem p = randomProblem(rng, 50, 0.1, 40);
+    GraphI g(p.n, int(p.edges.size()));
+    p.build(g);
+    g.maxflow();
+    std::uniform_int_distribution<int> pick(0, p.n - 1), inc(0, 30);
+    for (int call = 0; call < 150; ++call) {
+        for (int t = 0; t < 4; ++t) {
+            const int i = pick(rng);
+            const int s = inc(rng), e = inc(rng);
+            p.source[size_t(i)] += s;
+            p.sink[size_t(i)] += e;
+            g.add_tweights(i, s, e);
+            g.mark_node(i);
+        }
+        const long long flow = g.maxflow(true);
+        QVERIFY2(flow == p.reference(), qPrintable(QString("call %1").arg(call)));
+        QCOMPARE(p.cutCapacity(g), flow);
+        g.test_consistency();
+    }
 }
 
 QTEST_MAIN(TestGraph)

@@ -7,6 +7,7 @@
 #include "VexaContextManager.h"
 #include "VexaHistory.h"
 #include "VexaHistoryMemo.h"
+#include "VexaImageFile.h"
 #include "VexaLayer.h"
 #include "VexaLayerManager.h"
 #include "VexaMemory.h"
@@ -73,6 +74,8 @@ private slots:
     void skinPaths_data();
     void skinPaths();
     void historyLimitAndPendingMemo();
+    void imageFiles_data();
+    void imageFiles();
 };
 
 void TestHostServices::grow_data()
@@ -270,6 +273,34 @@ void TestHostServices::historyLimitAndPendingMemo()
     doc.setLastMemo(nullptr);
     QCOMPARE(doc.getHistory()->count(), 1);
     doc.setLastMemo(std::make_unique<CountingMemo>(&undone).release()); // never taken: deleted with the context
+}
+
+void TestHostServices::imageFiles_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QSize>("size");
+    // The fuzz seeds: each photo at 16 pixels, and the same files with headers declaring a
+    // picture far beyond the decoders' memory bound.
+    for (const char* ext : {"png", "jpg", "bmp", "gif"}) {
+        QTest::newRow(ext) << QStringLiteral("coffee.%1").arg(QLatin1String(ext)) << QSize(16, 11);
+        QTest::newRow(qPrintable(QStringLiteral("huge %1").arg(QLatin1String(ext))))
+            << QStringLiteral("huge.%1").arg(QLatin1String(ext)) << QSize(0, 0);
+    }
+}
+
+void TestHostServices::imageFiles()
+{
+    QFETCH(QString, file);
+    QFETCH(QSize, size);
+    const QString path = QStringLiteral(VEXA_DATA_DIR "/../fuzz/corpus/imageload/") + file;
+    QVERIFY(QFileInfo::exists(path));
+    QString why;
+    const QImage image = VexaImageFile::read(path, &why);
+    QCOMPARE(image.size(), size);
+    QCOMPARE(why.isEmpty(), !size.isEmpty()); // a refusal always says why
+    QFile device(path);
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    QCOMPARE(VexaImageFile::read(&device).size(), size); // the same from an open device
 }
 
 QTEST_MAIN(TestHostServices)

@@ -7,6 +7,7 @@
 #include "VexaToolLasso.h"
 #include "VexaToolLassoPolygon.h"
 #include "VexaToolRectangularMarquee.h"
+#include "VexaToolRectangularMarqueeWidget.h"
 #include "VexaToolSelectionMove.h"
 #include "VexaToolSelectionWidget.h"
 
@@ -14,6 +15,7 @@
 #include "VexaSelectionPath.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 #include <QValidator>
 #include <QLineEdit>
 #include <QPushButton>
@@ -79,6 +81,13 @@ private slots:
     void moveByDragLosesSubPixelSteps();
     void moveNeedsSelection();
     void panelsTranslated();
+    void deferredDeleteEndsTheTool_data();
+    void deferredDeleteEndsTheTool();
+    void nullContextIsRefused_data();
+    void nullContextIsRefused();
+    void regionWithoutCanvasPixels();
+    void regionClampsToTheToolsDocument();
+    void oversizedCanvasIsRefused();
 };
 
 void TestTools::modeFollowsModifiers_data()
@@ -173,17 +182,28 @@ void TestTools::noLayersNoActivation()
     canvas.setContext(&empty);
     canvas.setView(1.0f, QPointF());
     empty.getSelection()->selectAll();
-    VexaToolEnvironment::setClock([] { return qint64(1) << 40; });
+    qint64 now = qint64(1) << 40;
+    VexaToolEnvironment::setClock([&now] { return now; });
     QObject parent;
     IVexaTool* tool = getInstance(&parent, name);
     tool->active(&empty);
     QVERIFY(!tool->isActive());
     empty.getSelection()->clear();
-    for (int i = 0; i < 3; ++i) {
-        emit canvas.mousePress(5 + 10 * i, 5);
-        emit canvas.mouseMove(20, 25);
-        emit canvas.mouseRelease(20, 25);
+    // A drag, then two clicks and a double click, with time passing: every pointing tool,
+    // had it been connected, would have selected something (the polygonal lasso swallows
+    // releases in its first half second).
+    now += 1000;
+    emit canvas.mousePress(5, 5);
+    emit canvas.mouseMove(12, 15);
+    emit canvas.mouseMove(20, 25);
+    emit canvas.mouseRelease(20, 25);
+    QVERIFY(!empty.getSelection()->hasSelection()); // no rectangle, ellipse or lasso
+    for (QPoint p : {QPoint(28, 5), QPoint(5, 5)}) { // corners far from the first, (20, 25)
+        now += 600;
+        emit canvas.mousePress(p.x(), p.y());
+        emit canvas.mouseRelease(p.x(), p.y());
     }
+    emit canvas.mouseDoubleClick(5, 5);
     QVERIFY(!empty.getSelection()->hasSelection()); // nothing was connected
     VexaToolEnvironment::setClock({});
 }
@@ -346,9 +366,13 @@ void TestTools::blockedInput()
     tool->active(f.doc.get());
     f.selectRect(QRect(30, 30, 5, 5));
     f.doc->toolInputBlocked = true;
+    f.now += 1000; // past the polygonal lasso's first half second, which swallows releases
     f.drag(QPoint(5, 5), QPoint(20, 20));
-    f.click(20, 5); // polygon corners come from releases
-    f.doubleClick(20, 5);
+    for (QPoint p : {QPoint(20, 5), QPoint(5, 20)}) { // polygon corners come from releases
+        f.now += 600;
+        f.click(p.x(), p.y());
+    }
+    f.doubleClick(5, 20);
     QCOMPARE(f.bounds() == QRect(30, 30, 5, 5), honoursBlock);
     // Moves are never blocked: the cursor still follows the selection.
     f.selectRect(QRect(30, 30, 5, 5));
@@ -625,6 +649,132 @@ void TestTools::panelsTranslated()
     QCOMPARE(tool->toolDescription.left(6), QStringLiteral("Alt+Z "));
     QVERIFY(tool->toolDescription.contains(QStringLiteral("Doppelklick")));
     QCoreApplication::removeTranslator(de.get());
+}
+
+namespace {
+const char* const allTools[] = {"Rectangular Marquee Tool", "Polygonal Lasso Tool", "Lasso Tool", "Move Selection",
+                                "Color Range", "Magic Select Tool", "Ellipse Select Tool"};
+} // namespace
+
+void TestTools::deferredDeleteEndsTheTool_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("activate");
+    for (const char* n : allTools) {
+        QTest::newRow(qPrintable(QString::fromLatin1(n) + QStringLiteral(", active"))) << QString::fromLatin1(n) << true;
+        QTest::newRow(qPrintable(QString::fromLatin1(n) + QStringLiteral(", never active"))) << QString::fromLatin1(n) << false;
+    }
+}
+
+void TestTools::deferredDeleteEndsTheTool()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, activate);
+    VexaToolFixture f(QSize(30, 30), 1.0f);
+    f.selectRect(QRect(5, 5, 10, 10)); // the move tool activates only with a selection
+    QObject parent;
+    QPointer<IVexaTool> tool = getInstance(&parent, name);
+    QVERIFY(tool);
+    if (activate) {
+        tool->active(f.doc.get());
+        QVERIFY(tool->isActive());
+        tool->disActive(); // a host deletes tools it has left
+    }
+    // The tool's own event handler receives the deferred delete: it must delete the tool and
+    // then touch nothing of it (the address sanitizer build sees any read).
+    tool->deleteLater();
+    QCoreApplication::sendPostedEvents(tool, QEvent::DeferredDelete);
+    QVERIFY(!tool);
+}
+
+void TestTools::nullContextIsRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* n : allTools)
+        QTest::newRow(n) << QString::fromLatin1(n);
+}
+
+void TestTools::nullContextIsRefused()
+{
+    QFETCH(QString, name);
+    VexaToolFixture f(QSize(30, 30), 1.0f);
+    QObject parent;
+    IVexaTool* tool = getInstance(&parent, name);
+    tool->active(nullptr);
+    QVERIFY(!tool->isActive());
+    tool->disActive(); // and leaving it is harmless
+    // The tool still works on a real document afterwards.
+    f.selectRect(QRect(5, 5, 10, 10));
+    tool->active(f.doc.get());
+    QVERIFY(tool->isActive());
+    tool->disActive();
+}
+
+void TestTools::regionWithoutCanvasPixels()
+{
+    VexaToolFixture f(QSize(40, 40), 1.0f);
+    VexaToolRectangularMarquee tool;
+    tool.active(f.doc.get());
+    QWidget* panel = tool.getWidget();
+    tool.getRegionWidget()->setRegion(3, 4, 12, 9);
+    QCOMPARE(field(panel, "widthEdit"), QStringLiteral("10"));
+    // The canvas goes on showing no document: it has no pixel to clamp to (0 - 1 as the
+    // upper bound), so the panel keeps what it shows.
+    f.canvas->setContext(nullptr);
+    QCOMPARE(f.canvas->getCanvasWidth(), 0);
+    tool.getRegionWidget()->setRegion(20, 20, 30, 30);
+    QCOMPARE(field(panel, "startXEdit"), QStringLiteral("3"));
+    QCOMPARE(field(panel, "startYEdit"), QStringLiteral("4"));
+    QCOMPARE(field(panel, "widthEdit"), QStringLiteral("10"));
+    QCOMPARE(field(panel, "heightEdit"), QStringLiteral("6"));
+    tool.disActive();
+    VexaToolRectangularMarquee fresh; // activating on it shows nothing, and does not abort
+    fresh.active(f.doc.get());
+    QVERIFY(fresh.isActive());
+}
+
+void TestTools::regionClampsToTheToolsDocument()
+{
+    VexaToolFixture f(QSize(60, 50), 1.0f);
+    VexaToolRectangularMarquee tool;
+    tool.active(f.doc.get());
+    // Another, smaller document comes to the front while the tool works on the first.
+    QImage small(10, 10, QImage::Format_ARGB32);
+    small.fill(Qt::white);
+    auto other = VexaContext::fromImage(small);
+    VexaCanvas otherCanvas;
+    otherCanvas.setContext(other.get());
+    other->setCanvas(&otherCanvas);
+    VexaContextManager::getInstance()->setCurrentContext(other.get());
+    QWidget* panel = tool.getWidget();
+    f.move(20, 15);
+    f.press(20, 15);
+    f.move(45, 40);
+    QCOMPARE(field(panel, "startXEdit"), QStringLiteral("20"));
+    QCOMPARE(field(panel, "widthEdit"), QStringLiteral("26"));
+    QCOMPARE(field(panel, "heightEdit"), QStringLiteral("26"));
+    f.move(200, 200); // clamped to the tool's canvas, 60 x 50
+    QCOMPARE(field(panel, "widthEdit"), QStringLiteral("40"));
+    QCOMPARE(field(panel, "heightEdit"), QStringLiteral("35"));
+    f.release(200, 200);
+    QVERIFY(f.bounds().right() > 50); // past the other document's width
+    VexaContextManager::getInstance()->setCurrentContext(nullptr);
+}
+
+void TestTools::oversizedCanvasIsRefused()
+{
+    // The mask is addressed through int strides and int-sized host blocks.
+    QVERIFY(VexaSelection::canAddress(46000, 46000));      // 46008 x 46000 bytes
+    QVERIFY(!VexaSelection::canAddress(46341, 46341));     // just over 2^31 bytes
+    QVERIFY(!VexaSelection::canAddress(INT_MAX, 1));       // the stride alone overflows
+    QVERIFY(!VexaSelection::canAddress(1, INT_MAX));       // 8 bytes a row
+    QVERIFY(VexaSelection::canAddress(1, INT_MAX / 8));
+    // Such a document is empty instead of a mask that indexes past its end; nothing is allocated.
+    VexaContext huge(QSize(60000, 60000));
+    QCOMPARE(huge.canvasSize(), QSize(0, 0));
+    QCOMPARE(huge.getSelection()->width(), 0);
+    QCOMPARE(huge.getSelection()->height(), 0);
+    QVERIFY(!huge.hasSelection());
 }
 
 QTEST_MAIN(TestTools)

@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <type_traits>
 
@@ -20,13 +21,32 @@ namespace graph_detail {
 // Adds to the total flow. Integral totals wrap instead of overflowing: callers that keep
 // adding hard terminal weights run after run (quick select) push an int total past its range,
 // and its value is then meaningless but must not be undefined behaviour.
-template <class T>
-inline void add_flow(T& total, T amount)
+template <class T, class A>
+inline void add_flow(T& total, A amount)
 {
     if constexpr (std::is_integral_v<T>)
         total = T(std::make_unsigned_t<T>(total) + std::make_unsigned_t<T>(amount));
     else
         total += amount;
+}
+
+// Terminal capacities are summed in a type that holds the sum of two and their difference.
+template <class T>
+using wide_t = std::conditional_t<std::is_integral_v<T>, std::int64_t, T>;
+
+// A net terminal capacity beyond the type's range is kept at the largest magnitude of its
+// sign: the node stays tied to its terminal, as good as forever. The range is symmetric so
+// that the solver may negate any stored value.
+template <class T>
+inline T saturate(wide_t<T> v)
+{
+    if constexpr (std::is_integral_v<T>) {
+        static_assert(sizeof(T) < sizeof(std::int64_t), "terminal capacities are summed in 64 bits");
+        constexpr wide_t<T> top = std::numeric_limits<T>::max();
+        return T(v > top ? top : v < -top ? -top : v);
+    } else {
+        return v;
+    }
 }
 
 // Reports a fatal error through `error_function` (when set) and exits with status 1.
@@ -345,13 +365,18 @@ template <typename captype, typename tcaptype, typename flowtype>
 inline void Graph<captype, tcaptype, flowtype>::add_tweights(node_id i, tcaptype cap_source, tcaptype cap_sink)
 {
     assert(i >= 0 && i < node_num);
+    // Callers add hard weights run after run (quick select's 10^8 per marked region), so the
+    // sums may pass the type's range: they are formed wide, the common part wraps into the
+    // total flow like every other addition to it, and the net capacity saturates.
+    using wide = graph_detail::wide_t<tcaptype>;
+    wide source = cap_source, sink = cap_sink;
     const tcaptype delta = nodes[i].tr_cap;
     if (delta > 0)
-        cap_source += delta;
+        source += delta;
     else
-        cap_sink -= delta;
-    graph_detail::add_flow<flowtype>(flow, (cap_source < cap_sink) ? cap_source : cap_sink);
-    nodes[i].tr_cap = cap_source - cap_sink;
+        sink -= delta;
+    graph_detail::add_flow(flow, (source < sink) ? source : sink);
+    nodes[i].tr_cap = graph_detail::saturate<tcaptype>(source - sink);
 }
 
 template <typename captype, typename tcaptype, typename flowtype>

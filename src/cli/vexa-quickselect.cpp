@@ -4,13 +4,13 @@
 //
 // MARKS has IMAGE's size: red pixels mark the object, blue ones the background, green ones
 // the boundary band. Exit status: 0 done, 1 the mark step asked for more marks, 2 bad input.
+#include "VexaImageFile.h"
 #include "VexaQuickSelectSteps.h"
 #include "VexaSegmentation.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QImageReader>
 
 #include <atomic>
 #include <cstdio>
@@ -99,14 +99,13 @@ int main(int argc, char** argv)
     if (!number || lambda < 0 || lambda > 100)
         return fail(QStringLiteral("--sensitivity must be a whole number from 0 to 100, not '%1'").arg(cli.value(sensitivity)));
 
-    QImageReader imageReader(files[0]);
-    const QImage image = imageReader.read();
+    QString why;
+    const QImage image = VexaImageFile::read(files[0], &why);
     if (image.isNull())
-        return fail(QStringLiteral("cannot read the image %1: %2").arg(files[0], imageReader.errorString()));
-    QImageReader marksReader(files[1]);
-    const QImage marks = marksReader.read();
+        return fail(QStringLiteral("cannot read the image %1: %2").arg(files[0], why));
+    const QImage marks = VexaImageFile::read(files[1], &why);
     if (marks.isNull())
-        return fail(QStringLiteral("cannot read the marks %1: %2").arg(files[1], marksReader.errorString()));
+        return fail(QStringLiteral("cannot read the marks %1: %2").arg(files[1], why));
     if (marks.size() != image.size())
         return fail(QStringLiteral("the marks are %1 x %2 but the image is %3 x %4")
                         .arg(marks.width())

@@ -6,6 +6,7 @@
 #include "VexaContext.h"
 #include "VexaContextManager.h"
 #include "VexaHistory.h"
+#include "VexaImageFile.h"
 #include "VexaPluginLoader.h"
 #include "VexaSelection.h"
 
@@ -15,7 +16,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QImageReader>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -198,15 +198,13 @@ void VexaEditorWindow::showOptions(IVexaTool* tool)
 
 bool VexaEditorWindow::openImage(const QString& fileName, QString* error)
 {
-    QImageReader reader(fileName);
-    reader.setAutoTransform(true);
-    const QImage image = reader.read();
+    QString why;
+    const QImage image = VexaImageFile::read(fileName, &why);
     if (image.isNull()) {
         if (error)
-            *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), reader.errorString());
+            *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), why);
         return false;
     }
-    QString why;
     std::unique_ptr<VexaContext> document = VexaContext::fromImage(image, &why);
     if (!document) {
         if (error)

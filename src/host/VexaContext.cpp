@@ -15,10 +15,10 @@
 
 VexaContext::VexaContext(const QSize& canvasSize, QObject* parent)
     : QObject(parent)
-    , m_size(canvasSize)
+    , m_size(VexaSelection::canAddress(canvasSize.width(), canvasSize.height()) ? canvasSize : QSize(0, 0))
     , m_history(new VexaHistory(this))
     , m_layers(new VexaLayerManager(this))
-    , m_selection(new VexaSelection(canvasSize.width(), canvasSize.height(), this))
+    , m_selection(new VexaSelection(m_size.width(), m_size.height(), this))
 {
     Q_ASSERT(!canvasSize.isEmpty());
     m_selection->setHistory(m_history);
@@ -34,6 +34,11 @@ std::unique_ptr<VexaContext> VexaContext::fromImage(const QImage& image, QString
     if (image.isNull() || image.width() <= 0 || image.height() <= 0) {
         if (error)
             *error = tr("The image is empty: a document needs at least one pixel.");
+        return nullptr;
+    }
+    if (!VexaSelection::canAddress(image.width(), image.height())) {
+        if (error)
+            *error = tr("The image is too large: a document holds at most about two billion pixels.");
         return nullptr;
     }
     auto context = std::make_unique<VexaContext>(image.size());

@@ -20,11 +20,13 @@ class VexaContext : public QObject
 {
     Q_OBJECT
 public:
-    // A document of at least 1 x 1 pixels; an empty size is a programming error.
+    // A document of at least 1 x 1 pixels; an empty size is a programming error, and a size
+    // the selection cannot address (VexaSelection::canAddress) gives an empty document.
     explicit VexaContext(const QSize& canvasSize, QObject* parent = nullptr);
     ~VexaContext() override;
 
-    // A document with `image` as its only layer, or null (and a reason) for a null or empty image.
+    // A document with `image` as its only layer, or null (and a reason) for a null or empty
+    // image or one too large for a selection mask.
     static std::unique_ptr<VexaContext> fromImage(const QImage& image, QString* error = nullptr);
 
     // While true the pointing tools ignore presses and releases.

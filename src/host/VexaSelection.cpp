@@ -10,20 +10,28 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace {
-int strideFor(int width)
+qsizetype strideFor(qsizetype width)
 {
     // At least one padding byte and rows on 8-byte boundaries.
-    return ((width + 1) + 7) & ~7;
+    return ((width + 1) + 7) & ~qsizetype(7);
 }
+int addressable(int width, int height, int size) { return VexaSelection::canAddress(width, height) ? qMax(0, size) : 0; }
 } // namespace
+
+bool VexaSelection::canAddress(int width, int height)
+{
+    const qsizetype w = qMax(0, width), h = qMax(0, height);
+    return strideFor(w) * h <= std::numeric_limits<int>::max();
+}
 
 VexaSelection::VexaSelection(int width, int height, QObject* parent)
     : QObject(parent)
-    , m_width(qMax(0, width))
-    , m_height(qMax(0, height))
-    , m_stride(strideFor(qMax(0, width)))
+    , m_width(addressable(width, height, width))
+    , m_height(addressable(width, height, height))
+    , m_stride(int(strideFor(m_width)))
     , m_mask(size_t(m_stride) * size_t(m_height), 0)
 {
 }

@@ -21,8 +21,13 @@ class VexaSelection : public QObject
 {
     Q_OBJECT
 public:
+    // A canvas the mask cannot address (see canAddress) gives an empty 0 x 0 selection.
     VexaSelection(int width, int height, QObject* parent = nullptr);
     ~VexaSelection() override;
+
+    // Whether a mask of width x height fits the host's int-sized interfaces: maskStride(),
+    // and blocks of maskStride() x height bytes from VexaMemory::alloc.
+    static bool canAddress(int width, int height);
 
     // SelectionMode in which addPath and addMask combine: New 0, Add 1, Subtract 2, Intersect 3.
     int combineMode = 0;

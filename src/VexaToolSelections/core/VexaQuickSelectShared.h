@@ -66,10 +66,14 @@ inline bool onEdge(const T* v, int W, int H, int x, int y)
 }
 
 // An alpha 0..1 as the byte the images store: times 255 in single precision, truncated, clamped.
+// The clamp comes before the conversion: a patch whose weights nearly cancel can estimate far
+// outside 0..1, beyond what an int holds (found by fuzzing).
 inline int alphaByte(float alpha)
 {
-    const int a = int(alpha * 255.0f);
-    return a < 0 ? 0 : a > 255 ? 255 : a;
+    const float a = alpha * 255.0f;
+    if (!(a > 0.0f))
+        return 0;
+    return a >= 255.0f ? 255 : int(a);
 }
 
 // Channel c as the single-precision fraction c / 255.

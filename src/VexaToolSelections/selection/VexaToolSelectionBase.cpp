@@ -49,19 +49,19 @@ QCursor VexaToolSelectionBase::pictureCursor(const QString& fileName)
 
 bool VexaToolSelectionBase::event(QEvent* e)
 {
-    if (!context)
-        return true;
-    if (e->type() == QEvent::KeyPress || e->type() == QEvent::KeyRelease)
+    // Qt's bookkeeping runs with or without a context (a deferred delete of a tool never
+    // activated must still delete it); it may delete the tool, so nothing follows it.
+    if (e->type() != QEvent::KeyPress && e->type() != QEvent::KeyRelease)
+        return IVexaTool::event(e);
+    if (context)
         updateMode();
-    else
-        IVexaTool::event(e);
     return true;
 }
 
 void VexaToolSelectionBase::active(VexaContext* ctx)
 {
     path = nullptr;
-    if (activated)
+    if (activated || !ctx)
         return;
     activated = true;
     context = ctx;
@@ -155,10 +155,10 @@ bool VexaToolSelectionBase::isInSelection(int x, int y)
     if (!sel || !sel->hasSelection() || sel->combineMode != 0)
         return false;
     const QPointF p = canvas()->uiToCanvasCoord(x, y, false);
-    const int px = qRound(p.x()), py = qRound(p.y());
+    const qsizetype px = qRound64(p.x()), py = qRound64(p.y());
     if (px < 0 || py < 0 || px >= canvas()->getCanvasWidth() || py >= canvas()->getCanvasHeight())
         return false;
-    return sel->mask()[px + py * sel->maskStride()] >= 128;
+    return sel->mask()[px + py * qsizetype(sel->maskStride())] >= 128;
 }
 
 bool VexaToolSelectionBase::checkSelectionMoveable(int x, int y)

@@ -24,6 +24,8 @@ VexaToolEllipseSelect::~VexaToolEllipseSelect() = default;
 
 void VexaToolEllipseSelect::active(VexaContext* ctx)
 {
+    if (!ctx)
+        return;
     context = ctx;
     if (!activated && ctx->getLayerManager()->getLayerCount() > 0)
         startX = startY = endX = endY = 0;

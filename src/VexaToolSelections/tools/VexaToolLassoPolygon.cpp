@@ -58,7 +58,7 @@ QWidget* VexaToolLassoPolygon::getWidget() { return container; }
 
 void VexaToolLassoPolygon::active(VexaContext* ctx)
 {
-    if (ctx->getLayerManager()->getLayerCount() == 0)
+    if (!ctx || ctx->getLayerManager()->getLayerCount() == 0)
         return;
     VexaToolSelectionBase::active(ctx);
     container->show();

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 VexaToolMagicSelection::VexaToolMagicSelection(QObject* parent)
     : VexaToolSelectionBase(parent)
@@ -47,7 +48,7 @@ QWidget* VexaToolMagicSelection::getWidget() { return container; }
 
 void VexaToolMagicSelection::active(VexaContext* ctx)
 {
-    if (ctx->getLayerManager()->getLayerCount() == 0)
+    if (!ctx || ctx->getLayerManager()->getLayerCount() == 0)
         return;
     VexaToolSelectionBase::active(ctx);
     container->show();
@@ -101,11 +102,15 @@ void VexaToolMagicSelection::onMouseReleased(int x, int y)
     const double cx = at.x(), cy = at.y();
     if (cx < 0 || cy < 0 || cx > c->getCanvasWidth() - 1 || cy > c->getCanvasHeight() - 1)
         return;
-    if (selection()->combineMode == 0)
-        selection()->clear();
-
     const QPointF position = layer->getPosition();
     const int w = layer->getWidth(), h = layer->getHeight();
+    // The host's blocks are counted in int: a layer beyond that is refused before the
+    // selection is touched, not wrapped round.
+    const qsizetype bytes = qsizetype(w) * qsizetype(h);
+    if (w <= 0 || h <= 0 || bytes > std::numeric_limits<int>::max())
+        return;
+    if (selection()->combineMode == 0)
+        selection()->clear();
     auto clampInto = [](double v, int size) {
         if (std::max(v, 0.0) > size - 1)
             return size - 1;
@@ -114,7 +119,7 @@ void VexaToolMagicSelection::onMouseReleased(int x, int y)
     const int sx = clampInto(cx - position.x(), w);
     const int sy = clampInto(cy - position.y(), h);
 
-    unsigned char* mask = VexaMemory::getInstance()->alloc(w * h);
+    unsigned char* mask = VexaMemory::getInstance()->alloc(int(bytes));
     if (!mask)
         return;
     std::memset(mask, 0, size_t(w) * size_t(h));

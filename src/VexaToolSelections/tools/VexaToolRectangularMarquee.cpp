@@ -52,6 +52,8 @@ void VexaToolRectangularMarquee::showRegion()
 
 void VexaToolRectangularMarquee::active(VexaContext* ctx)
 {
+    if (!ctx)
+        return;
     context = ctx;
     if (ctx->getLayerManager()->getLayerCount() == 0)
         return;

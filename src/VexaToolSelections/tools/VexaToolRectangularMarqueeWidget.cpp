@@ -8,13 +8,13 @@
 
 #include <QIntValidator>
 
-namespace {
-VexaCanvas* currentCanvas()
+VexaCanvas* VexaToolRectangularMarqueeWidget::documentCanvas() const
 {
-    VexaContext* context = VexaContextManager::getInstance()->getCurrentContext();
+    // The document the tool works on, which need not be the one in front; before the tool
+    // has one, the current document.
+    VexaContext* context = tool && tool->context ? tool->context : VexaContextManager::getInstance()->getCurrentContext();
     return context ? context->getCanvas() : nullptr;
 }
-} // namespace
 
 VexaToolRectangularMarqueeWidget::VexaToolRectangularMarqueeWidget(QWidget* parent)
     : QWidget(parent)
@@ -39,7 +39,7 @@ void VexaToolRectangularMarqueeWidget::setRectangularMarqueeTool(VexaToolRectang
 
 void VexaToolRectangularMarqueeWidget::initRegionValidators()
 {
-    VexaCanvas* canvas = currentCanvas();
+    VexaCanvas* canvas = documentCanvas();
     if (!canvas)
         return;
     const int w = canvas->getCanvasWidth(), h = canvas->getCanvasHeight();
@@ -51,10 +51,12 @@ void VexaToolRectangularMarqueeWidget::initRegionValidators()
 
 void VexaToolRectangularMarqueeWidget::setRegion(int x0, int y0, int x1, int y1)
 {
-    VexaCanvas* canvas = currentCanvas();
+    VexaCanvas* canvas = documentCanvas();
     if (!canvas)
         return;
     const int W = canvas->getCanvasWidth(), H = canvas->getCanvasHeight();
+    if (W <= 0 || H <= 0)
+        return; // a canvas showing no document has no pixel to clamp to
     // Each setText below may run one of the tool's text slots, which writes the shown value
     // back into the rectangle and calls this again; it settles once no text changes.
     const int sx = qBound(0, x0, W - 1);

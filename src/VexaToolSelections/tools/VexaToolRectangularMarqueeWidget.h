@@ -7,6 +7,7 @@
 namespace Ui {
 class VexaToolRectangularMarqueeWidgetClass;
 }
+class VexaCanvas;
 class VexaToolRectangularMarquee;
 
 // The X, Y, W, H panel of the rectangular marquee: shows the rectangle being dragged and
@@ -26,6 +27,8 @@ public:
     Ui::VexaToolRectangularMarqueeWidgetClass* form() const { return ui.get(); }
 
 private:
+    VexaCanvas* documentCanvas() const;
+
     VexaToolRectangularMarquee* tool = nullptr;
     std::unique_ptr<Ui::VexaToolRectangularMarqueeWidgetClass> ui;
 };

@@ -50,7 +50,7 @@ QColor VexaToolSelectionColorRange::foreground() const
 
 void VexaToolSelectionColorRange::active(VexaContext* ctx)
 {
-    if (ctx->getLayerManager()->getLayerCount() == 0)
+    if (!ctx || ctx->getLayerManager()->getLayerCount() == 0)
         return;
     if (!dialog) {
         dialog = new VexaToolSelectionColorRangeWidget(nullptr);
@@ -147,8 +147,10 @@ void VexaToolSelectionColorRange::onFgColorChanged()
 
 void VexaToolSelectionColorRange::apply()
 {
-    if (renderedImage && context) {
-        VexaSelection* selection = context->getSelection();
+    VexaSelection* selection = context ? context->getSelection() : nullptr;
+    // A rendering of another size than the selection (the canvas showed another document)
+    // would be written past the mask's rows: the selection is kept as it is.
+    if (renderedImage && selection && renderedImage->size() == QSize(selection->width(), selection->height())) {
         const int w = selection->maskStride();
         const int h = renderedImage->height();
         std::vector<unsigned char> mask(size_t(w) * size_t(h), 0);

@@ -26,10 +26,14 @@ void VexaToolSelectionMove::release() {}
 
 bool VexaToolSelectionMove::event(QEvent* e)
 {
-    const bool key = e->type() == QEvent::KeyPress || e->type() == QEvent::KeyRelease;
-    if (!key)
-        IVexaTool::event(e); // Qt's own bookkeeping
-    if (!context || !context->getLayerManager()->getActiveLayer())
+    const bool usable = context && context->getLayerManager()->getActiveLayer();
+    if (e->type() != QEvent::KeyPress && e->type() != QEvent::KeyRelease) {
+        // Qt's own bookkeeping; a deferred delete destroys the tool here, so nothing of it may
+        // be touched afterwards.
+        IVexaTool::event(e);
+        return usable;
+    }
+    if (!usable)
         return false;
     VexaSelection* selection = context->getSelection();
     QPointF t = selection->getTranslation();
@@ -56,7 +60,7 @@ bool VexaToolSelectionMove::event(QEvent* e)
 
 void VexaToolSelectionMove::active(VexaContext* ctx)
 {
-    if (ctx->getLayerManager()->getLayerCount() == 0 || activated || !ctx->hasSelection())
+    if (!ctx || ctx->getLayerManager()->getLayerCount() == 0 || activated || !ctx->hasSelection())
         return;
     activated = true;
     context = ctx;
