@@ -6,6 +6,9 @@
 #include <QCommandLineParser>
 #include <QLocale>
 #include <QMessageBox>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QSurfaceFormat>
 #include <QTranslator>
 
 #include <cstdio>
@@ -39,6 +42,29 @@ int main(int argc, char** argv)
             QMessageBox::critical(nullptr, QStringLiteral("Vexa Selections"), message);
         return 1;
     };
+
+    // The canvas draws with OpenGL 2.1; without it the first paint would crash deep in the
+    // driver, so say so and stop.
+    {
+        QSurfaceFormat format;
+        format.setVersion(2, 1);
+        format.setProfile(QSurfaceFormat::CompatibilityProfile);
+        QOpenGLContext gl;
+        gl.setFormat(format);
+        QOffscreenSurface surface;
+        surface.setFormat(format);
+        surface.create();
+        const bool usable = gl.create() && surface.isValid() && gl.makeCurrent(&surface)
+            && gl.format().version() >= qMakePair(2, 1);
+        if (!usable) {
+            std::fprintf(stderr, "vexa-editor: %s\n",
+                         qPrintable(QCoreApplication::translate("main", "needs OpenGL 2.1 or later, and no usable OpenGL "
+                                                                        "context could be created on this display (%1)")
+                                        .arg(QGuiApplication::platformName())));
+            return 3;
+        }
+        gl.doneCurrent();
+    }
 
     VexaPluginLoader plugin;
     if (!plugin.load(cli.value(pluginOpt)))

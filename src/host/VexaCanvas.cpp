@@ -2,13 +2,17 @@
 
 #include "IVexaTool.h"
 #include "VexaColorPicker.h"
+#include "VexaHistory.h"
 #include "VexaContext.h"
 #include "VexaLayer.h"
 #include "VexaLayerManager.h"
 #include "VexaMaskOps.h"
 #include "VexaSelection.h"
 
+#include <QAbstractSpinBox>
+#include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSurfaceFormat>
@@ -109,8 +113,55 @@ void VexaCanvas::setView(float scale, const QPointF& origin)
     m_scale = scale;
     m_origin = origin;
     m_viewChosen = true;
-    update();
+    viewMoved();
 }
+
+void VexaCanvas::snapOrigin()
+{
+    const double zoom = 1.0 / double(m_scale);
+    const bool whole = std::abs(zoom - std::round(zoom)) < 1e-4 || std::abs(double(m_scale) - std::round(double(m_scale))) < 1e-4;
+    if (whole)
+        m_origin = QPointF(std::round(m_origin.x()), std::round(m_origin.y()));
+}
+
+void VexaCanvas::viewMoved()
+{
+    snapOrigin();
+    update();
+    emit viewChanged();
+}
+
+namespace {
+// Zoom levels in percent that the zoom commands and the wheel step through.
+constexpr double zoomLevels[] = {3.125, 6.25, 12.5, 25, 100.0 / 3.0, 50, 200.0 / 3.0, 100, 150, 200, 300,
+                                 400,   600,  800,  1200, 1600, 3200, 6400};
+} // namespace
+
+void VexaCanvas::stepZoom(const QPointF& widgetPos, int direction)
+{
+    const double now = zoomPercent();
+    double target = now;
+    if (direction > 0) {
+        for (double level : zoomLevels)
+            if (level > now * 1.001) {
+                target = level;
+                break;
+            }
+    } else {
+        for (double level : zoomLevels)
+            if (level < now / 1.001)
+                target = level;
+    }
+    if (target == now)
+        return;
+    const QPointF at = widgetPos.x() < 0 ? QPointF(width() / 2.0, height() / 2.0) : widgetPos;
+    zoomAt(at, float(target / now));
+    m_scale = float(100.0 / target); // exact, so the level counts as whole
+    viewMoved();
+}
+
+void VexaCanvas::zoomIn(const QPointF& widgetPos) { stepZoom(widgetPos, 1); }
+void VexaCanvas::zoomOut(const QPointF& widgetPos) { stepZoom(widgetPos, -1); }
 
 void VexaCanvas::fitToWindow()
 {
@@ -122,7 +173,7 @@ void VexaCanvas::fitToWindow()
     s = std::max(s, 1.0f); // small pictures are shown at 100 %, never blown up
     m_scale = s;
     m_origin = QPointF((width() - w / s) / 2.0, (height() - h / s) / 2.0);
-    update();
+    viewMoved();
 }
 
 void VexaCanvas::zoomAt(const QPointF& widgetPos, float factor)
@@ -132,7 +183,7 @@ void VexaCanvas::zoomAt(const QPointF& widgetPos, float factor)
     m_scale = s;
     m_origin = widgetPos - anchor / double(s);
     m_viewChosen = true;
-    update();
+    viewMoved();
 }
 
 void VexaCanvas::syncLayerPixels()
@@ -244,7 +295,7 @@ void VexaCanvas::paintGL()
     glScaled(1.0 / m_scale, 1.0 / m_scale, 1.0);
 
     // The document: sharp pixels when zoomed in, smoothed when zoomed out.
-    const GLint filter = m_scale < 1.0f ? GL_NEAREST : GL_LINEAR;
+    const GLint filter = m_scale <= 1.0f ? GL_NEAREST : GL_LINEAR;
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
@@ -378,6 +429,9 @@ void VexaCanvas::mousePressEvent(QMouseEvent* event)
         pickAt(event->position());
         return;
     }
+    noteModifiers(event->modifiers());
+    if (m_context)
+        m_context->getHistory()->beginGesture();
     emit mousePress(p.x(), p.y());
     update();
 }
@@ -385,10 +439,13 @@ void VexaCanvas::mousePressEvent(QMouseEvent* event)
 void VexaCanvas::mouseMoveEvent(QMouseEvent* event)
 {
     if (m_panning) {
-        m_origin += event->position() - m_panLast;
-        m_panLast = event->position();
+        const QPointF moved = event->position() - m_panLast;
+        const QPointF before = m_origin;
+        m_origin += moved;
+        viewMoved();
+        // Whatever snapping took is owed to the next move, so the photo follows the pointer.
+        m_panLast = event->position() - (moved - (m_origin - before));
         m_viewChosen = true;
-        update();
         return;
     }
     if (m_picking) {
@@ -396,8 +453,20 @@ void VexaCanvas::mouseMoveEvent(QMouseEvent* event)
         return;
     }
     const QPoint p = event->position().toPoint();
+    noteModifiers(event->modifiers());
     emit mouseMove(p.x(), p.y());
     update();
+}
+
+void VexaCanvas::noteModifiers(Qt::KeyboardModifiers modifiers)
+{
+    // A modifier pressed while the keyboard focus was elsewhere (or in the instant before the
+    // click) has not reached the tool yet: a tick makes it read the keys again now, before it
+    // sees the press, so a held Ctrl adds from the very first click.
+    if (modifiers == m_lastModifiers)
+        return;
+    m_lastModifiers = modifiers;
+    emit timeOut();
 }
 
 void VexaCanvas::mouseReleaseEvent(QMouseEvent* event)
@@ -413,7 +482,10 @@ void VexaCanvas::mouseReleaseEvent(QMouseEvent* event)
         return;
     }
     const QPoint p = event->position().toPoint();
+    noteModifiers(event->modifiers());
     emit mouseRelease(p.x(), p.y());
+    if (m_context)
+        m_context->getHistory()->endGesture();
     update();
 }
 
@@ -422,9 +494,13 @@ void VexaCanvas::mouseDoubleClickEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || m_picker->isPicking())
         return;
     const QPoint p = event->position().toPoint();
+    if (m_context)
+        m_context->getHistory()->beginGesture();
     emit mouseDoubleClick(p.x(), p.y());
     if (toolWants(QStringLiteral("DOUBLE_CLICK")))
         m_context->currentTool()->processEvent(QStringLiteral("DOUBLE_CLICK"));
+    if (m_context)
+        m_context->getHistory()->endGesture();
     update();
 }
 
@@ -433,11 +509,16 @@ void VexaCanvas::wheelEvent(QWheelEvent* event)
     const int steps = event->angleDelta().y();
     if (steps == 0)
         return;
-    zoomAt(event->position(), std::pow(1.25f, float(steps) / 120.0f));
+    stepZoom(event->position(), steps > 0 ? 1 : -1);
 }
 
 void VexaCanvas::enterEvent(QEnterEvent* event)
 {
     QOpenGLWidget::enterEvent(event);
+    // Keys held over the canvas are meant for its tool; text being typed elsewhere keeps its focus.
+    QWidget* focus = QApplication::focusWidget();
+    if (window()->isActiveWindow() && focus != this
+        && !(qobject_cast<QLineEdit*>(focus) || qobject_cast<QAbstractSpinBox*>(focus)))
+        setFocus(Qt::MouseFocusReason);
     emit mouseEnter();
 }
