@@ -429,7 +429,9 @@ void VexaCanvas::mousePressEvent(QMouseEvent* event)
         pickAt(event->position());
         return;
     }
-    noteModifiers(event->modifiers());
+    // The press always re-reads the keys (see noteModifiers): it decides how a shape combines.
+    m_lastModifiers = event->modifiers();
+    emit timeOut();
     if (m_context)
         m_context->getHistory()->beginGesture();
     emit mousePress(p.x(), p.y());
@@ -460,9 +462,12 @@ void VexaCanvas::mouseMoveEvent(QMouseEvent* event)
 
 void VexaCanvas::noteModifiers(Qt::KeyboardModifiers modifiers)
 {
-    // A modifier pressed while the keyboard focus was elsewhere (or in the instant before the
-    // click) has not reached the tool yet: a tick makes it read the keys again now, before it
-    // sees the press, so a held Ctrl adds from the very first click.
+    // Tools read the application's modifier state on key events and ticks. On X11 that state
+    // trails the keys: a modifier's own key press reports the keys as they were before it, so
+    // a held Ctrl reaches the application's state only with the next pointer event (and not at
+    // all while the keyboard focus is elsewhere). Pointer events carry the current state, so a
+    // change seen there ticks the tool at once, before it sees the event itself; a held Ctrl
+    // thus adds from the very first click.
     if (modifiers == m_lastModifiers)
         return;
     m_lastModifiers = modifiers;
