@@ -226,7 +226,7 @@ void TestCli::cameraSizedPhoto()
     const QString photo = dir.filePath("camera.jpg"), marks = dir.filePath("marks.png");
     QVERIFY(VexaTestImages::writeCameraJpeg(photo));
     const QSize size(8256, 5504);
-    QVERIFY(marksFor(size).save(marks, "PNG", 0));
+    QVERIFY(marksFor(size).save(marks));
     const Run r = cli({"--alpha", dir.filePath("alpha.png"), photo, marks});
     QVERIFY2(r.status == 0, qPrintable(r.err));
     QImageReader written(dir.filePath("alpha.png"));

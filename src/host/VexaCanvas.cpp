@@ -430,8 +430,14 @@ void VexaCanvas::mousePressEvent(QMouseEvent* event)
         return;
     }
     // The press always re-reads the keys (see noteModifiers): it decides how a shape combines.
+    // Keys that changed since the last pointer event also change what the pointer is over
+    // (a selection to drag in New mode, a place to add in Add mode), so the tool sees the
+    // pointer there again first.
+    const bool keysChanged = event->modifiers() != m_lastModifiers;
     m_lastModifiers = event->modifiers();
     emit timeOut();
+    if (keysChanged)
+        emit mouseMove(p.x(), p.y());
     if (m_context)
         m_context->getHistory()->beginGesture();
     emit mousePress(p.x(), p.y());
