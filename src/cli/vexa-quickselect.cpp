@@ -67,8 +67,11 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("vexa-quickselect"));
     QCommandLineParser cli;
-    cli.setApplicationDescription(QStringLiteral("Cuts an object out of IMAGE from the marks painted in MARKS "
-                                                 "(red: object, blue: background, green: boundary)."));
+    cli.setApplicationDescription(QStringLiteral(
+        "Cuts an object out of IMAGE from the marks painted in MARKS (red: object, blue: background, green: boundary).\n"
+        "The outputs have IMAGE's size (see --working-size).\n"
+        "Exit status: 0 done; 1 the marks are not enough (nothing is written, the hint goes to stderr); "
+        "2 bad arguments or files."));
     cli.addHelpOption();
     const QCommandLineOption steps(QStringLiteral("steps"), QStringLiteral("mark, matte or mark,matte (default mark)."),
                                    QStringLiteral("steps"), QStringLiteral("mark"));
