@@ -287,9 +287,16 @@ void VexaCanvas::uploadTexture()
 {
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    if (!m_display.isNull())
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, m_display.width(), m_display.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE,
-                     m_display.constBits());
+    if (!m_display.isNull()) {
+        // A photo wider or taller than the card's largest texture is shown from a reduced copy
+        // (the document itself keeps every pixel).
+        GLint maxSize = 0;
+        glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
+        QImage shown = m_display;
+        if (maxSize > 0 && (shown.width() > maxSize || shown.height() > maxSize))
+            shown = shown.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, shown.width(), shown.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, shown.constBits());
+    }
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     m_textureDirty = false;
