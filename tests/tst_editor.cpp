@@ -4,10 +4,56 @@
 #include "VexaDemoScript.h"
 #include "VexaEditorWindow.h"
 #include "VexaPluginLoader.h"
+#include "VexaFilterContainer.h"
+#include "VexaHistory.h"
 #include "VexaSelection.h"
+#include "VexaTestImages.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QWheelEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QProcess>
+#include <QPushButton>
+#include <QStatusBar>
 #include <QTemporaryDir>
+#include <QToolBar>
 #include <QtTest>
+
+namespace {
+
+QAction* action(QWidget& window, const QString& text)
+{
+    for (QAction* a : window.findChildren<QAction*>())
+        if (a->text() == text)
+            return a;
+    return nullptr;
+}
+
+// Real window-system input: it updates the application's modifier state as X11 input does.
+void press(QWidget* canvas, QPoint at, Qt::KeyboardModifiers mods = {})
+{
+    QTest::mousePress(canvas->window()->windowHandle(), Qt::LeftButton, mods, canvas->mapTo(canvas->window(), at));
+}
+void moveTo(QWidget* canvas, QPoint at, Qt::KeyboardModifiers mods = {})
+{
+    QTest::mouseEvent(QTest::MouseMove, canvas->window()->windowHandle(), Qt::NoButton, mods, canvas->mapTo(canvas->window(), at));
+}
+void release(QWidget* canvas, QPoint at, Qt::KeyboardModifiers mods = {})
+{
+    QTest::mouseRelease(canvas->window()->windowHandle(), Qt::LeftButton, mods, canvas->mapTo(canvas->window(), at));
+}
+void drag(QWidget* canvas, QPoint a, QPoint b, Qt::KeyboardModifiers mods = {})
+{
+    moveTo(canvas, a, mods);
+    press(canvas, a, mods);
+    moveTo(canvas, (a + b) / 2, mods);
+    moveTo(canvas, b, mods);
+    release(canvas, b, mods);
+}
+
+} // namespace
 
 class TestEditor : public QObject
 {
@@ -18,6 +64,17 @@ private slots:
     void toolBarListsEveryName();
     void exportsMaskAndImage();
     void scriptedDemoWritesResults();
+    void pickedToolActivatedOnOpen();
+    void colorRangeIsToolWindow();
+    void undoRedoStateAndPngSuffix();
+    void selectAllAfterNudge();
+    void gestureIsOneUndoStep();
+    void heldModifierAtPress_data();
+    void heldModifierAtPress();
+    void pixelAlignedZoomAndViewMenu();
+    void optionsBarKeepsItsHeight();
+    void cameraSizedPhotoOpens();
+    void exitsWithoutOpenGl();
 
 private:
     VexaPluginLoader m_plugin;
@@ -106,6 +163,286 @@ void TestEditor::scriptedDemoWritesResults()
     const QByteArray text = report.readAll();
     QVERIFY(text.contains("canvas 600 x 400"));
     QVERIFY(text.contains("selected pixels"));
+}
+
+void TestEditor::pickedToolActivatedOnOpen()
+{
+    VexaEditorWindow window(m_plugin);
+    QString error;
+    QVERIFY(!window.openImage(QStringLiteral("/nonexistent/photo.jpg"), &error));
+    IVexaTool* ellipse = window.tool(QStringLiteral("Ellipse Select Tool"));
+    window.activateTool(ellipse);
+    QCOMPARE(window.chosenTool(), ellipse);
+    QVERIFY(!ellipse->isActive());
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+    QVERIFY(ellipse->isActive());
+    QCOMPARE(window.currentTool(), ellipse);
+    VexaCanvas* canvas = window.canvas();
+    const QPoint a = canvas->canvasToUi(QPointF(10, 10)).toPoint(), b = canvas->canvasToUi(QPointF(60, 50)).toPoint();
+    emit canvas->mouseMove(a.x(), a.y());
+    emit canvas->mousePress(a.x(), a.y());
+    emit canvas->mouseMove(b.x(), b.y());
+    emit canvas->mouseRelease(b.x(), b.y());
+    QVERIFY(window.document()->getSelection()->hasSelection());
+}
+
+void TestEditor::colorRangeIsToolWindow()
+{
+    VexaEditorWindow window(m_plugin);
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    IVexaTool* range = window.tool(QStringLiteral("Color Range"));
+    window.activateTool(range);
+    auto* container = window.findChild<VexaFilterContainer*>();
+    QVERIFY(container);
+    QVERIFY(container->isVisible());
+    // A tool window of the editor: it stays above it and goes with it.
+    QCOMPARE(container->parentWidget(), &window);
+    QCOMPARE(container->windowFlags() & Qt::WindowType_Mask, Qt::Tool);
+    // Beside the canvas: right of it, or inside its right edge, never over its middle.
+    const QRect canvas(window.canvas()->mapToGlobal(QPoint(0, 0)), window.canvas()->size());
+    QVERIFY2(container->geometry().left() > canvas.center().x(), qPrintable(QString::number(container->geometry().left())));
+
+    // Opening a document leaves it closed; picking the tool opens it again.
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
+    QVERIFY(!container->isVisible());
+    QVERIFY(!range->isActive());
+    QVERIFY(!window.chosenTool());
+    window.activateTool(range);
+    QVERIFY(container->isVisible());
+    // Cancel closes it; picking the tool again reopens it.
+    container->findChild<QPushButton*>(QStringLiteral("cancelBtn"))->click();
+    QVERIFY(!container->isVisible());
+    QVERIFY(!window.currentTool());
+    window.activateTool(range);
+    QVERIFY(container->isVisible());
+    QVERIFY(range->isActive());
+    window.deactivateTool();
+}
+
+void TestEditor::undoRedoStateAndPngSuffix()
+{
+    VexaEditorWindow window(m_plugin);
+    QAction* undo = action(window, QStringLiteral("&Undo"));
+    QAction* redo = action(window, QStringLiteral("&Redo"));
+    QVERIFY(undo && redo);
+    QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
+    QVERIFY(!undo->isEnabled());
+    action(window, QStringLiteral("&All"))->trigger();
+    QVERIFY(undo->isEnabled() && !redo->isEnabled());
+    undo->trigger();
+    QVERIFY(!undo->isEnabled() && redo->isEnabled());
+    redo->trigger();
+    QVERIFY(undo->isEnabled() && !redo->isEnabled());
+
+    QTemporaryDir dir;
+    QVERIFY(window.exportSelectionMask(dir.filePath(QStringLiteral("mask")), &error));
+    QCOMPARE(QImage(dir.filePath(QStringLiteral("mask.png"))).size(), QSize(600, 400));
+    QVERIFY(window.saveImage(dir.filePath(QStringLiteral("picture")), &error));
+    QVERIFY(QFile::exists(dir.filePath(QStringLiteral("picture.png"))));
+}
+
+void TestEditor::selectAllAfterNudge()
+{
+    VexaEditorWindow window(m_plugin);
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
+    VexaSelection* sel = window.document()->getSelection();
+    sel->setTranslation(QPointF(50, 0)); // the move tool nudged an empty selection
+    action(window, QStringLiteral("&All"))->trigger();
+    QCOMPARE(sel->getTranslation(), QPointF());
+    QCOMPARE(sel->boundingRect(), QRect(0, 0, 600, 400));
+    QCOMPARE(window.canvas()->outlineSegmentCount(), 4);
+    sel->setTranslation(QPointF(0, 30));
+    action(window, QStringLiteral("&Invert"))->trigger(); // the moved selection, inverted: nothing left
+    QCOMPARE(sel->getTranslation(), QPointF());
+    QVERIFY(sel->boundingRect() == QRect(0, 0, 600, 30));
+}
+
+void TestEditor::gestureIsOneUndoStep()
+{
+    VexaEditorWindow window(m_plugin);
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
+    VexaCanvas* canvas = window.canvas();
+    VexaSelection* sel = window.document()->getSelection();
+    VexaHistory* history = window.document()->getHistory();
+    auto ui = [&](int x, int y) { return canvas->canvasToUi(QPointF(x, y)).toPoint(); };
+    drag(canvas, ui(10, 10), ui(50, 40));
+    const QRect first = sel->boundingRect();
+    QCOMPARE(first, QRect(10, 10, 41, 31));
+    const int steps = history->count();
+    // A new shape elsewhere in New mode: it deselects at the press, then adds itself; one step.
+    drag(canvas, ui(200, 200), ui(260, 230));
+    QCOMPARE(sel->boundingRect(), QRect(200, 200, 61, 31));
+    QCOMPARE(history->count(), steps + 1);
+    history->undo();
+    QCOMPARE(sel->boundingRect(), first);
+    window.deactivateTool();
+}
+
+void TestEditor::heldModifierAtPress_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifier");
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<bool>("keepsOld");
+    QTest::addColumn<bool>("hasNew");
+    // The old selection is (10, 10) to (50, 40); the new shape is dragged from `from` to (80, 70).
+    QTest::newRow("Ctrl adds") << int(Qt::Key_Control) << int(Qt::ControlModifier) << QPoint(60, 45) << true << true;
+    // Inside the old selection: in Add mode a press there starts a shape, it does not drag.
+    QTest::newRow("Ctrl adds, press inside") << int(Qt::Key_Control) << int(Qt::ControlModifier) << QPoint(40, 30) << true
+                                             << true;
+    QTest::newRow("Alt subtracts, press inside") << int(Qt::Key_Alt) << int(Qt::AltModifier) << QPoint(40, 30) << true
+                                                 << false;
+}
+
+void TestEditor::heldModifierAtPress()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifier);
+    QFETCH(QPoint, from);
+    QFETCH(bool, keepsOld);
+    QFETCH(bool, hasNew);
+    VexaEditorWindow window(m_plugin);
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
+    VexaCanvas* canvas = window.canvas();
+    VexaSelection* sel = window.document()->getSelection();
+    auto ui = [&](int x, int y) { return canvas->canvasToUi(QPointF(x, y)).toPoint(); };
+    auto selected = [&](int x, int y) { return sel->mask()[size_t(y) * size_t(sel->maskStride()) + size_t(x)] >= 128; };
+    drag(canvas, ui(10, 10), ui(50, 40));
+    moveTo(canvas, ui(from.x(), from.y()));
+    // The key as X11 delivers a modifier's own press: with the state from before it.
+    QTest::keyPress(window.windowHandle(), Qt::Key(key), Qt::NoModifier);
+    const auto mods = Qt::KeyboardModifiers(modifier);
+    press(canvas, ui(from.x(), from.y()), mods); // no move in between
+    moveTo(canvas, ui(60, 50), mods);
+    moveTo(canvas, ui(80, 70), mods);
+    release(canvas, ui(80, 70), mods);
+    QTest::keyRelease(window.windowHandle(), Qt::Key(key), mods);
+    QCOMPARE(selected(15, 15), keepsOld);
+    QCOMPARE(selected(70, 60), hasNew);
+    QCOMPARE(selected(45, 35), hasNew || from.x() > 50); // subtracting removed the overlap
+    window.deactivateTool();
+}
+
+void TestEditor::pixelAlignedZoomAndViewMenu()
+{
+    VexaEditorWindow window(m_plugin);
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+    window.resize(1001, 701); // odd sizes: centring alone would put the photo half a pixel off
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    VexaCanvas* canvas = window.canvas();
+    auto zoomText = [&] {
+        for (QLabel* l : window.statusBar()->findChildren<QLabel*>())
+            if (l->text().endsWith(QLatin1String(" %")))
+                return l->text();
+        return QString();
+    };
+    auto check100 = [&] {
+        QCOMPARE(canvas->getScale(), 1.0f);
+        const QPointF o = canvas->viewOrigin();
+        QCOMPARE(o, QPointF(std::round(o.x()), std::round(o.y())));
+        // The photo's pixels land on widget pixels unchanged, and a press over column 50 is column 50.
+        const QImage shot = canvas->grabFramebuffer();
+        const QImage photo = window.document()->composed();
+        for (QPoint p : {QPoint(50, 10), QPoint(51, 10), QPoint(200, 150), QPoint(201, 151)})
+            QCOMPARE(shot.pixel(o.toPoint() + p), photo.pixel(p));
+        QSignalSpy pressed(canvas, &VexaCanvas::mousePress);
+        QTest::mouseClick(canvas, Qt::LeftButton, {}, o.toPoint() + QPoint(50, 10));
+        QCOMPARE(pressed.count(), 1);
+        QCOMPARE(canvas->uiToCanvasCoord(pressed[0][0].toInt(), pressed[0][1].toInt(), false), QPointF(50, 10));
+    };
+    check100();
+    QCOMPARE(zoomText(), QStringLiteral("100 %"));
+    action(window, QStringLiteral("Zoom &In"))->trigger();
+    QCOMPARE(zoomText(), QStringLiteral("150 %"));
+    action(window, QStringLiteral("Zoom &In"))->trigger();
+    QCOMPARE(zoomText(), QStringLiteral("200 %"));
+    QCOMPARE(canvas->viewOrigin(), QPointF(std::round(canvas->viewOrigin().x()), std::round(canvas->viewOrigin().y())));
+    action(window, QStringLiteral("&100 %"))->trigger();
+    QCOMPARE(zoomText(), QStringLiteral("100 %"));
+    check100();
+    action(window, QStringLiteral("Zoom &Out"))->trigger();
+    QCOMPARE(zoomText(), QStringLiteral("67 %"));
+    // The wheel steps through the same levels, and the label follows it too.
+    QWheelEvent wheel(QPointF(100, 100), canvas->mapToGlobal(QPointF(100, 100)), QPoint(), QPoint(0, 120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(canvas, &wheel);
+    QCOMPARE(zoomText(), QStringLiteral("100 %"));
+    action(window, QStringLiteral("&Fit to Window"))->trigger();
+    QCOMPARE(zoomText(), QStringLiteral("100 %")); // a small photo is never blown up
+}
+
+void TestEditor::optionsBarKeepsItsHeight()
+{
+    VexaEditorWindow window(m_plugin);
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto* options = window.findChild<QToolBar*>(QStringLiteral("options"));
+    const int canvasTop = window.canvas()->mapTo(&window, QPoint(0, 0)).y();
+    QSet<int> heights, tops;
+    for (const QString& name : {QStringLiteral("Ellipse Select Tool"), QStringLiteral("Rectangular Marquee Tool"),
+                                QStringLiteral("Polygonal Lasso Tool"), QStringLiteral("Move Selection"),
+                                QStringLiteral("Magic Select Tool"), QStringLiteral("Lasso Tool")}) {
+        window.activateTool(window.tool(name));
+        QApplication::processEvents();
+        heights << options->height();
+        tops << window.canvas()->mapTo(&window, QPoint(0, 0)).y();
+    }
+    window.deactivateTool();
+    QApplication::processEvents();
+    tops << window.canvas()->mapTo(&window, QPoint(0, 0)).y();
+    QCOMPARE(heights.size(), qsizetype(1));
+    QCOMPARE(tops, QSet<int>{canvasTop});
+}
+
+void TestEditor::cameraSizedPhotoOpens()
+{
+    QTemporaryDir dir;
+    const QString photo = dir.filePath(QStringLiteral("camera.jpg"));
+    QVERIFY(VexaTestImages::writeCameraJpeg(photo));
+    VexaEditorWindow window(m_plugin);
+    QString error;
+    QVERIFY2(window.openImage(photo, &error), qPrintable(error));
+    QCOMPARE(window.document()->canvasSize(), QSize(8256, 5504));
+    VexaContext* doc = window.document();
+    // Larger than this machine holds: refused with the size and the limit; the document stays.
+    QFile huge(dir.filePath(QStringLiteral("huge.png")));
+    QVERIFY(huge.open(QIODevice::WriteOnly));
+    huge.write(VexaTestImages::pngClaiming(200000, 200000));
+    huge.close();
+    QVERIFY(!window.openImage(huge.fileName(), &error));
+    QVERIFY2(error.contains(QStringLiteral("too large: 200000 x 200000 needs 149.0 GB, more than the ")), qPrintable(error));
+    QCOMPARE(window.document(), doc);
+}
+
+void TestEditor::exitsWithoutOpenGl()
+{
+    QProcess editor;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    editor.setProcessEnvironment(env);
+    editor.start(QStringLiteral(VEXA_EDITOR_PATH), {QStringLiteral(VEXA_DATA_DIR "/coffee.png")});
+    QVERIFY(editor.waitForFinished(60000));
+    QCOMPARE(editor.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(editor.exitCode(), 3);
+    QVERIFY(QString::fromLocal8Bit(editor.readAllStandardError()).contains(QStringLiteral("needs OpenGL 2.1")));
 }
 
 QTEST_MAIN(TestEditor)

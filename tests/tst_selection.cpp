@@ -12,15 +12,23 @@ Q_DECLARE_METATYPE(QRectF)
 
 namespace {
 
-VexaSelectionPath* rectPath(const QRectF& r)
+// A rectangle path as the marquee builds it: its corners name the first and last pixels.
+VexaSelectionPath* cornerPath(QPointF a, QPointF b)
 {
     auto path = std::make_unique<VexaSelectionPath>();
     path->setType(VexaSelectionPath::Rectangle);
-    path->addPoint(r.topLeft());
-    path->addPoint(r.topRight());
-    path->addPoint(r.bottomRight());
-    path->addPoint(r.bottomLeft());
+    path->addPoint(a);
+    path->addPoint(QPointF(a.x(), b.y()));
+    path->addPoint(b);
+    path->addPoint(QPointF(b.x(), a.y()));
     return path.release(); // adopted by the selection
+}
+
+// The rectangle path that selects the pixels of `r`.
+VexaSelectionPath* rectPath(const QRectF& r)
+{
+    Q_ASSERT(r.width() >= 1 && r.height() >= 1);
+    return cornerPath(r.topLeft(), r.bottomRight() - QPointF(1, 1));
 }
 
 // The mask's used bytes row by row, '#' for 255 and '.' for 0, numbers otherwise.
@@ -82,6 +90,11 @@ private slots:
     void translation();
     void undoRedoRoundTrip();
     void outlineFollowsPixelEdges();
+    void rectangleCornersArePixels_data();
+    void rectangleCornersArePixels();
+    void pendingOffsetSettles_data();
+    void pendingOffsetSettles();
+    void gestureIsOneStep();
     void pathSamplingIsEven();
 };
 
@@ -122,14 +135,13 @@ void TestSelection::combine_data()
                                       << grid(".###.. .##... .##... ......");
     QTest::newRow("intersect keeps common") << small << a << b << 3 << 0.0f
                                             << grid("...... ...#.. ...#.. ......");
-    // The right and bottom edges of a shape are outside it.
-    QTest::newRow("edges exclusive") << small << QRectF() << QRectF(0, 0, 1, 1) << 0 << 0.0f
-                                     << grid("#..... ...... ...... ......");
+    QTest::newRow("one pixel") << small << QRectF() << QRectF(0, 0, 1, 1) << 0 << 0.0f
+                               << grid("#..... ...... ...... ......");
     // Shapes reaching past the canvas are cut at its edges.
     QTest::newRow("clipped at canvas") << small << QRectF() << QRectF(-5, -5, 7, 6) << 0 << 0.0f
                                        << grid("##.... ......  ...... ......");
-    QTest::newRow("zero width selects nothing") << small << a << QRectF(2, 0, 0, 4) << 0 << 0.0f
-                                                << grid("...... ...... ...... ......");
+    QTest::newRow("one column") << small << a << QRectF(2, 0, 1, 4) << 0 << 0.0f
+                                << grid("..#... ..#... ..#... ..#...");
 
     // Feathering an edge: a step across x = 8 on a 16 x 1 canvas, the shape running far past
     // the canvas above, below and to the right, so only the left edge softens.
@@ -276,10 +288,8 @@ void TestSelection::inverseAndClear()
     sel.inverse();
     QCOMPARE(bytes(sel), grid("#..#"));
     QVERIFY(paddingIsZero(sel));
-    sel.setTranslation(QPointF(2, 0));
     sel.clear();
     QVERIFY(!sel.hasSelection());
-    QCOMPARE(sel.getTranslation(), QPointF(2, 0));
     sel.selectAll();
     sel.deselect();
     QVERIFY(!sel.hasSelection());
@@ -334,7 +344,7 @@ void TestSelection::undoRedoRoundTrip()
 
     // A change that changes nothing records nothing.
     sel.combineMode = 1;
-    sel.addPath(rectPath(QRectF(0, 0, 0, 0)), 0);
+    sel.addPath(rectPath(QRectF(2, 0, 1, 1)), 0);
     QCOMPARE(history.count(), 3);
 
     history.undo();
@@ -398,6 +408,119 @@ void TestSelection::pathSamplingIsEven()
     QCOMPARE(copy.getPointNumber(), 6);
     VexaSelectionPath empty(nullptr, nullptr);
     QCOMPARE(empty.getPointNumber(), 0);
+}
+
+void TestSelection::rectangleCornersArePixels_data()
+{
+    QTest::addColumn<QPointF>("a");
+    QTest::addColumn<QPointF>("b");
+    QTest::addColumn<float>("feather");
+    QTest::addColumn<QRect>("expected");
+    // A 40 x 30 canvas. The corners name the first and the last pixel, as the panel counts.
+    QTest::newRow("10 to 19 is 10 wide") << QPointF(10, 10) << QPointF(19, 19) << 0.0f << QRect(10, 10, 10, 10);
+    QTest::newRow("any drawing order") << QPointF(19, 19) << QPointF(10, 10) << 0.0f << QRect(10, 10, 10, 10);
+    QTest::newRow("fractions name their pixel") << QPointF(10.5, 10.25) << QPointF(19.75, 19.99) << 0.0f
+                                                << QRect(10, 10, 10, 10);
+    QTest::newRow("one corner, one pixel") << QPointF(3, 4) << QPointF(3, 4) << 0.0f << QRect(3, 4, 1, 1);
+    QTest::newRow("last column and row") << QPointF(35, 25) << QPointF(39, 29) << 0.0f << QRect(35, 25, 5, 5);
+    QTest::newRow("clamped drag end at the canvas size") << QPointF(35, 25) << QPointF(40, 30) << 0.0f
+                                                         << QRect(35, 25, 5, 5);
+    // Feathered, the half-level contour runs along the same pixel edges (the corners round off).
+    QTest::newRow("feather 4") << QPointF(10, 8) << QPointF(29, 21) << 4.0f << QRect(10, 8, 20, 14);
+    QTest::newRow("feather 1.5") << QPointF(5, 5) << QPointF(14, 9) << 1.5f << QRect(5, 5, 10, 5);
+}
+
+void TestSelection::rectangleCornersArePixels()
+{
+    QFETCH(QPointF, a);
+    QFETCH(QPointF, b);
+    QFETCH(float, feather);
+    QFETCH(QRect, expected);
+    VexaSelection sel(40, 30);
+    sel.addPath(cornerPath(a, b), feather);
+    auto at = [&](int x, int y) { return int(sel.mask()[size_t(y) * size_t(sel.maskStride()) + size_t(x)]); };
+    if (feather == 0.0f) {
+        QCOMPARE(sel.boundingRect(), expected);
+        for (int y = 0; y < 30; ++y)
+            for (int x = 0; x < 40; ++x)
+                QCOMPARE(at(x, y), expected.contains(x, y) ? 255 : 0);
+        return;
+    }
+    // Along the middle row and column, selected (>= 128) exactly within the expected edges.
+    const QPoint mid = expected.center();
+    for (int x = 0; x < 40; ++x)
+        QVERIFY2((at(x, mid.y()) >= 128) == (x >= expected.left() && x <= expected.right()), qPrintable(QString::number(x)));
+    for (int y = 0; y < 30; ++y)
+        QVERIFY2((at(mid.x(), y) >= 128) == (y >= expected.top() && y <= expected.bottom()), qPrintable(QString::number(y)));
+}
+
+void TestSelection::pendingOffsetSettles_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<QByteArray>("expected");
+    // The square at (1, 1) of a 5 x 3 canvas, pending 2 to the right: what the user sees is
+    // what each change builds on (commit) or what it replaces (drop).
+    QTest::newRow("select all drops") << "all" << grid("##### ##### #####");
+    QTest::newRow("deselect drops") << "none" << grid("..... ..... .....");
+    QTest::newRow("clear drops") << "clear" << grid("..... ..... .....");
+    QTest::newRow("invert commits") << "invert" << grid("##### ###.# #####");
+    QTest::newRow("add commits") << "add" << grid("#.... ...#. .....");
+    QTest::newRow("new replaces") << "new" << grid("#.... ..... .....");
+}
+
+void TestSelection::pendingOffsetSettles()
+{
+    QFETCH(QString, change);
+    QFETCH(QByteArray, expected);
+    VexaSelection sel(5, 3);
+    sel.addPath(rectPath(QRectF(1, 1, 1, 1)), 0);
+    sel.setTranslation(QPointF(2, 0));
+    QSignalSpy moved(&sel, &VexaSelection::translationChanged);
+    if (change == "all")
+        sel.selectAll();
+    else if (change == "none")
+        sel.deselect();
+    else if (change == "clear")
+        sel.clear();
+    else if (change == "invert")
+        sel.inverse();
+    else {
+        sel.combineMode = change == "add" ? 1 : 0;
+        sel.addPath(rectPath(QRectF(0, 0, 1, 1)), 0);
+    }
+    QCOMPARE(bytes(sel), expected);
+    QCOMPARE(sel.getTranslation(), QPointF()); // the outline is drawn where the mask is
+    QCOMPARE(moved.count(), 1);
+}
+
+void TestSelection::gestureIsOneStep()
+{
+    VexaHistory history;
+    VexaSelection sel(6, 4);
+    sel.setHistory(&history);
+    sel.addPath(rectPath(QRectF(0, 0, 2, 2)), 0);
+    const QByteArray first = bytes(sel);
+    // A new shape over a selection: the deselect at the press and the shape are one step.
+    history.beginGesture();
+    sel.deselect();
+    sel.addPath(rectPath(QRectF(3, 2, 2, 2)), 0);
+    history.endGesture();
+    const QByteArray second = bytes(sel);
+    QCOMPARE(history.count(), 2);
+    history.undo();
+    QCOMPARE(bytes(sel), first);
+    history.redo();
+    QCOMPARE(bytes(sel), second);
+    // A gesture that changes nothing leaves no step; one left open ends at the next undo.
+    history.beginGesture();
+    history.endGesture();
+    QCOMPARE(history.count(), 2);
+    history.beginGesture();
+    sel.clear();
+    sel.selectAll();
+    history.undo();
+    QCOMPARE(history.count(), 3);
+    QCOMPARE(bytes(sel), second);
 }
 
 QTEST_MAIN(TestSelection)

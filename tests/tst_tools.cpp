@@ -218,7 +218,7 @@ void TestTools::selectionDrag_data()
     QTest::newRow("scale 0.5: 7 px is 3 (3.5 truncated)") << 0.5f << 7 << "newBtn" << QRect(7, 7, 6, 6);
     QTest::newRow("scale 1") << 1.0f << 5 << "newBtn" << QRect(9, 9, 6, 6);
     QTest::newRow("scale 2") << 2.0f << 3 << "newBtn" << QRect(10, 10, 6, 6);
-    QTest::newRow("add mode draws instead") << 1.0f << 5 << "addBtn" << QRect(4, 4, 7, 7);
+    QTest::newRow("add mode draws instead") << 1.0f << 5 << "addBtn" << QRect(4, 4, 8, 8);
 }
 
 void TestTools::selectionDrag()
@@ -269,14 +269,34 @@ void TestTools::rectangleDrags_data()
     QTest::addColumn<QPoint>("from");
     QTest::addColumn<QPoint>("to");
     QTest::addColumn<bool>("shift");
+    QTest::addColumn<float>("feather");
+    QTest::addColumn<QRect>("typed");
     QTest::addColumn<QRect>("expected");
-    QTest::newRow("scale 1") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << false << QRect(10, 10, 20, 6);
-    QTest::newRow("shift: square") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << true << QRect(10, 10, 20, 20);
-    QTest::newRow("shift: square up and left") << 1.0f << QPoint(30, 30) << QPoint(10, 24) << true << QRect(10, 10, 20, 20);
-    QTest::newRow("scale 2") << 2.0f << QPoint(5, 5) << QPoint(15, 8) << false << QRect(10, 10, 20, 6);
-    QTest::newRow("scale 0.5: panel truncates") << 0.5f << QPoint(21, 21) << QPoint(61, 33) << false << QRect(10, 10, 20, 6);
+    // A 400 x 300 document. Whatever the panel shows at the end is what is selected.
+    const QPoint none;
+    QTest::newRow("typed 100, 100, 200 x 200") << 1.0f << none << none << false << 0.0f << QRect(100, 100, 200, 200)
+                                               << QRect(100, 100, 200, 200);
+    QTest::newRow("typed, feathered") << 1.0f << none << none << false << 3.0f << QRect(20, 30, 50, 40)
+                                      << QRect(20, 30, 50, 40);
+    QTest::newRow("drag, scale 1") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << false << 0.0f << QRect()
+                                   << QRect(10, 10, 21, 7);
+    QTest::newRow("drag over 200 pixels") << 1.0f << QPoint(100, 100) << QPoint(299, 299) << false << 0.0f << QRect()
+                                          << QRect(100, 100, 200, 200);
+    QTest::newRow("drag, scale 2") << 2.0f << QPoint(5, 5) << QPoint(15, 8) << false << 0.0f << QRect()
+                                   << QRect(10, 10, 21, 7);
+    QTest::newRow("drag, scale 0.5") << 0.5f << QPoint(21, 21) << QPoint(61, 33) << false << 0.0f << QRect()
+                                     << QRect(10, 10, 21, 7);
+    QTest::newRow("drag, scale 0.5, odd pixels") << 0.5f << QPoint(20, 20) << QPoint(61, 35) << false << 0.0f << QRect()
+                                                 << QRect(10, 10, 21, 8);
+    QTest::newRow("shift: square") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << true << 0.0f << QRect()
+                                   << QRect(10, 10, 21, 21);
+    QTest::newRow("shift: square up and left") << 1.0f << QPoint(30, 30) << QPoint(10, 24) << true << 0.0f << QRect()
+                                               << QRect(10, 10, 21, 21);
     // Past the right edge the width field caps and sets the end to the last column.
-    QTest::newRow("width capped") << 1.0f << QPoint(10, 10) << QPoint(45, 20) << false << QRect(10, 10, 29, 10);
+    QTest::newRow("width capped") << 1.0f << QPoint(380, 10) << QPoint(450, 20) << false << 0.0f << QRect()
+                                  << QRect(380, 10, 20, 11);
+    QTest::newRow("drag, feathered, scale 2") << 2.0f << QPoint(5, 5) << QPoint(24, 14) << false << 4.0f << QRect()
+                                              << QRect(10, 10, 39, 19);
 }
 
 void TestTools::rectangleDrags()
@@ -285,15 +305,41 @@ void TestTools::rectangleDrags()
     QFETCH(QPoint, from);
     QFETCH(QPoint, to);
     QFETCH(bool, shift);
+    QFETCH(float, feather);
+    QFETCH(QRect, typed);
     QFETCH(QRect, expected);
-    VexaToolFixture f(QSize(40, 40), scale);
+    VexaToolFixture f(QSize(400, 300), scale);
     VexaToolRectangularMarquee tool;
     tool.active(f.doc.get());
-    f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
-    f.drag(from, to);
-    QCOMPARE(f.bounds(), expected);
-    QCOMPARE(f.at(expected.left(), expected.top()), 255);
-    QCOMPARE(f.at(expected.right(), expected.bottom()), 255);
+    tool.setFeatherRadius(feather);
+    QWidget* panel = tool.getWidget();
+    if (typed.isValid()) {
+        for (auto [name, value] : {std::pair{"startXEdit", typed.x()}, std::pair{"startYEdit", typed.y()},
+                                   std::pair{"widthEdit", typed.width()}, std::pair{"heightEdit", typed.height()}})
+            panel->findChild<QLineEdit*>(QLatin1String(name))->setText(QString::number(value));
+        panel->findChild<QPushButton*>(QStringLiteral("okBtn"))->click();
+    } else {
+        f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+        f.drag(from, to);
+    }
+    const QRect shown(field(panel, "startXEdit").toInt(), field(panel, "startYEdit").toInt(),
+                      field(panel, "widthEdit").toInt(), field(panel, "heightEdit").toInt());
+    // Dragged up or left, the panel names the start corner with W = H = 1 (it counts from the
+    // start only); the selection still covers the rectangle between both corners.
+    if (typed.isValid() || (to.x() >= from.x() && to.y() >= from.y()))
+        QCOMPARE(shown, expected);
+    if (feather == 0.0f) {
+        QCOMPARE(f.bounds(), expected);
+        QCOMPARE(f.at(expected.left(), expected.top()), 255);
+        QCOMPARE(f.at(expected.right(), expected.bottom()), 255);
+        return;
+    }
+    // Feathered: the half-level edge runs along the panel's rectangle (the corners round off).
+    const QPoint mid = expected.center();
+    for (int x = 0; x < 400; ++x)
+        QVERIFY2((f.at(x, mid.y()) >= 128) == (x >= expected.left() && x <= expected.right()), qPrintable(QString::number(x)));
+    for (int y = 0; y < 300; ++y)
+        QVERIFY2((f.at(mid.x(), y) >= 128) == (y >= expected.top() && y <= expected.bottom()), qPrintable(QString::number(y)));
 }
 
 void TestTools::rectangleClickAndPanel()
@@ -318,7 +364,7 @@ void TestTools::rectangleClickAndPanel()
     QCOMPARE(field(panel, "widthEdit"), QStringLiteral("10"));
     QCOMPARE(field(panel, "heightEdit"), QStringLiteral("5"));
     f.release(19, 14);
-    QCOMPARE(f.bounds(), QRect(10, 10, 9, 4));
+    QCOMPARE(f.bounds(), QRect(10, 10, 10, 5));
 }
 
 void TestTools::rectangleTypedRegion()
@@ -333,13 +379,13 @@ void TestTools::rectangleTypedRegion()
     edit("widthEdit")->setText(QStringLiteral("8"));
     edit("heightEdit")->setText(QStringLiteral("3"));
     panel->findChild<QPushButton*>(QStringLiteral("okBtn"))->click();
-    QCOMPARE(f.bounds(), QRect(5, 6, 7, 2));
+    QCOMPARE(f.bounds(), QRect(5, 6, 8, 3));
     const int steps = f.doc->getHistory()->count();
     // W = 1 puts the end on the start: OK selects nothing and changes nothing.
     edit("widthEdit")->setText(QStringLiteral("1"));
     panel->findChild<QPushButton*>(QStringLiteral("okBtn"))->click();
     QCOMPARE(f.doc->getHistory()->count(), steps);
-    QCOMPARE(f.bounds(), QRect(5, 6, 7, 2));
+    QCOMPARE(f.bounds(), QRect(5, 6, 8, 3));
     // Validators keep the fields within the canvas.
     int pos = 0;
     QString text = QStringLiteral("41");

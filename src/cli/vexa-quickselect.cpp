@@ -3,8 +3,11 @@
 //   vexa-quickselect [options] IMAGE MARKS
 //
 // MARKS has IMAGE's size: red pixels mark the object, blue ones the background, green ones
-// the boundary band. Exit status: 0 done, 1 the mark step asked for more marks, 2 bad input.
+// the boundary band. Outputs have IMAGE's size, resampled from the working image as the
+// quick select tool resamples its matte; --working-size keeps the working size.
+// Exit status: 0 done, 1 the mark step asked for more marks (nothing written), 2 bad input.
 #include "VexaImageFile.h"
+#include "VexaMatteResample.h"
 #include "VexaQuickSelectSteps.h"
 #include "VexaSegmentation.h"
 
@@ -64,8 +67,11 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("vexa-quickselect"));
     QCommandLineParser cli;
-    cli.setApplicationDescription(QStringLiteral("Cuts an object out of IMAGE from the marks painted in MARKS "
-                                                 "(red: object, blue: background, green: boundary)."));
+    cli.setApplicationDescription(QStringLiteral(
+        "Cuts an object out of IMAGE from the marks painted in MARKS (red: object, blue: background, green: boundary).\n"
+        "The outputs have IMAGE's size (see --working-size).\n"
+        "Exit status: 0 done; 1 the marks are not enough (nothing is written, the hint goes to stderr); "
+        "2 bad arguments or files."));
     cli.addHelpOption();
     const QCommandLineOption steps(QStringLiteral("steps"), QStringLiteral("mark, matte or mark,matte (default mark)."),
                                    QStringLiteral("steps"), QStringLiteral("mark"));
@@ -76,7 +82,12 @@ int main(int argc, char** argv)
     const QCommandLineOption marksOut(QStringLiteral("marks-out"), QStringLiteral("Write the marks after the steps."),
                                       QStringLiteral("FILE"));
     const QCommandLineOption timings(QStringLiteral("timings"), QStringLiteral("Print the time of each step and the region count."));
-    cli.addOptions({steps, sensitivity, alpha, result, marksOut, timings});
+    const QCommandLineOption workingSize(
+        QStringLiteral("working-size"),
+        QStringLiteral("Write the outputs at the working size (IMAGE scaled to fit 1536 x 1536) instead of IMAGE's size. "
+                       "Without it the matte is resampled bilinearly as the quick select tool does, the cut-out is IMAGE "
+                       "with that matte as alpha, and the marks take the nearest working pixel."));
+    cli.addOptions({steps, sensitivity, alpha, result, marksOut, timings, workingSize});
     cli.addPositionalArgument(QStringLiteral("IMAGE"), QStringLiteral("The picture."));
     cli.addPositionalArgument(QStringLiteral("MARKS"), QStringLiteral("The marks, a picture of IMAGE's size."));
     if (!cli.parse(app.arguments()))
@@ -138,19 +149,36 @@ int main(int argc, char** argv)
     timed("init", VexaQuickSelect::init);
     if (showTimes)
         std::printf("regions %zu\n", seg.regionColors.size());
-    int status = 0;
     if (runMark) {
         timed("mark", VexaQuickSelect::mark);
         if (!report.message.isEmpty()) {
-            std::printf("%s\n", qPrintable(report.message));
-            status = 1;
+            // The step stopped for more marks: its images are not a result, so none is written.
+            std::fprintf(stderr, "vexa-quickselect: %s\n", qPrintable(report.message));
+            return 1;
         }
     }
-    if (runMatte && status == 0)
+    if (runMatte)
         timed("matte", VexaQuickSelect::matte);
 
-    bool written = save(seg.alphaImage, cli.value(alpha));
-    written &= save(seg.resultImage, cli.value(result));
-    written &= save(seg.markImage, cli.value(marksOut));
-    return written ? status : 2;
+    QImage alphaOut = seg.alphaImage, resultOut = seg.resultImage, marksOutImage = seg.markImage;
+    if (!cli.isSet(workingSize) && seg.alphaImage.size() != image.size()) {
+        const int w = image.width(), h = image.height();
+        if (!cli.value(alpha).isEmpty() || !cli.value(result).isEmpty())
+            alphaOut = VexaMatteResample::toGray(seg.alphaImage, w, h);
+        if (!cli.value(result).isEmpty()) {
+            resultOut = image.convertToFormat(QImage::Format_ARGB32);
+            for (int y = 0; y < h; ++y) {
+                auto* out = reinterpret_cast<QRgb*>(resultOut.scanLine(y));
+                const uchar* a = alphaOut.constScanLine(y);
+                for (int x = 0; x < w; ++x)
+                    out[x] = qRgba(qRed(out[x]), qGreen(out[x]), qBlue(out[x]), a[x]);
+            }
+        }
+        if (!cli.value(marksOut).isEmpty())
+            marksOutImage = VexaMatteResample::nearest(seg.markImage, w, h);
+    }
+    bool written = save(alphaOut, cli.value(alpha));
+    written &= save(resultOut, cli.value(result));
+    written &= save(marksOutImage, cli.value(marksOut));
+    return written ? 0 : 2;
 }

@@ -5,6 +5,7 @@
 #include "VexaCanvas.h"
 #include "VexaContext.h"
 #include "VexaContextManager.h"
+#include "VexaDialog.h"
 #include "VexaHistory.h"
 #include "VexaImageFile.h"
 #include "VexaPluginLoader.h"
@@ -24,6 +25,8 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <cmath>
+
 VexaEditorWindow::VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* parent)
     : QMainWindow(parent)
     , m_canvas(new VexaCanvas(this))
@@ -31,13 +34,21 @@ VexaEditorWindow::VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* pare
     setCentralWidget(m_canvas);
     resize(1100, 760);
     buildMenus();
+    buildViewMenu();
     buildToolBars(plugin);
+    // Tool windows (the color range dialog) belong to this window and stay above it.
+    VexaDialog::setHostWindow(this);
     m_position = new QLabel(this);
+    m_zoom = new QLabel(this);
     statusBar()->addPermanentWidget(m_position);
+    statusBar()->addPermanentWidget(m_zoom);
     connect(m_canvas, &VexaCanvas::mouseMove, this, [this](int x, int y) {
         const QPointF c = m_canvas->uiToCanvasCoord(x, y, false);
-        m_position->setText(tr("%1, %2  (%3 %)").arg(int(c.x())).arg(int(c.y())).arg(qRound(100.0 / m_canvas->getScale())));
+        m_position->setText(tr("%1, %2").arg(int(std::floor(c.x()))).arg(int(std::floor(c.y()))));
     });
+    connect(m_canvas, &VexaCanvas::viewChanged, this, &VexaEditorWindow::updateZoomLabel);
+    updateZoomLabel();
+    updateUndoActions();
     connect(m_canvas, &VexaCanvas::FgColorChange, this, &VexaEditorWindow::updateColorButton);
     updateColorButton();
     updateTitle();
@@ -45,6 +56,8 @@ VexaEditorWindow::VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* pare
 
 VexaEditorWindow::~VexaEditorWindow()
 {
+    if (VexaDialog::hostWindow() == this)
+        VexaDialog::setHostWindow(nullptr);
     deactivateTool();
     // Panels belong to their tools: hand the one on show back before the tool bar goes.
     if (m_shownOptions)
@@ -62,11 +75,11 @@ void VexaEditorWindow::buildMenus()
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    edit->addAction(tr("&Undo"), QKeySequence::Undo, this, [this] {
+    m_undoAction = edit->addAction(tr("&Undo"), QKeySequence::Undo, this, [this] {
         if (m_document)
             m_document->getHistory()->undo();
     });
-    edit->addAction(tr("&Redo"), QKeySequence::Redo, this, [this] {
+    m_redoAction = edit->addAction(tr("&Redo"), QKeySequence::Redo, this, [this] {
         if (m_document)
             m_document->getHistory()->redo();
     });
@@ -110,7 +123,8 @@ void VexaEditorWindow::buildToolBars(const VexaPluginLoader& plugin)
     toolBox->setToolButtonStyle(Qt::ToolButtonTextOnly);
     addToolBar(Qt::LeftToolBarArea, toolBox);
     m_toolGroup = new QActionGroup(this);
-    m_toolGroup->setExclusive(true);
+    // One tool at most; none once a tool with a window of its own has closed it.
+    m_toolGroup->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
 
     m_toolNames = plugin.toolNames();
     for (const QString& name : m_toolNames) {
@@ -145,6 +159,66 @@ void VexaEditorWindow::buildToolBars(const VexaPluginLoader& plugin)
     m_optionsLayout = new QHBoxLayout(m_optionsHolder);
     m_optionsLayout->setContentsMargins(0, 0, 0, 0);
     options->addWidget(m_optionsHolder);
+    // One height for every tool's options, so the canvas never jumps when the tool changes.
+    int height = 0;
+    for (IVexaTool* tool : std::as_const(m_tools))
+        if (QWidget* panel = tool && !opensWindow(tool) ? tool->getWidget() : nullptr)
+            height = qMax(height, panel->sizeHint().height());
+    m_optionsHolder->setFixedHeight(qMax(height, fontMetrics().height() + 16));
+}
+
+void VexaEditorWindow::buildViewMenu()
+{
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    view->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, [this] { m_canvas->zoomIn(); });
+    view->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, [this] { m_canvas->zoomOut(); });
+    view->addAction(tr("&Fit to Window"), QKeySequence(tr("Ctrl+0")), this, [this] { m_canvas->fitToWindow(); });
+    view->addAction(tr("&100 %"), QKeySequence(tr("Ctrl+1")), this, [this] {
+        const QPointF centre(m_canvas->width() / 2.0, m_canvas->height() / 2.0);
+        m_canvas->zoomAt(centre, float(m_canvas->getScale()));
+    });
+}
+
+void VexaEditorWindow::updateZoomLabel()
+{
+    const double zoom = m_canvas->zoomPercent();
+    m_zoom->setText(tr("%1 %").arg(zoom, 0, 'f', zoom < 10.0 ? 1 : 0));
+}
+
+void VexaEditorWindow::updateUndoActions()
+{
+    VexaHistory* history = m_document ? m_document->getHistory() : nullptr;
+    m_undoAction->setEnabled(history && history->canUndo());
+    m_redoAction->setEnabled(history && history->canRedo());
+}
+
+bool VexaEditorWindow::opensWindow(const IVexaTool* tool)
+{
+    return tool
+        && (tool->toolId == QLatin1String("95EDCB73-6A06-4479-BC81-8933952705Q3")
+            || tool->toolId == QLatin1String("C19B4288-9DD2-4308-9D38-1EE056F7D9C3"));
+}
+
+void VexaEditorWindow::checkToolAction(IVexaTool* tool)
+{
+    const int i = int(m_tools.indexOf(tool));
+    if (i >= 0) {
+        m_toolGroup->actions().at(i)->setChecked(true);
+    } else if (QAction* checked = m_toolGroup->checkedAction()) {
+        checked->setChecked(false);
+    }
+}
+
+void VexaEditorWindow::onToolLeft(IVexaTool* now)
+{
+    // A tool that closed itself (a dialog's OK or Cancel) is no longer the picked one: picking
+    // it again opens it again.
+    if (now || !m_current || m_current->isActive())
+        return;
+    m_current = nullptr;
+    m_chosen = nullptr;
+    showOptions(nullptr);
+    checkToolAction(nullptr);
 }
 
 IVexaTool* VexaEditorWindow::tool(const QString& name) const
@@ -165,17 +239,19 @@ void VexaEditorWindow::deactivateTool()
 
 void VexaEditorWindow::activateTool(IVexaTool* tool)
 {
-    if (tool == m_current)
+    if (tool && tool == m_current && tool->isActive()) {
+        checkToolAction(tool); // a click on the checked button unchecks it
         return;
+    }
     deactivateTool();
+    m_chosen = tool;
+    checkToolAction(tool);
     if (!tool || !m_document)
         return;
     m_current = tool;
     m_document->setCurrentTool(tool);
-    const int i = int(m_tools.indexOf(tool));
-    if (i >= 0)
-        m_toolGroup->actions().at(i)->setChecked(true);
-    showOptions(tool);
+    if (!opensWindow(tool))
+        showOptions(tool);
     // A tool with a modal window of its own returns from active() only when that window closes.
     tool->active(m_document.get());
     m_canvas->setFocus();
@@ -198,33 +274,46 @@ void VexaEditorWindow::showOptions(IVexaTool* tool)
 
 bool VexaEditorWindow::openImage(const QString& fileName, QString* error)
 {
-    QString why;
-    const QImage image = VexaImageFile::read(fileName, &why);
+    QString readError;
+    const QImage image = VexaImageFile::read(fileName, &readError);
     if (image.isNull()) {
         if (error)
-            *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), why);
+            *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), readError);
         return false;
     }
+    QString why;
     std::unique_ptr<VexaContext> document = VexaContext::fromImage(image, &why);
     if (!document) {
         if (error)
             *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), why);
         return false;
     }
-    IVexaTool* keep = m_current;
+    IVexaTool* keep = m_chosen;
     deactivateTool();
     m_canvas->setContext(document.get());
     VexaContextManager::getInstance()->setCurrentContext(document.get());
     m_document = std::move(document);
+    connect(m_document->getHistory(), &VexaHistory::changed, this, &VexaEditorWindow::updateUndoActions);
+    connect(m_document.get(), &VexaContext::currentToolChanged, this, &VexaEditorWindow::onToolLeft);
     m_fileName = fileName;
     updateTitle();
-    if (keep)
-        activateTool(keep);
+    updateUndoActions();
+    // The picked tool works on the new document at once; a tool with a window waits to be picked.
+    activateTool(opensWindow(keep) ? nullptr : keep);
     return true;
 }
 
-bool VexaEditorWindow::saveImage(const QString& fileName, QString* error) const
+namespace {
+// A name without an extension gets ".png", the format written.
+QString withPngSuffix(const QString& fileName)
 {
+    return QFileInfo(fileName).suffix().isEmpty() ? fileName + QStringLiteral(".png") : fileName;
+}
+} // namespace
+
+bool VexaEditorWindow::saveImage(const QString& name, QString* error) const
+{
+    const QString fileName = withPngSuffix(name);
     if (!m_document) {
         if (error)
             *error = tr("There is no document to save.");
@@ -238,8 +327,9 @@ bool VexaEditorWindow::saveImage(const QString& fileName, QString* error) const
     return true;
 }
 
-bool VexaEditorWindow::exportSelectionMask(const QString& fileName, QString* error) const
+bool VexaEditorWindow::exportSelectionMask(const QString& name, QString* error) const
 {
+    const QString fileName = withPngSuffix(name);
     if (!m_document) {
         if (error)
             *error = tr("There is no document.");

@@ -38,8 +38,11 @@ public:
     const QStringList& toolNames() const { return m_toolNames; }
     IVexaTool* tool(const QString& name) const;
     IVexaTool* currentTool() const { return m_current; }
+    // Picks `tool`: it is activated on the document now, or on the next one opened.
     void activateTool(IVexaTool* tool);
     void deactivateTool();
+    // The tool the tool bar shows as picked (active whenever a document is open).
+    IVexaTool* chosenTool() const { return m_chosen; }
 
 private:
     void buildMenus();
@@ -51,6 +54,14 @@ private:
     void onSaveImage();
     void onExportMask();
     void refreshSelection();
+    void buildViewMenu();
+    void updateUndoActions();
+    void updateZoomLabel();
+    void checkToolAction(IVexaTool* tool);
+    void onToolLeft(IVexaTool* now);
+    // Tools whose activation opens a window of their own (color range, quick select): they are
+    // opened by picking them, never by opening a document.
+    static bool opensWindow(const IVexaTool* tool);
 
     VexaCanvas* m_canvas;
     std::unique_ptr<VexaContext> m_document;
@@ -59,6 +70,10 @@ private:
     QStringList m_toolNames;
     QActionGroup* m_toolGroup = nullptr;
     QPointer<IVexaTool> m_current;
+    QPointer<IVexaTool> m_chosen;
+    QAction* m_undoAction = nullptr;
+    QAction* m_redoAction = nullptr;
+    QLabel* m_zoom = nullptr;
     QWidget* m_optionsHolder = nullptr;
     QHBoxLayout* m_optionsLayout = nullptr;
     QPointer<QWidget> m_shownOptions;

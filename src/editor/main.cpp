@@ -7,6 +7,9 @@
 #include <QCommandLineParser>
 #include <QLocale>
 #include <QMessageBox>
+#include <QOpenGLContext>
+#include <QOpenGLWidget>
+#include <QSurfaceFormat>
 #include <QTranslator>
 
 #include <cstdio>
@@ -44,6 +47,33 @@ int main(int argc, char** argv)
     // The editor's texts before anything can report in them; the plug-in's before its tools
     // build their panels.
     const VexaEditorTranslations editorTexts(cli.value(localeOpt));
+
+    // The canvas is an OpenGL 2.1 widget; where none can be made (no GL driver, or a platform
+    // such as "offscreen" that cannot host one) the first paint would crash deep in the driver,
+    // so say so and stop. A hidden widget of the canvas's kind tells.
+    {
+        QSurfaceFormat format;
+        format.setVersion(2, 1);
+        format.setProfile(QSurfaceFormat::CompatibilityProfile);
+        QOpenGLWidget probe;
+        probe.setFormat(format);
+        probe.resize(16, 16);
+        // Raster-only platforms may still make a context (through the X display), but cannot
+        // put a GL widget into a window: Qt crashes on their first window flush.
+        static const QStringList rasterOnly{QStringLiteral("offscreen"), QStringLiteral("minimal"),
+                                            QStringLiteral("linuxfb"), QStringLiteral("vnc")};
+        const bool composes = !rasterOnly.contains(QGuiApplication::platformName());
+        const QImage drawn = composes ? probe.grabFramebuffer() : QImage();
+        QOpenGLContext* gl = probe.context();
+        if (drawn.isNull() || !gl || !gl->isValid() || gl->format().version() < qMakePair(2, 1)) {
+            std::fprintf(stderr, "vexa-editor: %s\n",
+                         qPrintable(QCoreApplication::translate("main", "needs OpenGL 2.1 or later, and no usable OpenGL "
+                                                                        "context could be created on this display (%1)")
+                                        .arg(QGuiApplication::platformName())));
+            return 3;
+        }
+    }
+
     VexaPluginLoader plugin;
     if (!plugin.load(cli.value(pluginOpt)))
         return fail(plugin.errorString());

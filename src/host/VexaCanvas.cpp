@@ -2,13 +2,17 @@
 
 #include "IVexaTool.h"
 #include "VexaColorPicker.h"
+#include "VexaHistory.h"
 #include "VexaContext.h"
 #include "VexaLayer.h"
 #include "VexaLayerManager.h"
 #include "VexaMaskOps.h"
 #include "VexaSelection.h"
 
+#include <QAbstractSpinBox>
+#include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSurfaceFormat>
@@ -21,17 +25,35 @@
 namespace {
 constexpr int tickMs = 100;
 
+// The document over a grey and white checkerboard of 8-pixel cells, as RGBA bytes for the
+// texture. One pass of plain arithmetic: a camera-sized photo takes a fraction of a second.
 QImage overCheckerboard(const QImage& image)
 {
-    QImage out(image.size(), QImage::Format_RGBA8888_Premultiplied);
-    QPainter p(&out);
-    const int cell = 8;
-    for (int y = 0; y < out.height(); y += cell)
-        for (int x = 0; x < out.width(); x += cell)
-            p.fillRect(x, y, cell, cell, ((x / cell + y / cell) % 2) ? QColor(204, 204, 204) : QColor(255, 255, 255));
-    p.drawImage(0, 0, image);
-    p.end();
-    return out.convertToFormat(QImage::Format_RGBA8888);
+    const QImage src = image.convertToFormat(QImage::Format_ARGB32);
+    QImage out(src.size(), QImage::Format_RGBA8888);
+    if (out.isNull())
+        return out;
+    for (int y = 0; y < src.height(); ++y) {
+        const auto* in = reinterpret_cast<const QRgb*>(src.constScanLine(y));
+        uchar* o = out.scanLine(y);
+        for (int x = 0; x < src.width(); ++x, o += 4) {
+            const QRgb p = in[x];
+            const int a = qAlpha(p);
+            if (a == 255) {
+                o[0] = uchar(qRed(p));
+                o[1] = uchar(qGreen(p));
+                o[2] = uchar(qBlue(p));
+            } else {
+                const int cell = (((x >> 3) + (y >> 3)) & 1) ? 204 : 255;
+                const int rest = (255 - a) * cell;
+                o[0] = uchar((qRed(p) * a + rest + 127) / 255);
+                o[1] = uchar((qGreen(p) * a + rest + 127) / 255);
+                o[2] = uchar((qBlue(p) * a + rest + 127) / 255);
+            }
+            o[3] = 255;
+        }
+    }
+    return out;
 }
 } // namespace
 
@@ -109,8 +131,55 @@ void VexaCanvas::setView(float scale, const QPointF& origin)
     m_scale = scale;
     m_origin = origin;
     m_viewChosen = true;
-    update();
+    viewMoved();
 }
+
+void VexaCanvas::snapOrigin()
+{
+    const double zoom = 1.0 / double(m_scale);
+    const bool whole = std::abs(zoom - std::round(zoom)) < 1e-4 || std::abs(double(m_scale) - std::round(double(m_scale))) < 1e-4;
+    if (whole)
+        m_origin = QPointF(std::round(m_origin.x()), std::round(m_origin.y()));
+}
+
+void VexaCanvas::viewMoved()
+{
+    snapOrigin();
+    update();
+    emit viewChanged();
+}
+
+namespace {
+// Zoom levels in percent that the zoom commands and the wheel step through.
+constexpr double zoomLevels[] = {3.125, 6.25, 12.5, 25, 100.0 / 3.0, 50, 200.0 / 3.0, 100, 150, 200, 300,
+                                 400,   600,  800,  1200, 1600, 3200, 6400};
+} // namespace
+
+void VexaCanvas::stepZoom(const QPointF& widgetPos, int direction)
+{
+    const double now = zoomPercent();
+    double target = now;
+    if (direction > 0) {
+        for (double level : zoomLevels)
+            if (level > now * 1.001) {
+                target = level;
+                break;
+            }
+    } else {
+        for (double level : zoomLevels)
+            if (level < now / 1.001)
+                target = level;
+    }
+    if (target == now)
+        return;
+    const QPointF at = widgetPos.x() < 0 ? QPointF(width() / 2.0, height() / 2.0) : widgetPos;
+    zoomAt(at, float(target / now));
+    m_scale = float(100.0 / target); // exact, so the level counts as whole
+    viewMoved();
+}
+
+void VexaCanvas::zoomIn(const QPointF& widgetPos) { stepZoom(widgetPos, 1); }
+void VexaCanvas::zoomOut(const QPointF& widgetPos) { stepZoom(widgetPos, -1); }
 
 void VexaCanvas::fitToWindow()
 {
@@ -122,7 +191,7 @@ void VexaCanvas::fitToWindow()
     s = std::max(s, 1.0f); // small pictures are shown at 100 %, never blown up
     m_scale = s;
     m_origin = QPointF((width() - w / s) / 2.0, (height() - h / s) / 2.0);
-    update();
+    viewMoved();
 }
 
 void VexaCanvas::zoomAt(const QPointF& widgetPos, float factor)
@@ -132,7 +201,7 @@ void VexaCanvas::zoomAt(const QPointF& widgetPos, float factor)
     m_scale = s;
     m_origin = widgetPos - anchor / double(s);
     m_viewChosen = true;
-    update();
+    viewMoved();
 }
 
 void VexaCanvas::syncLayerPixels()
@@ -218,9 +287,16 @@ void VexaCanvas::uploadTexture()
 {
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    if (!m_display.isNull())
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, m_display.width(), m_display.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE,
-                     m_display.constBits());
+    if (!m_display.isNull()) {
+        // A photo wider or taller than the card's largest texture is shown from a reduced copy
+        // (the document itself keeps every pixel).
+        GLint maxSize = 0;
+        glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
+        QImage shown = m_display;
+        if (maxSize > 0 && (shown.width() > maxSize || shown.height() > maxSize))
+            shown = shown.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, shown.width(), shown.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, shown.constBits());
+    }
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     m_textureDirty = false;
@@ -244,7 +320,7 @@ void VexaCanvas::paintGL()
     glScaled(1.0 / m_scale, 1.0 / m_scale, 1.0);
 
     // The document: sharp pixels when zoomed in, smoothed when zoomed out.
-    const GLint filter = m_scale < 1.0f ? GL_NEAREST : GL_LINEAR;
+    const GLint filter = m_scale <= 1.0f ? GL_NEAREST : GL_LINEAR;
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
@@ -378,6 +454,17 @@ void VexaCanvas::mousePressEvent(QMouseEvent* event)
         pickAt(event->position());
         return;
     }
+    // The press always re-reads the keys (see noteModifiers): it decides how a shape combines.
+    // Keys that changed since the last pointer event also change what the pointer is over
+    // (a selection to drag in New mode, a place to add in Add mode), so the tool sees the
+    // pointer there again first.
+    const bool keysChanged = event->modifiers() != m_lastModifiers;
+    m_lastModifiers = event->modifiers();
+    emit timeOut();
+    if (keysChanged)
+        emit mouseMove(p.x(), p.y());
+    if (m_context)
+        m_context->getHistory()->beginGesture();
     emit mousePress(p.x(), p.y());
     update();
 }
@@ -385,10 +472,13 @@ void VexaCanvas::mousePressEvent(QMouseEvent* event)
 void VexaCanvas::mouseMoveEvent(QMouseEvent* event)
 {
     if (m_panning) {
-        m_origin += event->position() - m_panLast;
-        m_panLast = event->position();
+        const QPointF moved = event->position() - m_panLast;
+        const QPointF before = m_origin;
+        m_origin += moved;
+        viewMoved();
+        // Whatever snapping took is owed to the next move, so the photo follows the pointer.
+        m_panLast = event->position() - (moved - (m_origin - before));
         m_viewChosen = true;
-        update();
         return;
     }
     if (m_picking) {
@@ -396,8 +486,23 @@ void VexaCanvas::mouseMoveEvent(QMouseEvent* event)
         return;
     }
     const QPoint p = event->position().toPoint();
+    noteModifiers(event->modifiers());
     emit mouseMove(p.x(), p.y());
     update();
+}
+
+void VexaCanvas::noteModifiers(Qt::KeyboardModifiers modifiers)
+{
+    // Tools read the application's modifier state on key events and ticks. On X11 that state
+    // trails the keys: a modifier's own key press reports the keys as they were before it, so
+    // a held Ctrl reaches the application's state only with the next pointer event (and not at
+    // all while the keyboard focus is elsewhere). Pointer events carry the current state, so a
+    // change seen there ticks the tool at once, before it sees the event itself; a held Ctrl
+    // thus adds from the very first click.
+    if (modifiers == m_lastModifiers)
+        return;
+    m_lastModifiers = modifiers;
+    emit timeOut();
 }
 
 void VexaCanvas::mouseReleaseEvent(QMouseEvent* event)
@@ -413,7 +518,10 @@ void VexaCanvas::mouseReleaseEvent(QMouseEvent* event)
         return;
     }
     const QPoint p = event->position().toPoint();
+    noteModifiers(event->modifiers());
     emit mouseRelease(p.x(), p.y());
+    if (m_context)
+        m_context->getHistory()->endGesture();
     update();
 }
 
@@ -422,9 +530,13 @@ void VexaCanvas::mouseDoubleClickEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || m_picker->isPicking())
         return;
     const QPoint p = event->position().toPoint();
+    if (m_context)
+        m_context->getHistory()->beginGesture();
     emit mouseDoubleClick(p.x(), p.y());
     if (toolWants(QStringLiteral("DOUBLE_CLICK")))
         m_context->currentTool()->processEvent(QStringLiteral("DOUBLE_CLICK"));
+    if (m_context)
+        m_context->getHistory()->endGesture();
     update();
 }
 
@@ -433,11 +545,16 @@ void VexaCanvas::wheelEvent(QWheelEvent* event)
     const int steps = event->angleDelta().y();
     if (steps == 0)
         return;
-    zoomAt(event->position(), std::pow(1.25f, float(steps) / 120.0f));
+    stepZoom(event->position(), steps > 0 ? 1 : -1);
 }
 
 void VexaCanvas::enterEvent(QEnterEvent* event)
 {
     QOpenGLWidget::enterEvent(event);
+    // Keys held over the canvas are meant for its tool; text being typed elsewhere keeps its focus.
+    QWidget* focus = QApplication::focusWidget();
+    if (window()->isActiveWindow() && focus != this
+        && !(qobject_cast<QLineEdit*>(focus) || qobject_cast<QAbstractSpinBox*>(focus)))
+        setFocus(Qt::MouseFocusReason);
     emit mouseEnter();
 }

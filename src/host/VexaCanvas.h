@@ -37,6 +37,12 @@ public:
     QPointF viewOrigin() const { return m_origin; }
     void fitToWindow();
     void zoomAt(const QPointF& widgetPos, float factor);
+    // One step up or down the editor's zoom levels (100 %, 200 %, 50 % ... among them), keeping
+    // the canvas point under `widgetPos` in place; at the centre without one.
+    void zoomIn(const QPointF& widgetPos = QPointF(-1, -1));
+    void zoomOut(const QPointF& widgetPos = QPointF(-1, -1));
+    // The zoom in percent: widget pixels per canvas pixel, times 100.
+    double zoomPercent() const { return 100.0 / double(m_scale); }
 
     // Brings every layer's newest pixels into host memory before a tool reads them.
     virtual void syncLayerPixels();
@@ -59,6 +65,8 @@ signals:
     void drawFeedback();
     void timeOut();
     void FgColorChange(QColor color);
+    // Zoom or pan changed.
+    void viewChanged();
 
 protected:
     void initializeGL() override;
@@ -79,6 +87,13 @@ private:
     void documentChanged();
     void selectionChanged();
     void pickAt(const QPointF& widgetPos);
+    // At a whole-number zoom (or its inverse) canvas pixels start on widget pixels, so the
+    // photo is drawn without resampling and a pointer over a pixel reports that pixel.
+    void snapOrigin();
+    void viewMoved();
+    void stepZoom(const QPointF& widgetPos, int direction);
+    // Lets the tool see the modifier keys of an input event before the event itself.
+    void noteModifiers(Qt::KeyboardModifiers modifiers);
     void uploadTexture();
     // The named host event a key raises ("ESC", "DELETE"), or empty.
     static QString namedEventFor(int key);
@@ -95,6 +110,7 @@ private:
     QPointF m_panLast;
     bool m_picking = false;
     int m_antsPhase = 0;
+    Qt::KeyboardModifiers m_lastModifiers;
 
     QImage m_composed; // the document as it looks, for picking colours
     QImage m_display;  // the same over a checkerboard, for the screen

@@ -2,6 +2,26 @@
 
 #include "VexaHistoryMemo.h"
 
+// The steps of one gesture, undone in reverse order and redone in order.
+class VexaCompositeMemo : public VexaHistoryMemo
+{
+public:
+    void undo() override
+    {
+        for (auto it = steps.rbegin(); it != steps.rend(); ++it)
+            (*it)->undo();
+    }
+    void redo() override
+    {
+        for (auto& step : steps)
+            step->redo();
+    }
+    // The last step names the gesture: "Selection" rather than the "Deselect" it began with.
+    QString text() const override { return steps.empty() ? QString() : steps.back()->text(); }
+
+    std::vector<std::unique_ptr<VexaHistoryMemo>> steps;
+};
+
 VexaHistory::VexaHistory(QObject* parent)
     : QObject(parent)
 {
@@ -9,11 +29,33 @@ VexaHistory::VexaHistory(QObject* parent)
 
 VexaHistory::~VexaHistory() = default;
 
+void VexaHistory::beginGesture()
+{
+    endGesture();
+    m_gesture = std::make_unique<VexaCompositeMemo>();
+}
+
+void VexaHistory::endGesture()
+{
+    if (!m_gesture)
+        return;
+    std::unique_ptr<VexaCompositeMemo> gesture = std::move(m_gesture);
+    if (gesture->steps.size() == 1)
+        pushNewMemo(gesture->steps.front().release());
+    else if (!gesture->steps.empty())
+        pushNewMemo(gesture.release());
+}
+
 void VexaHistory::pushNewMemo(VexaHistoryMemo* memo)
 {
     if (!memo)
         return;
     std::unique_ptr<VexaHistoryMemo> owned(memo);
+    if (m_gesture) {
+        // Undone and redone as a part of the gesture's step once the gesture ends.
+        m_gesture->steps.push_back(std::move(owned));
+        return;
+    }
     m_memos.erase(m_memos.begin() + m_index, m_memos.end());
     m_memos.push_back(std::move(owned));
     while (int(m_memos.size()) > m_limit)
@@ -33,6 +75,7 @@ void VexaHistory::setLimit(int limit)
 
 void VexaHistory::undo()
 {
+    endGesture();
     if (!canUndo())
         return;
     m_replaying = true;
@@ -43,6 +86,7 @@ void VexaHistory::undo()
 
 void VexaHistory::redo()
 {
+    endGesture();
     if (!canRedo())
         return;
     m_replaying = true;
@@ -53,6 +97,7 @@ void VexaHistory::redo()
 
 void VexaHistory::clear()
 {
+    m_gesture.reset();
     m_memos.clear();
     m_index = 0;
     emit changed();

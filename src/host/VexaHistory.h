@@ -28,6 +28,13 @@ public:
     // While replaying a memo, changes must not record new ones.
     bool isReplaying() const { return m_replaying; }
 
+    // One user gesture is one undo step: the memos pushed between beginGesture() and
+    // endGesture() become a single step (a shape that first clears the old selection, then
+    // adds itself, is undone at once). Beginning again, undo and redo end an open gesture.
+    void beginGesture();
+    void endGesture();
+    bool inGesture() const { return m_gesture != nullptr; }
+
 public slots:
     void undo();
     void redo();
@@ -41,4 +48,5 @@ private:
     int m_index = 0;
     int m_limit = 64;
     bool m_replaying = false;
+    std::unique_ptr<class VexaCompositeMemo> m_gesture;
 };

@@ -1,30 +1,78 @@
 #include "VexaImageFile.h"
 
+#include <QCoreApplication>
 #include <QImageReader>
+
+#include <algorithm>
+
+#include <unistd.h>
 
 namespace VexaImageFile {
 
+qint64 byteLimit()
+{
+    const long pages = sysconf(_SC_PHYS_PAGES);
+    const long pageSize = sysconf(_SC_PAGESIZE);
+    const qint64 physical = pages > 0 && pageSize > 0 ? qint64(pages) * qint64(pageSize) : 0;
+    return std::max<qint64>(physical / 8, qint64(512) << 20);
+}
+
+QString formatBytes(qint64 bytes)
+{
+    const double mb = double(bytes) / double(1 << 20);
+    if (mb >= 1024.0)
+        return QCoreApplication::translate("VexaImageFile", "%1 GB").arg(mb / 1024.0, 0, 'f', 1);
+    return QCoreApplication::translate("VexaImageFile", "%1 MB").arg(qMax(1.0, mb), 0, 'f', 0);
+}
+
 namespace {
-QImage readFrom(QImageReader& reader, QString* error)
+
+void raiseReaderLimit(qint64 limit)
+{
+    // The reader's own limit (in MB) stays a little above ours, so that our check, with its
+    // clear message, is the one that refuses.
+    QImageReader::setAllocationLimit(int(std::min<qint64>(limit / (1 << 20) + 64, 1 << 30)));
+}
+
+QImage readFrom(QImageReader& reader, qint64 limit, QString* error)
 {
     reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (size.isValid()) {
+        // Documents are 32 bits per pixel, whatever the file holds.
+        const qint64 needs = qint64(size.width()) * qint64(size.height()) * 4;
+        if (needs > limit) {
+            if (error)
+                *error = QCoreApplication::translate("VexaImageFile",
+                                                     "too large: %1 x %2 needs %3, more than the %4 this machine allows for one image")
+                             .arg(size.width())
+                             .arg(size.height())
+                             .arg(formatBytes(needs), formatBytes(limit));
+            return QImage();
+        }
+    }
     QImage image = reader.read();
     if (image.isNull() && error)
         *error = reader.errorString();
     return image;
 }
-} // namespace
 
-QImage read(QIODevice* device, QString* error)
-{
-    QImageReader reader(device);
-    return readFrom(reader, error);
-}
+} // namespace
 
 QImage read(const QString& fileName, QString* error)
 {
+    const qint64 limit = byteLimit();
+    raiseReaderLimit(limit);
     QImageReader reader(fileName);
-    return readFrom(reader, error);
+    return readFrom(reader, limit, error);
+}
+
+QImage read(QIODevice* device, QString* error)
+{
+    const qint64 limit = byteLimit();
+    raiseReaderLimit(limit);
+    QImageReader reader(device);
+    return readFrom(reader, limit, error);
 }
 
 } // namespace VexaImageFile

@@ -5,14 +5,21 @@
 
 class QIODevice;
 
-// Reading an image file, the one way every program of the suite does it (the editor, the
-// command-line tools): the format from the content, the orientation the file records applied,
-// and Qt's bound on the memory a decoder may take, so a header that declares a huge size is
-// refused before anything is allocated.
+// Reading photos of any size a camera makes. Qt's image reader stops at 128 MB by default,
+// which refuses a 45 Mpx photo with a message that hides the cause; this raises the limit to
+// what the machine can hold and refuses anything larger with the size and the limit.
 namespace VexaImageFile {
 
-// The image, or a null image and the reason in `error`.
-QImage read(QIODevice* device, QString* error = nullptr);
+// Bytes one decoded image may take: an eighth of the physical memory (the editor keeps a few
+// copies of its document), at least 512 MB.
+qint64 byteLimit();
+
+// "3.4 GB", "180 MB": a byte count as people read it.
+QString formatBytes(qint64 bytes);
+
+// Reads `fileName` (applying its orientation tag). On failure returns a null image and, in
+// `error`, why: "too large: 30000 x 30000 needs 3.4 GB, more than the 2.9 GB ..." above the limit.
 QImage read(const QString& fileName, QString* error = nullptr);
+QImage read(QIODevice* device, QString* error = nullptr);
 
 } // namespace VexaImageFile

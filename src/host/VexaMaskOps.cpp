@@ -139,29 +139,54 @@ namespace VexaMaskOps {
 
 std::vector<float> outline(const uint8_t* mask, int width, int height, int stride)
 {
+    // One pass over the rows, comparing each with the one above (edges along rows) and each
+    // pixel with its left neighbour (edges along columns, whose runs stay open while the rows
+    // repeat). Rows like their predecessor, the bulk of a photo-sized mask, cost one compare.
     std::vector<float> out;
-    auto inside = [&](int x, int y) {
-        return x >= 0 && y >= 0 && x < width && y < height && mask[size_t(y) * size_t(stride) + size_t(x)] >= 128;
+    if (width <= 0 || height <= 0)
+        return out;
+    std::vector<uint8_t> above(size_t(width) + 1, 0), row(size_t(width) + 1, 0);
+    std::vector<int> columnRun(size_t(width) + 1, -1); // start row of an open edge left of x, or -1
+    auto binarise = [&](int y, std::vector<uint8_t>& dst) {
+        if (y >= height) {
+            std::fill(dst.begin(), dst.end(), uint8_t(0));
+            return;
+        }
+        const uint8_t* m = mask + size_t(y) * size_t(stride);
+        for (int x = 0; x < width; ++x)
+            dst[size_t(x)] = m[x] >= 128;
     };
-    auto emitRuns = [&](int count, auto differs, auto segment) {
+    bool sameAsAbove = false;
+    for (int y = 0; y <= height; ++y) {
+        binarise(y, row);
+        sameAsAbove = y > 0 && std::equal(row.begin(), row.end(), above.begin());
+        if (sameAsAbove && y < height)
+            continue; // no edge along this row; column edges carry on unchanged
+        // Edges along the row between y - 1 and y.
         int start = -1;
-        for (int i = 0; i <= count; ++i) {
-            const bool d = i < count && differs(i);
+        for (int x = 0; x <= width; ++x) {
+            const bool d = x < width && row[size_t(x)] != above[size_t(x)];
             if (d && start < 0)
-                start = i;
+                start = x;
             if (!d && start >= 0) {
-                segment(start, i);
+                out.insert(out.end(), {float(start), float(y), float(x), float(y)});
                 start = -1;
             }
         }
-    };
-    for (int y = 0; y <= height; ++y) {
-        emitRuns(width, [&](int x) { return inside(x, y - 1) != inside(x, y); },
-                 [&](int a, int b) { out.insert(out.end(), {float(a), float(y), float(b), float(y)}); });
-    }
-    for (int x = 0; x <= width; ++x) {
-        emitRuns(height, [&](int y) { return inside(x - 1, y) != inside(x, y); },
-                 [&](int a, int b) { out.insert(out.end(), {float(x), float(a), float(x), float(b)}); });
+        // Edges along columns: left of x between x - 1 and x, in row y (none past the last row).
+        for (int x = 0; x <= width; ++x) {
+            const bool left = x > 0 && y < height && row[size_t(x - 1)];
+            const bool here = x < width && y < height && row[size_t(x)];
+            const bool d = left != here;
+            int& run = columnRun[size_t(x)];
+            if (d && run < 0)
+                run = y;
+            if (!d && run >= 0) {
+                out.insert(out.end(), {float(x), float(run), float(x), float(y)});
+                run = -1;
+            }
+        }
+        above.swap(row);
     }
     return out;
 }

@@ -104,7 +104,9 @@ void VexaSelection::addPath(VexaSelectionPath* path, float feather)
         VexaMaskOps::feather(cover, area.width(), area.height(), feather);
     }
     const int mode = combineMode;
+    const QPoint shown = settleTranslation(mode != VexaMaskOps::New);
     modify(tr("Selection"), [&](std::vector<uint8_t>& mask) {
+        shift(mask, shown);
         const QRect hit = area & canvas;
         if (VexaMaskOps::clearsOutside(mode))
             zeroOutside(mask, hit);
@@ -123,7 +125,9 @@ void VexaSelection::addMask(unsigned char* src, int width, int height, int x, in
     const QRect canvas(0, 0, m_width, m_height);
     const QRect hit = QRect(x, y, width, height) & canvas;
     const int mode = combineMode;
+    const QPoint shown = settleTranslation(mode != VexaMaskOps::New);
     modify(tr("Selection"), [&](std::vector<uint8_t>& mask) {
+        shift(mask, shown);
         if (VexaMaskOps::clearsOutside(mode))
             zeroOutside(mask, hit);
         if (hit.isEmpty())
@@ -138,6 +142,7 @@ void VexaSelection::copyMask(unsigned char* src)
 {
     if (!src)
         return;
+    settleTranslation(false);
     modify(tr("Selection"), [&](std::vector<uint8_t>& mask) {
         for (int y = 0; y < m_height; ++y)
             std::memcpy(mask.data() + size_t(y) * size_t(m_stride), src + size_t(y) * size_t(m_stride), size_t(m_width));
@@ -146,18 +151,20 @@ void VexaSelection::copyMask(unsigned char* src)
 
 void VexaSelection::clear()
 {
+    settleTranslation(false);
     modify(tr("Deselect"), [](std::vector<uint8_t>& mask) { std::fill(mask.begin(), mask.end(), uint8_t(0)); });
 }
 
 void VexaSelection::deselect()
 {
-    setTranslation(QPointF());
     clear();
 }
 
 void VexaSelection::inverse()
 {
+    const QPoint shown = settleTranslation(true);
     modify(tr("Invert Selection"), [&](std::vector<uint8_t>& mask) {
+        shift(mask, shown);
         for (int y = 0; y < m_height; ++y) {
             uint8_t* row = mask.data() + size_t(y) * size_t(m_stride);
             for (int x = 0; x < m_width; ++x)
@@ -168,6 +175,7 @@ void VexaSelection::inverse()
 
 void VexaSelection::selectAll()
 {
+    settleTranslation(false);
     modify(tr("Select All"), [&](std::vector<uint8_t>& mask) {
         for (int y = 0; y < m_height; ++y)
             std::memset(mask.data() + size_t(y) * size_t(m_stride), 255, size_t(m_width));
@@ -190,21 +198,35 @@ void VexaSelection::setTranslation(const QPointF& offset)
 
 void VexaSelection::applyTranslation()
 {
-    const int dx = qRound(m_translation.x());
-    const int dy = qRound(m_translation.y());
+    const QPoint by(qRound(m_translation.x()), qRound(m_translation.y()));
     m_translation = QPointF();
     emit translationChanged();
-    if (dx == 0 && dy == 0)
+    if (by.isNull())
         return;
-    modify(tr("Move Selection"), [&](std::vector<uint8_t>& mask) {
-        std::vector<uint8_t> shifted(mask.size(), 0);
-        const QRect canvas(0, 0, m_width, m_height);
-        const QRect target = canvas.translated(dx, dy) & canvas;
-        for (int y = target.top(); y <= target.bottom(); ++y)
-            std::memcpy(shifted.data() + size_t(y) * size_t(m_stride) + size_t(target.left()),
-                        mask.data() + size_t(y - dy) * size_t(m_stride) + size_t(target.left() - dx), size_t(target.width()));
-        mask.swap(shifted);
-    });
+    modify(tr("Move Selection"), [&](std::vector<uint8_t>& mask) { shift(mask, by); });
+}
+
+QPoint VexaSelection::settleTranslation(bool keepShown)
+{
+    if (m_translation.isNull())
+        return QPoint();
+    const QPoint by(qRound(m_translation.x()), qRound(m_translation.y()));
+    m_translation = QPointF();
+    emit translationChanged();
+    return keepShown ? by : QPoint();
+}
+
+void VexaSelection::shift(std::vector<uint8_t>& mask, const QPoint& by) const
+{
+    if (by.isNull())
+        return;
+    std::vector<uint8_t> shifted(mask.size(), 0);
+    const QRect canvas(0, 0, m_width, m_height);
+    const QRect target = canvas.translated(by) & canvas;
+    for (int y = target.top(); y <= target.bottom(); ++y)
+        std::memcpy(shifted.data() + size_t(y) * size_t(m_stride) + size_t(target.left()),
+                    mask.data() + size_t(y - by.y()) * size_t(m_stride) + size_t(target.left() - by.x()), size_t(target.width()));
+    mask.swap(shifted);
 }
 
 QRect VexaSelection::boundingRect() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
 #include <QPointF>
 #include <QRect>
 
@@ -46,9 +47,13 @@ public:
     virtual void addMask(unsigned char* mask, int width, int height, int x, int y);
     // Replaces the selection by a canvas-sized mask with rows of maskStride() bytes.
     virtual void copyMask(unsigned char* mask);
-    // Empties the selection; a pending translation stays.
+    // A pending translation is what the user sees, so every change settles it first: changes
+    // that build on the selection (Add, Subtract, Intersect, inverse) commit it into the mask,
+    // changes that replace the selection (New, copyMask, clear, deselect, selectAll) drop it.
+    // The outline then always matches the mask.
+    // Empties the selection.
     virtual void clear();
-    // Empties the selection and drops a pending translation: the selection is gone.
+    // Empties the selection: the selection is gone.
     virtual void deselect();
     virtual void inverse();
     void selectAll();
@@ -78,6 +83,10 @@ private:
     // Clears every canvas pixel outside `keep`, which lies within the canvas.
     void zeroOutside(std::vector<uint8_t>& mask, const QRect& keep) const;
     void modify(const QString& text, const std::function<void(std::vector<uint8_t>&)>& op);
+    // Clears the pending translation; returns it in whole pixels when `keepShown`, for the
+    // change to shift the mask by it, else (0, 0).
+    QPoint settleTranslation(bool keepShown);
+    void shift(std::vector<uint8_t>& mask, const QPoint& by) const;
 
     int m_width;
     int m_height;

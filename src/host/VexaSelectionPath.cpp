@@ -6,6 +6,8 @@
 
 #include <GL/gl.h>
 
+#include <cmath>
+
 VexaSelectionPath::VexaSelectionPath(QObject* parent)
     : QObject(parent)
 {
@@ -102,8 +104,12 @@ QPainterPath VexaSelectionPath::toPainterPath() const
     switch (m_type) {
     case Rectangle:
         if (m_points.size() >= 4) {
-            shape.addPolygon(QPolygonF(m_points.mid(0, 4)));
-            shape.closeSubpath();
+            // Corners name pixels, counted inclusively as the marquee's panel shows them: the
+            // corners (10, 10) and (19, 19) select the 10 x 10 pixels from column 10 to 19, at
+            // any zoom, however fractional the pointer positions were.
+            const QRectF box = QPolygonF(m_points.mid(0, 4)).boundingRect();
+            const double left = std::floor(box.left()), top = std::floor(box.top());
+            shape.addRect(QRectF(QPointF(left, top), QPointF(std::floor(box.right()) + 1.0, std::floor(box.bottom()) + 1.0)));
         }
         break;
     case Ellipse:

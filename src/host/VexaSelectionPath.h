@@ -6,7 +6,7 @@
 #include <QVector>
 
 // A shape in canvas coordinates handed to VexaSelection::addPath.
-// Type 0: rectangle by its four corners; 1: ellipse in the box of two opposite corners;
+// Type 0: rectangle by its four corners, which name the pixels at its corners (inclusive); 1: ellipse in the box of two opposite corners;
 // 2: closed polygon through all points.
 class VexaSelectionPath : public QObject
 {

@@ -1,0 +1,237 @@
+// vexa-quickselect as people script it: output sizes, the matte resampling it shares with the
+// quick select tool, hints that end a run, and photos of any size a camera makes.
+#include "VexaImageFile.h"
+#include "VexaMatteResample.h"
+#include "VexaTestImages.h"
+
+#include <QImageReader>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+QImage grey(std::initializer_list<std::initializer_list<int>> rows)
+{
+    const int h = int(rows.size()), w = int(rows.begin()->size());
+    QImage img(w, h, QImage::Format_ARGB32);
+    int y = 0;
+    for (const auto& row : rows) {
+        int x = 0;
+        for (int v : row)
+            img.setPixel(x++, y, qRgb(v, v, v));
+        ++y;
+    }
+    return img;
+}
+
+// The object on the left half, background on the right: marks of the image's size.
+QImage marksFor(const QSize& size, bool background = true)
+{
+    QImage marks(size, QImage::Format_RGB32);
+    marks.fill(qRgb(0, 0, 0));
+    const int band = qMax(1, size.height() / 10);
+    for (int y = size.height() / 2 - band; y < size.height() / 2 + band; ++y) {
+        for (int x = size.width() / 8; x < size.width() / 8 + band; ++x)
+            marks.setPixel(x, y, qRgb(255, 0, 0));
+        if (background)
+            for (int x = size.width() * 7 / 8 - band; x < size.width() * 7 / 8; ++x)
+                marks.setPixel(x, y, qRgb(0, 0, 255));
+    }
+    return marks;
+}
+
+QImage halves(const QSize& size)
+{
+    QImage img(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x)
+            img.setPixel(x, y, x < size.width() / 2 ? qRgb(230, 40, 40) : qRgb(40, 40, 230));
+    return img;
+}
+
+struct Run {
+    int status = -1;
+    QString out, err;
+};
+
+Run cli(const QStringList& args)
+{
+    QProcess p;
+    p.start(QStringLiteral(VEXA_CLI_PATH), args);
+    Run r;
+    if (!p.waitForFinished(240000))
+        return r;
+    r.status = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -2;
+    r.out = QString::fromLocal8Bit(p.readAllStandardOutput());
+    r.err = QString::fromLocal8Bit(p.readAllStandardError());
+    return r;
+}
+
+} // namespace
+
+class TestCli : public QObject
+{
+    Q_OBJECT
+private slots:
+    void resampleWorkedByHand();
+    void resampleCorners();
+    void outputSizes_data();
+    void outputSizes();
+    void hintWritesNothing();
+    void refusesWhatTheMachineCannotHold();
+    void cameraSizedPhoto();
+};
+
+void TestCli::resampleWorkedByHand()
+{
+    // 2 x 2 to 3 x 3: scale (2 - 1) / (3 - 1) = 0.5 on both axes.
+    const QImage matte = grey({{0, 255}, {255, 0}});
+    QImage out = VexaMatteResample::toGray(matte, 3, 3);
+    QCOMPARE(out.size(), QSize(3, 3));
+    auto at = [&](int x, int y) { return int(out.constScanLine(y)[x]); };
+    // Corners take the matte's corners; (1, 0) = 0 * 0.5 + 255 * 0.5 = 127.5, truncated.
+    QCOMPARE(at(0, 0), 0);
+    QCOMPARE(at(2, 0), 255);
+    QCOMPARE(at(0, 2), 255);
+    QCOMPARE(at(2, 2), 0);
+    QCOMPARE(at(1, 0), 127);
+    QCOMPARE(at(0, 1), 127);
+    // Centre: 0 * 0.25 + 255 * 0.25 + 255 * 0.25 + 0 * 0.25 = 127.5.
+    QCOMPARE(at(1, 1), 127);
+    // 2 x 1 to 5 x 1: scale 0.25, so column 1 is 3/4 of 40 plus 1/4 of 200 = 80.
+    out = VexaMatteResample::toGray(grey({{40, 200}}), 5, 1);
+    QCOMPARE(int(out.constScanLine(0)[1]), 80);
+    QCOMPARE(int(out.constScanLine(0)[3]), 160);
+    // Grey is (11 R + 16 G + 5 B) / 32: pure red 87, pure green 127, pure blue 39; same size copies.
+    QImage colours(3, 1, QImage::Format_ARGB32);
+    colours.setPixel(0, 0, qRgb(255, 0, 0));
+    colours.setPixel(1, 0, qRgb(0, 255, 0));
+    colours.setPixel(2, 0, qRgba(0, 0, 255, 0)); // alpha ignored
+    out = VexaMatteResample::toGray(colours, 3, 1);
+    QCOMPARE(int(out.constScanLine(0)[0]), 87);
+    QCOMPARE(int(out.constScanLine(0)[1]), 127);
+    QCOMPARE(int(out.constScanLine(0)[2]), 39);
+    // A document one pixel wide samples the first column; a null matte writes nothing.
+    out = VexaMatteResample::toGray(grey({{10, 250}}), 1, 1);
+    QCOMPARE(int(out.constScanLine(0)[0]), 10);
+    QVERIFY(VexaMatteResample::toGray(QImage(), 4, 4).isNull());
+}
+
+void TestCli::resampleCorners()
+{
+    // A 1536 x 1024 matte to 3000 x 2000: the last canvas pixel takes the last matte pixel,
+    // and mask rows honour their stride.
+    QImage matte(1536, 1024, QImage::Format_ARGB32);
+    matte.fill(qRgb(0, 0, 0));
+    matte.setPixel(1535, 1023, qRgb(255, 255, 255));
+    const int stride = 3008;
+    std::vector<uint8_t> mask(size_t(stride) * 2000, 7);
+    QVERIFY(VexaMatteResample::toMask(matte, 3000, 2000, mask.data(), stride));
+    QCOMPARE(int(mask[size_t(1999) * stride + 2999]), 255);
+    QCOMPARE(int(mask[size_t(1999) * stride + 2997]), 0);
+    QCOMPARE(int(mask[size_t(1999) * stride + 3000]), 7); // past the width: untouched
+    // Nearest for marks: the same mapping, the nearer sample.
+    QImage marks(2, 1, QImage::Format_ARGB32);
+    marks.setPixel(0, 0, qRgb(255, 0, 0));
+    marks.setPixel(1, 0, qRgb(0, 0, 255));
+    const QImage big = VexaMatteResample::nearest(marks, 5, 1);
+    QCOMPARE(big.pixel(1, 0), qRgb(255, 0, 0)); // 0.25
+    QCOMPARE(big.pixel(2, 0), qRgb(0, 0, 255)); // 0.5 goes up
+    QCOMPARE(big.pixel(4, 0), qRgb(0, 0, 255));
+}
+
+void TestCli::outputSizes_data()
+{
+    QTest::addColumn<QSize>("photo");
+    QTest::addColumn<bool>("working");
+    QTest::addColumn<QSize>("expected");
+    QTest::newRow("large photo: photo size") << QSize(2000, 1000) << false << QSize(2000, 1000);
+    QTest::newRow("large photo, --working-size") << QSize(2000, 1000) << true << QSize(1536, 768);
+    QTest::newRow("tall photo: photo size") << QSize(700, 1700) << false << QSize(700, 1700);
+    QTest::newRow("small photo either way") << QSize(40, 20) << true << QSize(40, 20);
+}
+
+void TestCli::outputSizes()
+{
+    QFETCH(QSize, photo);
+    QFETCH(bool, working);
+    QFETCH(QSize, expected);
+    QTemporaryDir dir;
+    const QString image = dir.filePath("photo.png"), marks = dir.filePath("marks.png");
+    QVERIFY(halves(photo).save(image));
+    QVERIFY(marksFor(photo).save(marks));
+    auto out = [&](const char* name) { return dir.filePath(QLatin1String(name)); };
+    QStringList args{"--steps", "mark,matte", "--alpha", out("alpha.png"), "--result", out("result.png"), "--marks-out",
+                     out("marks-out.png"), image, marks};
+    if (working)
+        args.prepend("--working-size");
+    const Run r = cli(args);
+    QVERIFY2(r.status == 0, qPrintable(r.err));
+    const QImage alpha(out("alpha.png")), result(out("result.png")), marksOut(out("marks-out.png"));
+    QCOMPARE(alpha.size(), expected);
+    QCOMPARE(result.size(), expected);
+    QCOMPARE(marksOut.size(), expected);
+    // The object (left half) is kept, the background cut away, at the output's size.
+    QCOMPARE(qGray(alpha.pixel(expected.width() / 8, expected.height() / 2)), 255);
+    QCOMPARE(qGray(alpha.pixel(expected.width() * 7 / 8, expected.height() / 2)), 0);
+    QCOMPARE(qAlpha(result.pixel(expected.width() * 7 / 8, expected.height() / 2)), 0);
+    QCOMPARE(qRed(result.pixel(2, 2)), 230);
+    if (working || photo == expected)
+        return;
+    // At the photo's size the matte is the working matte resampled as the tool resamples it.
+    const Run small = cli({"--steps", "mark,matte", "--working-size", "--alpha", out("working.png"), image, marks});
+    QCOMPARE(small.status, 0);
+    const QImage expectedAlpha = VexaMatteResample::toGray(QImage(out("working.png")), photo.width(), photo.height());
+    QCOMPARE(alpha.convertToFormat(QImage::Format_Grayscale8), expectedAlpha);
+}
+
+void TestCli::hintWritesNothing()
+{
+    QTemporaryDir dir;
+    const QSize size(60, 40);
+    QVERIFY(halves(size).save(dir.filePath("photo.png")));
+    QVERIFY(marksFor(size, false).save(dir.filePath("marks.png")));
+    const Run r = cli({"--alpha", dir.filePath("alpha.png"), "--result", dir.filePath("result.png"), "--marks-out",
+                       dir.filePath("marks-out.png"), dir.filePath("photo.png"), dir.filePath("marks.png")});
+    QCOMPARE(r.status, 1);
+    QVERIFY2(r.err.startsWith(QStringLiteral("vexa-quickselect: ")), qPrintable(r.err));
+    QVERIFY(r.err.contains(QStringLiteral("background")));
+    QVERIFY(r.out.isEmpty());
+    for (const char* name : {"alpha.png", "result.png", "marks-out.png"})
+        QVERIFY2(!QFile::exists(dir.filePath(QLatin1String(name))), name);
+}
+
+void TestCli::refusesWhatTheMachineCannotHold()
+{
+    QTemporaryDir dir;
+    QFile huge(dir.filePath("huge.png"));
+    QVERIFY(huge.open(QIODevice::WriteOnly));
+    huge.write(VexaTestImages::pngClaiming(200000, 200000));
+    huge.close();
+    QString why;
+    QVERIFY(VexaImageFile::read(huge.fileName(), &why).isNull());
+    // 200000 x 200000 x 4 bytes is 149.0 GB (GB of 2^30 bytes).
+    QVERIFY2(why.startsWith(QStringLiteral("too large: 200000 x 200000 needs 149.0 GB, more than the ")), qPrintable(why));
+    QVERIFY(why.contains(VexaImageFile::formatBytes(VexaImageFile::byteLimit())));
+    const Run r = cli({huge.fileName(), huge.fileName()});
+    QCOMPARE(r.status, 2);
+    QVERIFY2(r.err.contains(QStringLiteral("too large: 200000 x 200000")), qPrintable(r.err));
+    QCOMPARE(VexaImageFile::formatBytes(qint64(30000) * 30000 * 4), QStringLiteral("3.4 GB"));
+}
+
+void TestCli::cameraSizedPhoto()
+{
+    QTemporaryDir dir;
+    const QString photo = dir.filePath("camera.jpg"), marks = dir.filePath("marks.png");
+    QVERIFY(VexaTestImages::writeCameraJpeg(photo));
+    const QSize size(8256, 5504);
+    QVERIFY(marksFor(size).save(marks));
+    const Run r = cli({"--alpha", dir.filePath("alpha.png"), photo, marks});
+    QVERIFY2(r.status == 0, qPrintable(r.err));
+    QImageReader written(dir.filePath("alpha.png"));
+    QCOMPARE(written.size(), size);
+}
+
+QTEST_MAIN(TestCli)
+#include "tst_cli.moc"
