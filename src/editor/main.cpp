@@ -1,5 +1,6 @@
 #include "VexaDemoScript.h"
 #include "VexaEditorWindow.h"
+#include "VexaInstallLayout.h"
 #include "VexaPluginLoader.h"
 
 #include <QApplication>
@@ -47,7 +48,7 @@ int main(int argc, char** argv)
     std::unique_ptr<QTranslator> translator(plugin.setInternational(cli.value(localeOpt)));
 
     VexaEditorWindow window(plugin);
-    const QString image = cli.positionalArguments().value(0, QStringLiteral(VEXA_DATA_DIR "/coffee.png"));
+    const QString image = cli.positionalArguments().value(0, VexaInstallLayout::samplePhoto());
     QString error;
     if (!window.openImage(image, &error)) {
         if (scripted)
