@@ -1,4 +1,5 @@
 # One step of the install test (see CMakeLists.txt): stage, layout, quickselect, editor, host.
+cmake_policy(VERSION 3.25)
 set(root ${STAGE}${PREFIX})
 # Nothing from the environment may help the installed programs find their libraries.
 set(clean_env ${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH --unset=QT_PLUGIN_PATH)
@@ -35,8 +36,11 @@ if(STEP STREQUAL "stage")
   message(STATUS "installed into ${root}")
 
 elseif(STEP STREQUAL "layout")
+  string(REPLACE "," ";" programs "${PROGRAMS}")
+  if(NOT "vexa-editor" IN_LIST programs OR NOT "vexa-quickselect" IN_LIST programs)
+    message(FATAL_ERROR "the editor or vexa-quickselect is not installed: ${programs}")
+  endif()
   set(expected
-    ${BINDIR}/vexa-editor ${BINDIR}/vexa-quickselect
     ${LIBDIR}/libvexahost.so ${LIBDIR}/libvexahost.so.1 ${PLUGINDIR}/libVexaToolSelections.so
     ${INCLUDEDIR}/IVexaTool.h ${INCLUDEDIR}/VexaContext.h ${INCLUDEDIR}/VexaSelection.h ${INCLUDEDIR}/VexaPluginEntry.h
     ${CMAKEDIR}/VexaHostConfig.cmake ${CMAKEDIR}/VexaHostConfigVersion.cmake ${CMAKEDIR}/VexaHostTargets.cmake
@@ -45,6 +49,9 @@ elseif(STEP STREQUAL "layout")
     ${DATADIR}/applications/vexa-editor.desktop ${DATADIR}/icons/hicolor/48x48/apps/vexa-editor.png
     ${DATADIR}/icons/hicolor/256x256/apps/vexa-editor.png
     ${MANDIR}/man1/vexa-editor.1 ${MANDIR}/man1/vexa-quickselect.1)
+  foreach(p IN LISTS programs)
+    list(APPEND expected ${BINDIR}/${p} ${MANDIR}/man1/${p}.1)
+  endforeach()
   foreach(f IN LISTS expected)
     if(NOT EXISTS ${root}/${f})
       message(FATAL_ERROR "missing from the install: ${f}")
@@ -57,8 +64,8 @@ elseif(STEP STREQUAL "layout")
     expect("${licences}" "(^|\n)${p} " "licence line of ${p}")
   endforeach()
   # Run paths: relative to the file, never into the build tree.
-  file(GLOB programs ${root}/${BINDIR}/*)
-  foreach(elf IN LISTS programs ITEMS ${root}/${LIBDIR}/libvexahost.so.1 ${root}/${PLUGINDIR}/libVexaToolSelections.so)
+  file(GLOB binaries ${root}/${BINDIR}/*)
+  foreach(elf IN LISTS binaries ITEMS ${root}/${LIBDIR}/libvexahost.so.1 ${root}/${PLUGINDIR}/libVexaToolSelections.so)
     execute_process(COMMAND readelf -d ${elf} OUTPUT_VARIABLE dyn RESULT_VARIABLE rc)
     if(NOT rc EQUAL 0)
       message(FATAL_ERROR "readelf failed on ${elf}")
@@ -71,7 +78,13 @@ elseif(STEP STREQUAL "layout")
       expect("${dyn}" "R(UN)?PATH[^\n]*\\$ORIGIN" "relative run path of ${elf}")
     endif()
   endforeach()
-  # Manual pages carry the programs' options.
+  # Every program starts from the install and answers --help; its manual page has the options.
+  foreach(p IN LISTS programs)
+    run_checked(help ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ${root}/${BINDIR}/${p} --help)
+    expect("${help}" "^Usage: " "${p} --help")
+    file(READ ${root}/${MANDIR}/man1/${p}.1 page)
+    expect("${page}" "\\.SH OPTIONS\n\\.TP\n\\.B \\\\-h, \\\\-\\\\-help" "manual page of ${p}")
+  endforeach()
   file(READ ${root}/${MANDIR}/man1/vexa-quickselect.1 page)
   expect("${page}" "\\.SH OPTIONS" "man page sections")
   expect("${page}" "\\\\-\\\\-sensitivity" "man page options")
