@@ -1,8 +1,9 @@
 #include "VexaInstallLayout.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QIcon>
 
 namespace {
 
@@ -30,6 +31,20 @@ QString samplePhoto()
     const QString bin = QCoreApplication::applicationDirPath() + QLatin1Char('/');
     return firstExisting(bin + QStringLiteral(VEXA_BIN_TO_PKGDATADIR "/coffee.png"),
                          QStringLiteral(VEXA_SOURCE_DATA_DIR "/coffee.png"));
+}
+
+void setDesktopIdentity()
+{
+    const QString name = QStringLiteral("vexa-editor");
+    QGuiApplication::setDesktopFileName(name);
+    const QDir icons(QCoreApplication::applicationDirPath() + QStringLiteral("/" VEXA_BIN_TO_ICONDIR));
+    QIcon icon;
+    for (const QString& size : icons.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString file = icons.filePath(size + QStringLiteral("/apps/") + name + QStringLiteral(".png"));
+        if (QFileInfo::exists(file))
+            icon.addFile(file);
+    }
+    QApplication::setWindowIcon(icon.isNull() ? QIcon::fromTheme(name) : icon);
 }
 
 } // namespace VexaInstallLayout

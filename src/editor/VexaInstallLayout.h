@@ -9,5 +9,8 @@ namespace VexaInstallLayout {
 
 QString pluginPath();
 QString samplePhoto();
+// Names the application's desktop entry and gives its windows the installed icon (the theme's
+// when the program runs from the build tree).
+void setDesktopIdentity();
 
 } // namespace VexaInstallLayout

@@ -16,6 +16,7 @@ int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vexa-editor"));
+    VexaInstallLayout::setDesktopIdentity();
 
     QCommandLineParser cli;
     cli.setApplicationDescription(QStringLiteral("Demo editor for the Vexa selection tools."));
