@@ -1,5 +1,7 @@
 #include "VexaPluginLoader.h"
 
+#include "VexaInstallLayout.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 
@@ -61,5 +63,5 @@ QTranslator* VexaPluginLoader::setInternational(const QString& locale) const
 
 QString VexaPluginLoader::defaultPluginPath()
 {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/libVexaToolSelections.so");
+    return VexaInstallLayout::pluginPath();
 }

@@ -32,7 +32,7 @@ public:
     IVexaTool* createTool(QObject* parent, const QString& name) const;
     QTranslator* setInternational(const QString& locale) const;
 
-    // Where the build puts the plug-in, relative to the running program.
+    // Where an install or the build puts the plug-in, relative to the running program.
     static QString defaultPluginPath();
 
 private:

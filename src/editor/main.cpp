@@ -1,6 +1,7 @@
 #include "VexaDemoScript.h"
 #include "VexaEditorTranslations.h"
 #include "VexaEditorWindow.h"
+#include "VexaInstallLayout.h"
 #include "VexaPluginLoader.h"
 
 #include <QApplication>
@@ -19,6 +20,7 @@ int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vexa-editor"));
+    VexaInstallLayout::setDesktopIdentity();
 
     QCommandLineParser cli;
     cli.setApplicationDescription(QStringLiteral("Demo editor for the Vexa selection tools."));
@@ -80,7 +82,7 @@ int main(int argc, char** argv)
     std::unique_ptr<QTranslator> translator(plugin.setInternational(cli.value(localeOpt)));
 
     VexaEditorWindow window(plugin);
-    const QString image = cli.positionalArguments().value(0, QStringLiteral(VEXA_DATA_DIR "/coffee.png"));
+    const QString image = cli.positionalArguments().value(0, VexaInstallLayout::samplePhoto());
     QString error;
     if (!window.openImage(image, &error)) {
         if (scripted)
