@@ -6,7 +6,10 @@
 
 #include <QtTest>
 
+#include <array>
 #include <memory>
+#include <random>
+#include <set>
 
 Q_DECLARE_METATYPE(QRectF)
 
@@ -90,6 +93,7 @@ private slots:
     void translation();
     void undoRedoRoundTrip();
     void outlineFollowsPixelEdges();
+    void outlineMatchesPixelByPixel();
     void rectangleCornersArePixels_data();
     void rectangleCornersArePixels();
     void pendingOffsetSettles_data();
@@ -384,6 +388,46 @@ void TestSelection::outlineFollowsPixelEdges()
     // Soft bytes below 128 are outside the outline.
     std::vector<uint8_t> soft(8 * 2, 127);
     QVERIFY(VexaMaskOps::outline(soft.data(), 2, 2, 8).empty());
+}
+
+void TestSelection::outlineMatchesPixelByPixel()
+{
+    // The outline, cut into unit edges, is exactly the set of pixel edges between a selected
+    // and an unselected pixel (outside the canvas counts as unselected), on seeded random masks
+    // with repeated rows (the outline skips those) and soft bytes around 128.
+    std::mt19937 random(7);
+    for (int round = 0; round < 40; ++round) {
+        const int w = 1 + int(random() % 23), h = 1 + int(random() % 17), stride = w + 3;
+        std::vector<uint8_t> mask(size_t(stride) * size_t(h), 0xAB); // padding must be ignored
+        for (int y = 0; y < h; ++y) {
+            uint8_t* row = mask.data() + size_t(y) * size_t(stride);
+            if (y > 0 && random() % 3 == 0) {
+                std::copy(row - stride, row - stride + w, row);
+                continue;
+            }
+            for (int x = 0; x < w; ++x)
+                row[x] = uint8_t(random() % 3 == 0 ? 126 + random() % 4 : (random() % 2) * 255);
+        }
+        auto in = [&](int x, int y) { return x >= 0 && y >= 0 && x < w && y < h && mask[size_t(y) * size_t(stride) + size_t(x)] >= 128; };
+        std::set<std::array<int, 4>> expected, got;
+        for (int y = 0; y <= h; ++y)
+            for (int x = 0; x <= w; ++x) {
+                if (x < w && in(x, y - 1) != in(x, y))
+                    expected.insert({x, y, x + 1, y});
+                if (y < h && in(x - 1, y) != in(x, y))
+                    expected.insert({x, y, x, y + 1});
+            }
+        const std::vector<float> segs = VexaMaskOps::outline(mask.data(), w, h, stride);
+        for (size_t i = 0; i < segs.size(); i += 4) {
+            const int x0 = int(segs[i]), y0 = int(segs[i + 1]), x1 = int(segs[i + 2]), y1 = int(segs[i + 3]);
+            QVERIFY(x0 == x1 || y0 == y1);
+            for (int x = x0; x < x1; ++x)
+                QVERIFY(got.insert({x, y0, x + 1, y0}).second); // no edge twice
+            for (int y = y0; y < y1; ++y)
+                QVERIFY(got.insert({x0, y, x0, y + 1}).second);
+        }
+        QCOMPARE(got, expected);
+    }
 }
 
 void TestSelection::pathSamplingIsEven()
