@@ -69,11 +69,13 @@ void VexaToolQuickSelect::disActive()
     if (!activated)
         return;
     activated = false;
-    container->move(64, 64);
-    dialog->stopThread();
-    dialog->hide();
-    container->hide();
-    dialog->releaseData();
+    if (dialog) {
+        container->move(64, 64);
+        dialog->stopThread();
+        dialog->hide();
+        container->hide();
+        dialog->releaseData();
+    }
     if (context)
         context->setCurrentTool(nullptr);
 }
