@@ -33,6 +33,8 @@ class VexaToolQuickSelectImageBox;
 class VexaToolQuickSelectWidget : public QMainWindow
 {
     Q_OBJECT
+    // The marks as painted so far, for hosts and scripts that see the window only through Qt.
+    Q_PROPERTY(QImage markImage READ markImageCopy)
 public:
     explicit VexaToolQuickSelectWidget(QMainWindow* parent = nullptr);
     ~VexaToolQuickSelectWidget() override;
@@ -48,6 +50,8 @@ public:
     Thread* getThread() const { return thread.get(); }
     // True from the start of a step until the window has seen it end.
     bool isStepRunning() const { return stepRunning; }
+    // A deep copy: never a second reference to an image a step may be writing.
+    QImage markImageCopy() const { return seg.markImage.copy(); }
 
 public slots:
     void load(VexaContext* context);
