@@ -11,6 +11,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QPaintEvent>
 #include <QWheelEvent>
 
 namespace {
@@ -75,10 +76,12 @@ private slots:
     void clickPaintsDotOfPenWidth();
     void clearMarksErasesFully();
     void strokesOutsideImageViewPaintNothing();
+    void recompositionRepaintsAtTheZoom();
     void stepDisablesControls();
     void hints_data();
     void hints();
     void matteDuringInitRunsNothing();
+    void viewSwitchDuringStepShowsItsEnd();
     void resetAfterCut();
     void cancelThenReloadBuildsFreshSegmentation();
 };
@@ -330,6 +333,48 @@ void TestQuickSelectWindow::strokesOutsideImageViewPaintNothing()
     QCOMPARE(countPixels(window.segmentation().markImage, 0u), 200 * 160);
 }
 
+// Records the rectangles the view is asked to paint.
+class PaintRecorder : public QObject
+{
+public:
+    QRegion painted;
+    bool eventFilter(QObject*, QEvent* e) override
+    {
+        if (e->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent*>(e)->region();
+        return false;
+    }
+};
+
+void TestQuickSelectWindow::recompositionRepaintsAtTheZoom()
+{
+    QuickSelectDocument doc(discPicture(200, 160));
+    VexaToolQuickSelectWidget window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    box->zoomStep(11 - 20); // factor 2
+    QCOMPARE(box->size(), QSize(400, 320));
+    QTest::qWait(50);
+    PaintRecorder recorder;
+    box->installEventFilter(&recorder);
+    // A dot at image (100, 80) with the 10 pixel pen changes image pixels (87, 67)-(112, 92).
+    window.line(QPoint(100, 80), QPoint(100, 80));
+    QTest::qWait(50);
+    QVERIFY2(recorder.painted.contains(QRect(QPoint(174, 134), QPoint(225, 185))),
+             qPrintable(QStringLiteral("painted %1 rectangles, bounds %2,%3 %4x%5")
+                            .arg(recorder.painted.rectCount())
+                            .arg(recorder.painted.boundingRect().x())
+                            .arg(recorder.painted.boundingRect().y())
+                            .arg(recorder.painted.boundingRect().width())
+                            .arg(recorder.painted.boundingRect().height())));
+    // The view shows the mark where the zoom puts it.
+    const QImage shown = box->grab().toImage();
+    QCOMPARE(qRed(shown.pixel(200, 160)), qRed(box->getImageToDraw()->pixel(100, 80)));
+}
+
 void TestQuickSelectWindow::stepDisablesControls()
 {
     QuickSelectDocument doc(discPicture(600, 400));
@@ -397,6 +442,30 @@ void TestQuickSelectWindow::matteDuringInitRunsNothing()
     for (const QList<QVariant>& r : reports)
         QVERIFY2(!r[0].toString().startsWith(QLatin1String("Alpha")), qPrintable(r[0].toString()));
     QVERIFY(window.segmentation().alphaImage.pixel(0, 0) == 0xFFFFFFFFu);
+}
+
+void TestQuickSelectWindow::viewSwitchDuringStepShowsItsEnd()
+{
+    QuickSelectDocument doc(discPicture(600, 400));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    stroke(box, {QPoint(280, 200), QPoint(320, 200)});
+    child<QPushButton>(&window, "MarkBkg")->click();
+    stroke(box, {QPoint(5, 5), QPoint(594, 5), QPoint(594, 394), QPoint(5, 394), QPoint(5, 5)});
+    child<QPushButton>(&window, "markObjButton")->click();
+    child<QPushButton>(&window, "previewButton")->click();
+    // The step is writing the matte: the switch waits for its end, and so do strokes.
+    QVERIFY(window.isStepRunning());
+    child<QRadioButton>(&window, "viewAlphaButton")->click();
+    child<QRadioButton>(&window, "viewImageButton")->click();
+    stroke(box, {QPoint(100, 100), QPoint(120, 100)});
+    child<QRadioButton>(&window, "viewAlphaButton")->click();
+    QVERIFY(waitForStep(&window));
+    QCOMPARE(*box->getImageToDraw(), window.segmentation().alphaImage);
+    QCOMPARE(qBlue(window.segmentation().alphaImage.pixel(300, 200)), 255);
+    QCOMPARE(window.segmentation().markImage.pixel(110, 100), 0u);
 }
 
 void TestQuickSelectWindow::resetAfterCut()

@@ -274,6 +274,9 @@ bool VexaDemoScript::driveQuickSelect(QWidget* window)
     stroke({at(0.35, 0.45), at(0.60, 0.45)});
     stroke({at(0.30, 0.75), at(0.65, 0.75)});
     stroke({at(0.47, 0.35), at(0.47, 0.85)});
+    stroke({at(0.20, 0.55), at(0.24, 0.78)});
+    stroke({at(0.72, 0.45), at(0.75, 0.65)});
+    stroke({at(0.35, 0.90), at(0.62, 0.90)});
     background->click();
     stroke({at(0.02, 0.02), at(0.98, 0.02), at(0.98, 0.98), at(0.02, 0.98), at(0.02, 0.02)});
     wait(100);

@@ -6,6 +6,7 @@
 #include "VexaToolQuickSelect.h"
 #include "VexaToolQuickSelectImageBox.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QGroupBox>
@@ -265,8 +266,18 @@ void VexaToolQuickSelectWidget::stopThread()
 
 void VexaToolQuickSelectWidget::setStepControlsEnabled(bool enabled)
 {
-    for (QPushButton* button : {previewButton, matteButton, resetButton, applyButton})
+    // A button that had the keyboard focus gets it back when the step ends, rather than
+    // leaving it wherever disabling pushed it.
+    QWidget* focused = QApplication::focusWidget();
+    for (QPushButton* button : {previewButton, matteButton, resetButton, applyButton}) {
+        if (!enabled && button == focused)
+            focusBeforeStep = button;
         button->setEnabled(enabled);
+    }
+    if (enabled && focusBeforeStep) {
+        focusBeforeStep->setFocus();
+        focusBeforeStep = nullptr;
+    }
 }
 
 void VexaToolQuickSelectWidget::checkViewButton(int which)
@@ -420,12 +431,12 @@ void VexaToolQuickSelectWidget::line(QPoint p1, QPoint p2, bool inverse)
 
 void VexaToolQuickSelectWidget::updateImageBox(QRect rect)
 {
-    if (seg.sourceImage.isNull())
-        return;
     if (stepRunning) {
         refreshAfterStep = true; // the step may be writing these very pixels
         return;
     }
+    if (seg.sourceImage.isNull())
+        return;
     compose(rect);
 }
 
@@ -492,6 +503,10 @@ void VexaToolQuickSelectWidget::on_viewAlphaButton_clicked()
 
 void VexaToolQuickSelectWidget::on_viewMatteButton_clicked()
 {
+    if (stepRunning) {
+        refreshAfterStep = true;
+        return;
+    }
     if (!imageBox->getImageToDraw() && !seg.sourceImage.isNull())
         imageBox->allocImageToDraw(seg.sourceImage.width(), seg.sourceImage.height());
     updateImageBox(seg.sourceImage.rect());

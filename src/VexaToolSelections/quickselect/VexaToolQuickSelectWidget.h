@@ -136,4 +136,5 @@ private:
     int stepSerial = 0;
     // A view change asked for while a step ran; done when it ends.
     bool refreshAfterStep = false;
+    QPushButton* focusBeforeStep = nullptr;
 };
