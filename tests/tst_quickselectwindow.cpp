@@ -465,6 +465,7 @@ void TestQuickSelectWindow::viewSwitchDuringStepShowsItsEnd()
     QVERIFY(waitForStep(&window));
     QCOMPARE(*box->getImageToDraw(), window.segmentation().alphaImage);
     QCOMPARE(qBlue(window.segmentation().alphaImage.pixel(300, 200)), 255);
+    QCOMPARE(qBlue(window.segmentation().alphaImage.pixel(3, 3)), 0);
     QCOMPARE(window.segmentation().markImage.pixel(110, 100), 0u);
 }
 
