@@ -14,6 +14,8 @@
 #include <QScreen>
 #include <QSpinBox>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QImage>
 #include <QEventLoop>
 #include <QFile>
 #include <QTextStream>
@@ -236,6 +238,86 @@ bool VexaDemoScript::writeResults()
     return ok;
 }
 
+namespace {
+
+// Waits until the quick select window's step has ended: "Preview" is disabled while one runs.
+bool waitForQuickSelectStep(QWidget* window, QPushButton* preview)
+{
+    QElapsedTimer t;
+    t.start();
+    while ((!preview->isEnabled() || !window->isVisible()) && t.elapsed() < 120000) {
+        QEventLoop loop;
+        QTimer::singleShot(20, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    return preview->isEnabled();
+}
+
+} // namespace
+
+bool VexaDemoScript::driveQuickSelect(QWidget* window)
+{
+    auto* box = window->findChild<QWidget*>(QStringLiteral("imageBox"));
+    auto* preview = window->findChild<QPushButton*>(QStringLiteral("previewButton"));
+    auto* matte = window->findChild<QPushButton*>(QStringLiteral("matteButton"));
+    auto* background = window->findChild<QPushButton*>(QStringLiteral("MarkBkg"));
+    auto* apply = window->findChild<QPushButton*>(QStringLiteral("applyButton"));
+    if (!box || !preview || !matte || !background || !apply || !waitForQuickSelectStep(window, preview))
+        return false;
+    const QSize size = box->size(); // the working image, at the window's zoom of 1
+    auto at = [&](double fx, double fy) { return QPoint(int(fx * size.width()), int(fy * size.height())); };
+    auto stroke = [&](const QVector<QPoint>& pts) {
+        for (int i = 1; i < pts.size(); ++i)
+            QMetaObject::invokeMethod(box, "line", Q_ARG(QPoint, pts[i - 1]), Q_ARG(QPoint, pts[i]), Q_ARG(bool, false));
+    };
+    // Foreground across the middle of the picture, background along its edges.
+    stroke({at(0.35, 0.45), at(0.60, 0.45)});
+    stroke({at(0.30, 0.75), at(0.65, 0.75)});
+    stroke({at(0.47, 0.35), at(0.47, 0.85)});
+    stroke({at(0.20, 0.55), at(0.24, 0.78)});
+    stroke({at(0.72, 0.45), at(0.75, 0.65)});
+    stroke({at(0.35, 0.90), at(0.62, 0.90)});
+    background->click();
+    stroke({at(0.02, 0.02), at(0.98, 0.02), at(0.98, 0.98), at(0.02, 0.98), at(0.02, 0.02)});
+    wait(100);
+    bool ok = window->property("markImage").value<QImage>().save(m_out + QStringLiteral("/quickselect-marks.png"));
+    preview->click();
+    ok &= waitForQuickSelectStep(window, preview);
+    matte->click();
+    ok &= waitForQuickSelectStep(window, preview);
+    wait(300); // the view repaints the matte
+    ok &= window->window()->grab().save(m_out + QStringLiteral("/quickselect-window.png"));
+    apply->click();
+    return ok;
+}
+
+bool VexaDemoScript::quickSelect()
+{
+    IVexaTool* tool = m_window.tool(QStringLiteral("Quick Select Tool"));
+    if (!tool)
+        return false;
+    bool driven = false;
+    // Activation runs the window's modal loop: the script goes on from inside it.
+    QTimer::singleShot(300, this, [&] {
+        QWidget* window = tool->getWidget();
+        driven = window && driveQuickSelect(window);
+        if (tool->isActive() && window) // something failed: leave without applying
+            if (auto* cancel = window->findChild<QPushButton*>(QStringLiteral("closeButton")))
+                cancel->click();
+    });
+    m_window.activateTool(tool);
+    wait(200);
+    QString error;
+    bool ok = driven;
+    ok &= m_window.exportSelectionMask(m_out + QStringLiteral("/quickselect-mask.png"), &error);
+    ok &= m_window.saveImage(m_out + QStringLiteral("/quickselect-image.png"), &error);
+    QFile report(m_out + QStringLiteral("/report.txt"));
+    if (report.open(QIODevice::Append | QIODevice::Text))
+        QTextStream(&report) << "did Quick Select Tool (marks, Preview, Alpha Extract, OK): " << (ok ? "written" : "failed")
+                             << "\n";
+    return ok;
+}
+
 int VexaDemoScript::run()
 {
     if (!m_window.document())
@@ -252,5 +334,9 @@ int VexaDemoScript::run()
     if (IVexaTool* magic = m_window.tool(QStringLiteral("Magic Select Tool")))
         m_window.activateTool(magic);
     wait(400); // let the canvas draw the outline before the screenshot
-    return writeResults() ? 0 : 1;
+    bool ok = writeResults();
+    // Last: its OK deletes the photo outside the object.
+    if (m_window.tool(QStringLiteral("Quick Select Tool")))
+        ok &= quickSelect();
+    return ok ? 0 : 1;
 }

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+class QWidget;
 class VexaEditorWindow;
 
 // The editor's headless demonstration: drives whatever tools the plug-in provides with
@@ -26,6 +27,10 @@ private:
     // the dialog on it and confirms. False when the plug-in has no such tool.
     bool colorRange();
     bool writeResults();
+    // Opens quick select, paints marks, previews, extracts the alpha, photographs the window
+    // and confirms; writes the marks, the window, the mask and the image.
+    bool quickSelect();
+    bool driveQuickSelect(QWidget* window);
 
     VexaEditorWindow& m_window;
     QString m_out;

@@ -254,6 +254,15 @@ void VexaEditorWindow::activateTool(IVexaTool* tool)
         showOptions(tool);
     // A tool with a modal window of its own returns from active() only when that window closes.
     tool->active(m_document.get());
+    if (m_current == tool && !tool->isActive()) {
+        // The tool's modal window closed and the tool deactivated itself: none is current,
+        // and picking it again opens it again.
+        m_current = nullptr;
+        showOptions(nullptr);
+        if (i >= 0)
+            m_toolGroup->actions().at(i)->setChecked(false);
+        refreshSelection();
+    }
     m_canvas->setFocus();
     m_canvas->update();
 }
@@ -266,7 +275,8 @@ void VexaEditorWindow::showOptions(IVexaTool* tool)
         m_shownOptions = nullptr;
     }
     QWidget* panel = tool ? tool->getWidget() : nullptr;
-    if (!panel)
+    // A tool's window that lives in a container of its own is no options panel.
+    if (!panel || (panel->parentWidget() && panel->parentWidget() != m_optionsHolder))
         return;
     m_shownOptions = panel;
     m_optionsLayout->addWidget(panel);

@@ -5,6 +5,7 @@
 #include "VexaToolLasso.h"
 #include "VexaToolLassoPolygon.h"
 #include "VexaToolMagicSelection.h"
+#include "VexaToolQuickSelect.h"
 #include "VexaToolRectangularMarquee.h"
 #include "VexaToolSelectionColorRange.h"
 #include "VexaToolSelectionMove.h"
@@ -48,7 +49,7 @@ const ToolEntry tools[] = {
     {"Color Range", [](QObject* parent) -> IVexaTool* { return VexaToolSelectionColorRange::getInstance(parent); }},
     {"Magic Select Tool", make<VexaToolMagicSelection>},
     {"Ellipse Select Tool", make<VexaToolEllipseSelect>},
-    {"Quick Select Tool", nullptr},
+    {"Quick Select Tool", make<VexaToolQuickSelect>},
 };
 
 } // namespace

@@ -1,0 +1,147 @@
+#include "VexaToolQuickSelect.h"
+
+#include "VexaActionManager.h"
+#include "VexaCanvas.h"
+#include "VexaContext.h"
+#include "VexaFilterContainer.h"
+#include "VexaHistory.h"
+#include "VexaLayerManager.h"
+#include "VexaMemory.h"
+#include "VexaSelection.h"
+#include "VexaToolQuickSelectWidget.h"
+
+#include <QAction>
+#include <QImage>
+
+#include <cstring>
+
+VexaToolQuickSelect::VexaToolQuickSelect(QObject* parent)
+    : VexaToolSelectionBase(parent)
+{
+    toolName = QStringLiteral("Quick Select Tool");
+    toolCategory = QString();
+    toolId = QStringLiteral("C19B4288-9DD2-4308-9D38-1EE056F7D9C3");
+    toolDescription = QStringLiteral("This tool is to make quick selection");
+    toolVersion = QStringLiteral("1.0");
+    dialog = nullptr;
+}
+
+VexaToolQuickSelect::~VexaToolQuickSelect() = default;
+
+QWidget* VexaToolQuickSelect::getWidget() { return dialog; }
+
+void VexaToolQuickSelect::active(VexaContext* ctx)
+{
+    if (!ctx || ctx->getLayerManager()->getLayerCount() == 0)
+        return;
+    if (!dialog) {
+        auto* window = new VexaToolQuickSelectWidget(nullptr); // adopted by the container below
+        window->setQuickSelectTool(this);
+        containerOwned = std::make_unique<VexaFilterContainer>(window, VexaTitleWidget::TitleButtonFlag(0), false,
+                                                               nullptr, false);
+        container = containerOwned.get();
+        dialog = window;
+        dialog->setVisible(false);
+        container->setVisible(false);
+    }
+    if (activated)
+        return;
+    activated = true;
+    context = ctx;
+    if (ctx->getLayerManager()->getLayerCount() == 0) {
+        activated = false;
+        return;
+    }
+    if (VexaHistoryMemo* memo = ctx->getLastMemo()) {
+        ctx->getHistory()->pushNewMemo(memo);
+        ctx->setLastMemo(nullptr);
+    }
+    dialog->show();
+    dialog->load(ctx);
+    container->exec();
+    // Closing the container by other means than the window's buttons (Escape) is a Cancel.
+    if (activated)
+        disActive();
+}
+
+void VexaToolQuickSelect::disActive()
+{
+    if (!activated)
+        return;
+    activated = false;
+    if (dialog) {
+        container->move(64, 64);
+        dialog->stopThread();
+        dialog->hide();
+        container->hide();
+        dialog->releaseData();
+    }
+    if (context)
+        context->setCurrentTool(nullptr);
+}
+
+void VexaToolQuickSelect::apply(const QImage& alpha)
+{
+    if (!context)
+        return;
+    VexaCanvas* canvas = context->getCanvas();
+    VexaSelection* selection = context->getSelection();
+    const int S = selection->maskStride();
+    const int W = canvas ? canvas->getCanvasWidth() : selection->width();
+    const int H = canvas ? canvas->getCanvasHeight() : selection->height();
+    const int w = alpha.width(), h = alpha.height();
+    const bool sameSize = w == W && h == H;
+    // Nothing to sample, or a one-pixel canvas the resampling cannot map a matte onto.
+    if (alpha.isNull() || (!sameSize && (W < 2 || H < 2))) {
+        disActive();
+        return;
+    }
+    VexaMemory* pool = VexaMemory::getInstance();
+    unsigned char* mask = pool->alloc(H * S);
+    if (!mask) {
+        disActive();
+        return;
+    }
+    std::memset(mask, 0, size_t(H) * size_t(S));
+    if (canvas)
+        canvas->syncLayerPixels();
+
+    auto gray = [&alpha](int x, int y) {
+        const QRgb p = alpha.pixel(x, y);
+        return (11 * qRed(p) + 16 * qGreen(p) + 5 * qBlue(p)) / 32;
+    };
+    if (sameSize) {
+        for (int y = 0; y < H; ++y)
+            for (int x = 0; x < W; ++x)
+                mask[size_t(y) * size_t(S) + size_t(x)] = static_cast<unsigned char>(gray(x, y));
+    } else {
+        const double sx = double(w - 1) / double(W - 1);
+        const double sy = double(h - 1) / double(H - 1);
+        for (int y = 0; y < H; ++y) {
+            const double fy = y * sy;
+            const int iy = int(fy);
+            const int y0 = std::max(iy, 0);
+            const double dy = fy - iy;
+            const int y1 = iy + 1 > h - 1 ? h - 1 : iy + 1;
+            for (int x = 0; x < W; ++x) {
+                const double fx = x * sx;
+                const int ix = int(fx);
+                const int x0 = std::max(ix, 0);
+                const double dx = fx - ix;
+                const int x1 = ix + 1 > w - 1 ? w - 1 : ix + 1;
+                double v = gray(x0, y0) * (1 - dx) * (1 - dy);
+                v += gray(x0, y1) * (1 - dx) * dy;
+                v += gray(x1, y0) * dx * (1 - dy);
+                v += gray(x1, y1) * dx * dy;
+                mask[size_t(y) * size_t(S) + size_t(x)] = v < 0 ? 0 : v > 255 ? 255 : static_cast<unsigned char>(v);
+            }
+        }
+    }
+    selection->copyMask(mask);
+    selection->inverse();
+    if (QAction* erase = VexaActionManager::getInstance(QString())->getActionByName(QStringLiteral("Delete")))
+        erase->activate(QAction::Trigger);
+    selection->inverse();
+    pool->release(mask);
+    disActive();
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QLabel>
+#include <QPoint>
+#include <QTimer>
+
+#include <memory>
+
+class QImage;
+
+// The zoomable image area of the quick select window: shows the buffer the window composes,
+// draws the brush circle under the pointer and turns drags into stroke segments in image
+// coordinates. It lives in a scroll area, so its own size is the zoomed image size.
+class VexaToolQuickSelectImageBox : public QLabel
+{
+    Q_OBJECT
+public:
+    VexaToolQuickSelectImageBox();
+    ~VexaToolQuickSelectImageBox() override;
+
+    // The pen width of the window's slider; the circle shows half of it.
+    void setRadius(int value);
+    int getRadius() const { return radius; }
+    void setPainting(bool enabled);
+    bool isPainting() const { return painting; }
+    float getScale() const;
+    int getScaleIndex() const { return scaleIndex; }
+
+    QPoint uiToImageCoord(const QPoint& p) const;
+    QPoint uiToImageCoord(int x, int y) const;
+    QPoint imageToUiCoord(int x, int y) const;
+
+    // A new transparent buffer of that size.
+    void allocImageToDraw(int width, int height);
+    // The buffer becomes a copy of `image` (32 bits per pixel), reallocated if the size differs.
+    void initImageToDraw(const QImage* image);
+    QImage* getImageToDraw() const { return imageToDraw.get(); }
+    void releaseImageToDraw();
+
+signals:
+    void line(QPoint p1, QPoint p2, bool inverse = false);
+    // Never emitted: a graph cut runs only when the user asks for it.
+    void mark();
+
+public slots:
+    void zoomStep(int step);
+    void onBusyTimeout();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void initScaleList();
+    double scale() const { return scaleList[scaleIndex]; }
+    // Sizes the view to the buffer at the current factor.
+    void fitToZoom();
+
+    bool leftDown = false;
+    bool rightDown = false;
+    QPoint lastPos;
+    QPoint cursorPos;
+    int radius = 10;
+    std::unique_ptr<QImage> imageToDraw;
+    bool painting = true;
+    double scaleList[35] = {};
+    int maxScaleIndex = 34;
+    int scaleIndex = 20;
+    bool busy = false;
+    QTimer busyTimer;
+};

@@ -1,0 +1,58 @@
+// Quick select in the demo editor: offered on the tool bar, opened modally from it, and
+// offered again once its window has closed itself.
+#include "IVexaTool.h"
+#include "VexaContext.h"
+#include "VexaEditorWindow.h"
+#include "VexaPluginLoader.h"
+
+#include <QAction>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+class TestQuickSelectEditor : public QObject
+{
+    Q_OBJECT
+private slots:
+    void toolBarOpensItAgainAndAgain();
+};
+
+void TestQuickSelectEditor::toolBarOpensItAgainAndAgain()
+{
+    VexaPluginLoader plugin;
+    QVERIFY2(plugin.load(QStringLiteral(VEXA_PLUGIN_PATH)), qPrintable(plugin.errorString()));
+    VexaEditorWindow window(plugin);
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+    IVexaTool* tool = window.tool(QStringLiteral("Quick Select Tool"));
+    QVERIFY(tool);
+    QAction* action = nullptr;
+    for (QAction* a : window.findChildren<QAction*>())
+        if (a->text() == QLatin1String("Quick Select Tool"))
+            action = a;
+    QVERIFY(action);
+    QVERIFY(action->isEnabled());
+
+    QStringList titles;
+    for (int round = 0; round < 3; ++round) {
+        QTimer::singleShot(0, &window, [&] {
+            QWidget* quick = tool->getWidget();
+            if (!quick || !quick->isVisible())
+                return;
+            titles << quick->window()->windowTitle();
+            // The window stays in its own container, never in the editor's options bar.
+            QVERIFY(quick->window() != &window);
+            QVERIFY(window.currentTool() == tool);
+            quick->findChild<QPushButton*>(QStringLiteral("closeButton"))->click();
+        });
+        action->trigger(); // returns when the modal window has closed
+        QVERIFY(!tool->isActive());
+        QVERIFY(!window.currentTool());
+        QVERIFY(!window.document()->currentTool());
+        QVERIFY(!action->isChecked());
+    }
+    QCOMPARE(titles, QStringList(3, QStringLiteral("451 x 300 - Quick Select Tool")));
+}
+
+QTEST_MAIN(TestQuickSelectEditor)
+#include "tst_quickselecteditor.moc"

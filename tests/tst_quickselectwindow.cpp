@@ -1,0 +1,538 @@
+// The quick select window, its mark view and its worker, driven as a user would: strokes
+// through the view, buttons by click, steps waited for on the event loop.
+#include "QuickSelectTestSupport.h"
+
+#include "VexaToolQuickSelectImageBox.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QPaintEvent>
+#include <QWheelEvent>
+
+namespace {
+
+template <class T>
+T* child(QObject* parent, const char* name)
+{
+    T* w = parent->findChild<T*>(QLatin1String(name));
+    if (!w)
+        qFatal("no child %s", name);
+    return w;
+}
+
+void wheel(QWidget* w, int delta)
+{
+    QWheelEvent e(QPointF(5, 5), w->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
+                  Qt::NoScrollPhase, false);
+    QApplication::sendEvent(w, &e);
+}
+
+int countPixels(const QImage& img, QRgb value, QRect* box = nullptr)
+{
+    int n = 0;
+    QRect b;
+    for (int y = 0; y < img.height(); ++y)
+        for (int x = 0; x < img.width(); ++x)
+            if (img.pixel(x, y) == value) {
+                ++n;
+                b |= QRect(x, y, 1, 1);
+            }
+    if (box)
+        *box = b;
+    return n;
+}
+
+// Paints a closed polyline of image points with the chosen pen, through the view's signal.
+void stroke(VexaToolQuickSelectImageBox* box, const QVector<QPoint>& pts)
+{
+    for (int i = 1; i < pts.size(); ++i)
+        emit box->line(pts[i - 1], pts[i], false);
+}
+
+} // namespace
+
+class TestQuickSelectWindow : public QObject
+{
+    Q_OBJECT
+private slots:
+    void mapping_data();
+    void mapping();
+    void wheelZoom_data();
+    void wheelZoom();
+    void wheelWithModifierDoesNothing();
+    void notchesWithinBusyPeriodGiveOneStep();
+    void brushRadiusIsHalfThePenWidth();
+    void pressWhileNotPainting();
+    void bothButtonsPaintTwice();
+
+    void loadScalesToWorkingSize_data();
+    void loadScalesToWorkingSize();
+    void clickPaintsDotOfPenWidth_data();
+    void clickPaintsDotOfPenWidth();
+    void clearMarksErasesFully();
+    void strokesOutsideImageViewPaintNothing();
+    void recompositionRepaintsAtTheZoom();
+    void stepDisablesControls();
+    void hints_data();
+    void hints();
+    void matteDuringInitRunsNothing();
+    void viewSwitchDuringStepShowsItsEnd();
+    void resetAfterCut();
+    void cancelThenReloadBuildsFreshSegmentation();
+};
+
+// ---------------------------------------------------------------------------------------------
+// Mark view
+
+void TestQuickSelectWindow::mapping_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QPoint>("widget");
+    QTest::addColumn<QPoint>("image");
+    QTest::newRow("factor 2") << 11 << QPoint(101, 51) << QPoint(50, 25);
+    QTest::newRow("factor 1") << 20 << QPoint(101, 51) << QPoint(101, 51);
+    // 1 / 0.3: 5 * 0.3 = 1.5 and 9 * 0.3 = 2.7 truncate, never round.
+    QTest::newRow("factor 3.33") << 7 << QPoint(5, 9) << QPoint(1, 2);
+    QTest::newRow("factor 2/3") << 22 << QPoint(2, 1) << QPoint(3, 1);
+    QTest::newRow("factor 1/32") << 34 << QPoint(3, 1) << QPoint(96, 32);
+}
+
+void TestQuickSelectWindow::mapping()
+{
+    QFETCH(int, index);
+    QFETCH(QPoint, widget);
+    QFETCH(QPoint, image);
+    VexaToolQuickSelectImageBox box;
+    box.allocImageToDraw(400, 300);
+    box.zoomStep(index - 20);
+    QCOMPARE(box.getScaleIndex(), index);
+    QCOMPARE(box.uiToImageCoord(widget), image);
+    QSignalSpy spy(&box, SIGNAL(line(QPoint,QPoint,bool)));
+    QTest::mousePress(&box, Qt::LeftButton, Qt::NoModifier, widget);
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][0].toPoint(), image);
+    QCOMPARE(spy[0][1].toPoint(), image);
+    QCOMPARE(spy[0][2].toBool(), false);
+    QTest::mouseRelease(&box, Qt::LeftButton, Qt::NoModifier, widget);
+}
+
+void TestQuickSelectWindow::wheelZoom_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("delta");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<QSize>("size"); // of the view, for a 100 x 80 buffer
+    QTest::newRow("magnify") << 20 << 120 << 19 << QSize(105, 84);
+    QTest::newRow("reduce") << 20 << -120 << 21 << QSize(83, 66);
+    QTest::newRow("largest stays") << 0 << 120 << 0 << QSize(1600, 1280);
+    QTest::newRow("smallest stays") << 34 << -120 << 34 << QSize(3, 2);
+}
+
+void TestQuickSelectWindow::wheelZoom()
+{
+    QFETCH(int, from);
+    QFETCH(int, delta);
+    QFETCH(int, to);
+    QFETCH(QSize, size);
+    VexaToolQuickSelectImageBox box;
+    box.allocImageToDraw(100, 80);
+    box.zoomStep(from - 20);
+    box.onBusyTimeout();
+    wheel(&box, delta);
+    QCOMPARE(box.getScaleIndex(), to);
+    QCOMPARE(box.size(), size);
+}
+
+void TestQuickSelectWindow::wheelWithModifierDoesNothing()
+{
+    VexaToolQuickSelectImageBox box;
+    box.allocImageToDraw(100, 80);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    QTest::keyPress(&box, Qt::Key_Control, Qt::ControlModifier);
+    QCOMPARE(QApplication::keyboardModifiers(), Qt::ControlModifier);
+    box.onBusyTimeout();
+    wheel(&box, 120);
+    QCOMPARE(box.getScaleIndex(), 20);
+    QTest::keyRelease(&box, Qt::Key_Control, Qt::NoModifier);
+    box.onBusyTimeout();
+    wheel(&box, 120);
+    QCOMPARE(box.getScaleIndex(), 19);
+}
+
+void TestQuickSelectWindow::notchesWithinBusyPeriodGiveOneStep()
+{
+    VexaToolQuickSelectImageBox box;
+    box.allocImageToDraw(100, 80);
+    box.onBusyTimeout();
+    wheel(&box, -120);
+    wheel(&box, -120); // within the 5 ms: only remembered
+    QCOMPARE(box.getScaleIndex(), 21);
+    QTest::qWait(30); // the busy timer fires
+    wheel(&box, -120);
+    QCOMPARE(box.getScaleIndex(), 22);
+}
+
+void TestQuickSelectWindow::brushRadiusIsHalfThePenWidth()
+{
+    VexaToolQuickSelectWidget window;
+    auto* box = window.getImageBox();
+    QCOMPARE(box->getRadius(), 5); // the window's default pen of 10
+    child<QSlider>(&window, "radiusSlider")->setValue(15);
+    QCOMPARE(box->getRadius(), 7);
+    QCOMPARE(child<QLabel>(&window, "radiusLabel")->text(), QStringLiteral("Mark Radius: 15"));
+}
+
+void TestQuickSelectWindow::pressWhileNotPainting()
+{
+    VexaToolQuickSelectImageBox box;
+    box.allocImageToDraw(100, 80);
+    QSignalSpy spy(&box, SIGNAL(line(QPoint,QPoint,bool)));
+    box.setPainting(false);
+    QTest::mousePress(&box, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
+    QTest::mouseMove(&box, QPoint(12, 10));
+    QCOMPARE(spy.size(), 0);
+
+    // A drag under way survives painting going off: its release is not taken.
+    box.setPainting(true);
+    QTest::mousePress(&box, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
+    QCOMPARE(spy.size(), 1);
+    box.setPainting(false);
+    QTest::mouseRelease(&box, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
+    QMouseEvent move(QEvent::MouseMove, QPointF(20, 20), box.mapToGlobal(QPointF(20, 20)), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&box, &move);
+    QCOMPARE(spy.size(), 2);
+    QCOMPARE(spy[1][0].toPoint(), QPoint(10, 10));
+    QCOMPARE(spy[1][1].toPoint(), QPoint(20, 20));
+}
+
+void TestQuickSelectWindow::bothButtonsPaintTwice()
+{
+    VexaToolQuickSelectImageBox box;
+    box.allocImageToDraw(100, 80);
+    QSignalSpy spy(&box, SIGNAL(line(QPoint,QPoint,bool)));
+    QMouseEvent left(QEvent::MouseButtonPress, QPointF(10, 10), box.mapToGlobal(QPointF(10, 10)), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&box, &left);
+    QMouseEvent right(QEvent::MouseButtonPress, QPointF(10, 10), box.mapToGlobal(QPointF(10, 10)), Qt::RightButton,
+                      Qt::LeftButton | Qt::RightButton, Qt::NoModifier);
+    QApplication::sendEvent(&box, &right);
+    spy.clear();
+    QMouseEvent move(QEvent::MouseMove, QPointF(30, 15), box.mapToGlobal(QPointF(30, 15)), Qt::NoButton,
+                     Qt::LeftButton | Qt::RightButton, Qt::NoModifier);
+    QApplication::sendEvent(&box, &move);
+    QCOMPARE(spy.size(), 2);
+    QCOMPARE(spy[0], spy[1]);
+    QCOMPARE(spy[0][1].toPoint(), QPoint(30, 15));
+}
+
+// ---------------------------------------------------------------------------------------------
+// Window
+
+void TestQuickSelectWindow::loadScalesToWorkingSize_data()
+{
+    QTest::addColumn<QSize>("document");
+    QTest::addColumn<QSize>("working");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("4000 x 3000") << QSize(4000, 3000) << QSize(1536, 1152) << "1536 x 1152 - Quick Select Tool";
+    QTest::newRow("3000 x 2000") << QSize(3000, 2000) << QSize(1536, 1024) << "1536 x 1024 - Quick Select Tool";
+    QTest::newRow("800 x 600 keeps") << QSize(800, 600) << QSize(800, 600) << "800 x 600 - Quick Select Tool";
+}
+
+void TestQuickSelectWindow::loadScalesToWorkingSize()
+{
+    QFETCH(QSize, document);
+    QFETCH(QSize, working);
+    QFETCH(QString, title);
+    QImage img(document, QImage::Format_ARGB32);
+    img.fill(qRgba(200, 100, 50, 90)); // half transparent: the working image is opaque all the same
+    QuickSelectDocument doc(img);
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QCOMPARE(window.windowTitle(), title);
+    const VexaSegmentation& seg = window.segmentation();
+    QCOMPARE(seg.sourceImage.size(), working);
+    QCOMPARE(window.getImageBox()->size(), working);
+    QVERIFY(waitForStep(&window));
+    QCOMPARE(qAlpha(seg.sourceImage.pixel(working.width() - 1, working.height() - 1)), 255);
+    QCOMPARE(seg.regionMap.size(), size_t(working.width()) * size_t(working.height()));
+    QCOMPARE(*window.getImageBox()->getImageToDraw(), seg.sourceImage);
+}
+
+void TestQuickSelectWindow::clickPaintsDotOfPenWidth_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::newRow("10") << 10;
+    QTest::newRow("7") << 7;
+    QTest::newRow("31") << 31;
+}
+
+void TestQuickSelectWindow::clickPaintsDotOfPenWidth()
+{
+    QFETCH(int, width);
+    QuickSelectDocument doc(discPicture(200, 160));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    child<QSlider>(&window, "radiusSlider")->setValue(width);
+    QTest::mousePress(window.getImageBox(), Qt::LeftButton, Qt::NoModifier, QPoint(100, 80));
+    QTest::mouseRelease(window.getImageBox(), Qt::LeftButton, Qt::NoModifier, QPoint(100, 80));
+    QRect box;
+    const int n = countPixels(window.segmentation().markImage, VexaSegmentation::ForegroundMark, &box);
+    QVERIFY2(qAbs(box.width() - width) <= 1 && qAbs(box.height() - width) <= 1,
+             qPrintable(QStringLiteral("dot %1 x %2").arg(box.width()).arg(box.height())));
+    QVERIFY(box.contains(QPoint(100, 80)));
+    const double area = M_PI * width * width / 4.0;
+    QVERIFY2(qAbs(n - area) <= 0.25 * area + 2, qPrintable(QString::number(n)));
+    // Nothing else was painted: marks are exactly the pen's colour or nothing.
+    QCOMPARE(n + countPixels(window.segmentation().markImage, 0u), 200 * 160);
+    // The view shows the mark blended over the photo.
+    const QRgb shown = window.getImageBox()->getImageToDraw()->pixel(100, 80);
+    QVERIFY(qRed(shown) > qRed(window.segmentation().sourceImage.pixel(100, 80)) || qRed(shown) == 255);
+}
+
+void TestQuickSelectWindow::clearMarksErasesFully()
+{
+    QuickSelectDocument doc(discPicture(200, 160));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    stroke(box, {QPoint(20, 40), QPoint(180, 40)});
+    QVERIFY(countPixels(window.segmentation().markImage, VexaSegmentation::ForegroundMark) > 0);
+    child<QPushButton>(&window, "markClrButton")->click();
+    QVERIFY(child<QPushButton>(&window, "markClrButton")->isChecked());
+    QVERIFY(!child<QPushButton>(&window, "markObjButton")->isChecked());
+    QCOMPARE(child<QPushButton>(&window, "markClrButton")->styleSheet(), QStringLiteral("background:#ffffff"));
+    child<QSlider>(&window, "radiusSlider")->setValue(40);
+    stroke(box, {QPoint(10, 40), QPoint(190, 40)});
+    QCOMPARE(countPixels(window.segmentation().markImage, 0u), 200 * 160);
+}
+
+void TestQuickSelectWindow::strokesOutsideImageViewPaintNothing()
+{
+    QuickSelectDocument doc(discPicture(200, 160));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    child<QRadioButton>(&window, "viewAlphaButton")->click();
+    stroke(window.getImageBox(), {QPoint(20, 40), QPoint(180, 40)});
+    QCOMPARE(countPixels(window.segmentation().markImage, 0u), 200 * 160);
+    // The alpha view shows the matte, all selected after load.
+    QCOMPARE(window.getImageBox()->getImageToDraw()->pixel(50, 50), 0xFFFFFFFFu);
+    // A pen of width 0 paints nothing either.
+    child<QRadioButton>(&window, "viewImageButton")->click();
+    child<QSlider>(&window, "radiusSlider")->setValue(0);
+    stroke(window.getImageBox(), {QPoint(20, 40), QPoint(180, 40)});
+    QCOMPARE(countPixels(window.segmentation().markImage, 0u), 200 * 160);
+}
+
+// Records the rectangles the view is asked to paint.
+class PaintRecorder : public QObject
+{
+public:
+    QRegion painted;
+    bool eventFilter(QObject*, QEvent* e) override
+    {
+        if (e->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent*>(e)->region();
+        return false;
+    }
+};
+
+void TestQuickSelectWindow::recompositionRepaintsAtTheZoom()
+{
+    QuickSelectDocument doc(discPicture(200, 160));
+    VexaToolQuickSelectWidget window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    box->zoomStep(11 - 20); // factor 2
+    QCOMPARE(box->size(), QSize(400, 320));
+    QTest::qWait(50);
+    PaintRecorder recorder;
+    box->installEventFilter(&recorder);
+    // A dot at image (100, 80) with the 10 pixel pen changes image pixels (87, 67)-(112, 92).
+    window.line(QPoint(100, 80), QPoint(100, 80));
+    QTest::qWait(50);
+    QVERIFY2(recorder.painted.contains(QRect(QPoint(174, 134), QPoint(225, 185))),
+             qPrintable(QStringLiteral("painted %1 rectangles, bounds %2,%3 %4x%5")
+                            .arg(recorder.painted.rectCount())
+                            .arg(recorder.painted.boundingRect().x())
+                            .arg(recorder.painted.boundingRect().y())
+                            .arg(recorder.painted.boundingRect().width())
+                            .arg(recorder.painted.boundingRect().height())));
+    // The view shows the mark where the zoom puts it.
+    const QImage shown = box->grab().toImage();
+    QCOMPARE(qRed(shown.pixel(200, 160)), qRed(box->getImageToDraw()->pixel(100, 80)));
+}
+
+void TestQuickSelectWindow::stepDisablesControls()
+{
+    QuickSelectDocument doc(discPicture(600, 400));
+    VexaToolQuickSelectWidget window;
+    QSignalSpy reports(window.getThread(), SIGNAL(progress(QString,int)));
+    window.load(doc.doc.get());
+    QVERIFY(window.isStepRunning());
+    const char* names[] = {"previewButton", "matteButton", "resetButton", "applyButton"};
+    for (const char* name : names)
+        QVERIFY2(!child<QPushButton>(&window, name)->isEnabled(), name);
+    QVERIFY(child<QPushButton>(&window, "closeButton")->isEnabled());
+    QVERIFY(waitForStep(&window));
+    for (const char* name : names)
+        QVERIFY2(child<QPushButton>(&window, name)->isEnabled(), name);
+    // Every report of init reached the window, the last one empties the bar.
+    QCOMPARE(reports.size(), 10);
+    QCOMPARE(child<QLabel>(&window, "progressLabel")->text(), QStringLiteral("Initialize done."));
+    QCOMPARE(child<QProgressBar>(&window, "progressBar")->value(), 0);
+    QVERIFY(window.getImageBox()->isPainting());
+}
+
+void TestQuickSelectWindow::hints_data()
+{
+    QTest::addColumn<bool>("foreground");
+    QTest::addColumn<QString>("hint");
+    QTest::newRow("no marks") << false << "Please mark foreground objects.";
+    QTest::newRow("object only") << true << "Please mark background regions.";
+}
+
+void TestQuickSelectWindow::hints()
+{
+    QFETCH(bool, foreground);
+    QFETCH(QString, hint);
+    QuickSelectDocument doc(discPicture(200, 160));
+    VexaToolQuickSelectWidget window;
+    window.show();
+    MessageBoxAnswerer answers;
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    if (foreground)
+        stroke(window.getImageBox(), {QPoint(90, 80), QPoint(110, 80)});
+    const QImage alphaBefore = window.segmentation().alphaImage.copy();
+    const std::vector<int> weightsBefore = window.segmentation().terminalWeights;
+    child<QPushButton>(&window, "previewButton")->click();
+    QVERIFY(waitForStep(&window));
+    QVERIFY(spinUntil([&] { return !answers.texts.isEmpty(); }, 5000));
+    QTest::qWait(50);
+    QCOMPARE(answers.texts, QStringList{hint});
+    QCOMPARE(window.segmentation().alphaImage, alphaBefore);
+    QCOMPARE(window.segmentation().terminalWeights, weightsBefore);
+    QCOMPARE(child<QLabel>(&window, "progressLabel")->text(), QStringLiteral("Mark done"));
+    QVERIFY(window.getImageBox()->isPainting());
+}
+
+void TestQuickSelectWindow::matteDuringInitRunsNothing()
+{
+    QuickSelectDocument doc(discPicture(600, 400));
+    VexaToolQuickSelectWidget window;
+    QSignalSpy reports(window.getThread(), SIGNAL(progress(QString,int)));
+    window.load(doc.doc.get());
+    window.matte(); // the worker is busy with init: this start is lost
+    QCOMPARE(window.getThread()->getProcess(), 2);
+    QVERIFY(waitForStep(&window));
+    QTest::qWait(50);
+    for (const QList<QVariant>& r : reports)
+        QVERIFY2(!r[0].toString().startsWith(QLatin1String("Alpha")), qPrintable(r[0].toString()));
+    QVERIFY(window.segmentation().alphaImage.pixel(0, 0) == 0xFFFFFFFFu);
+}
+
+void TestQuickSelectWindow::viewSwitchDuringStepShowsItsEnd()
+{
+    QuickSelectDocument doc(discPicture(600, 400));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    stroke(box, {QPoint(280, 200), QPoint(320, 200)});
+    child<QPushButton>(&window, "MarkBkg")->click();
+    stroke(box, {QPoint(5, 5), QPoint(594, 5), QPoint(594, 394), QPoint(5, 394), QPoint(5, 5)});
+    child<QPushButton>(&window, "markObjButton")->click();
+    child<QPushButton>(&window, "previewButton")->click();
+    // The step is writing the matte: the switch waits for its end, and so do strokes.
+    QVERIFY(window.isStepRunning());
+    child<QRadioButton>(&window, "viewAlphaButton")->click();
+    child<QRadioButton>(&window, "viewImageButton")->click();
+    stroke(box, {QPoint(100, 100), QPoint(120, 100)});
+    child<QRadioButton>(&window, "viewAlphaButton")->click();
+    QVERIFY(waitForStep(&window));
+    QCOMPARE(*box->getImageToDraw(), window.segmentation().alphaImage);
+    QCOMPARE(qBlue(window.segmentation().alphaImage.pixel(300, 200)), 255);
+    QCOMPARE(qBlue(window.segmentation().alphaImage.pixel(3, 3)), 0);
+    QCOMPARE(window.segmentation().markImage.pixel(110, 100), 0u);
+}
+
+void TestQuickSelectWindow::resetAfterCut()
+{
+    QuickSelectDocument doc(discPicture(240, 200));
+    VexaToolQuickSelectWidget window;
+    window.show();
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    stroke(box, {QPoint(110, 100), QPoint(130, 100)});
+    child<QPushButton>(&window, "MarkBkg")->click();
+    QCOMPARE(child<QPushButton>(&window, "MarkBkg")->styleSheet(), QStringLiteral("background:#0000ff"));
+    QCOMPARE(child<QPushButton>(&window, "markObjButton")->styleSheet(), QString());
+    stroke(box, {QPoint(5, 5), QPoint(234, 5), QPoint(234, 194), QPoint(5, 194), QPoint(5, 5)});
+    child<QPushButton>(&window, "previewButton")->click();
+    QVERIFY(waitForStep(&window));
+    const VexaSegmentation& seg = window.segmentation();
+    QCOMPARE(qBlue(seg.alphaImage.pixel(120, 100)), 255);
+    QCOMPARE(qBlue(seg.alphaImage.pixel(3, 3)), 0);
+
+    child<QSlider>(&window, "radiusSlider")->setValue(30);
+    child<QSlider>(&window, "lambdaSlider")->setValue(60);
+    child<QRadioButton>(&window, "viewMatteButton")->click();
+    child<QPushButton>(&window, "resetButton")->click();
+    QCOMPARE(child<QSlider>(&window, "radiusSlider")->value(), 10);
+    QCOMPARE(child<QSlider>(&window, "lambdaSlider")->value(), 10);
+    QCOMPARE(child<QLabel>(&window, "lambdaLabel")->text(), QStringLiteral("Sensitivity: 10"));
+    QVERIFY(child<QRadioButton>(&window, "viewImageButton")->isChecked());
+    QCOMPARE(*box->getImageToDraw(), seg.sourceImage);
+    QCOMPARE(seg.alphaImage.pixel(3, 3), 0xFFFFFFFFu);
+    QCOMPARE(countPixels(seg.markImage, 0u), 240 * 200);
+    // The background pen stays checked beside the foreground pen; the first one wins.
+    QVERIFY(child<QPushButton>(&window, "MarkBkg")->isChecked());
+    QVERIFY(child<QPushButton>(&window, "markObjButton")->isChecked());
+    stroke(box, {QPoint(110, 100), QPoint(130, 100)});
+    QCOMPARE(seg.markImage.pixel(120, 100), VexaSegmentation::ForegroundMark);
+}
+
+void TestQuickSelectWindow::cancelThenReloadBuildsFreshSegmentation()
+{
+    QuickSelectDocument doc(discPicture(1536, 1536));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QVERIFY(window.getThread()->isRunning());
+    QTest::qWait(20);
+    window.stopThread();
+    QVERIFY(!window.getThread()->isRunning());
+    QVERIFY(!window.isStepRunning());
+    QVERIFY(child<QPushButton>(&window, "previewButton")->isEnabled());
+    window.releaseData();
+    QVERIFY(window.segmentation().sourceImage.isNull());
+    QVERIFY(!window.segmentation().graph);
+    QCOMPARE(window.getImageBox()->size(), QSize(0, 0));
+
+    QuickSelectDocument small(discPicture(300, 200));
+    window.load(small.doc.get());
+    QVERIFY(waitForStep(&window));
+    const VexaSegmentation& seg = window.segmentation();
+    QCOMPARE(seg.regionMap.size(), size_t(300 * 200));
+    QVERIFY(seg.graph);
+    QVERIFY(!seg.regionColors.empty());
+    // Stale reports of the cancelled step, if any were still queued, change nothing now.
+    QTest::qWait(50);
+    QVERIFY(!window.isStepRunning());
+}
+
+QTEST_MAIN(TestQuickSelectWindow)
+#include "tst_quickselectwindow.moc"
