@@ -6,6 +6,7 @@
 #include "VexaFilterContainer.h"
 #include "VexaHistory.h"
 #include "VexaLayerManager.h"
+#include "VexaMatteResample.h"
 #include "VexaMemory.h"
 #include "VexaSelection.h"
 #include "VexaToolQuickSelectWidget.h"
@@ -106,37 +107,8 @@ void VexaToolQuickSelect::apply(const QImage& alpha)
     if (canvas)
         canvas->syncLayerPixels();
 
-    auto gray = [&alpha](int x, int y) {
-        const QRgb p = alpha.pixel(x, y);
-        return (11 * qRed(p) + 16 * qGreen(p) + 5 * qBlue(p)) / 32;
-    };
-    if (sameSize) {
-        for (int y = 0; y < H; ++y)
-            for (int x = 0; x < W; ++x)
-                mask[size_t(y) * size_t(S) + size_t(x)] = static_cast<unsigned char>(gray(x, y));
-    } else {
-        const double sx = double(w - 1) / double(W - 1);
-        const double sy = double(h - 1) / double(H - 1);
-        for (int y = 0; y < H; ++y) {
-            const double fy = y * sy;
-            const int iy = int(fy);
-            const int y0 = std::max(iy, 0);
-            const double dy = fy - iy;
-            const int y1 = iy + 1 > h - 1 ? h - 1 : iy + 1;
-            for (int x = 0; x < W; ++x) {
-                const double fx = x * sx;
-                const int ix = int(fx);
-                const int x0 = std::max(ix, 0);
-                const double dx = fx - ix;
-                const int x1 = ix + 1 > w - 1 ? w - 1 : ix + 1;
-                double v = gray(x0, y0) * (1 - dx) * (1 - dy);
-                v += gray(x0, y1) * (1 - dx) * dy;
-                v += gray(x1, y0) * dx * (1 - dy);
-                v += gray(x1, y1) * dx * dy;
-                mask[size_t(y) * size_t(S) + size_t(x)] = v < 0 ? 0 : v > 255 ? 255 : static_cast<unsigned char>(v);
-            }
-        }
-    }
+    // The same resampling as the command line's outputs, so both give the same bytes.
+    VexaMatteResample::toMask(alpha, W, H, mask, S);
     selection->copyMask(mask);
     selection->inverse();
     if (QAction* erase = VexaActionManager::getInstance(QString())->getActionByName(QStringLiteral("Delete")))
