@@ -67,9 +67,10 @@ QImage read(const QString& fileName, QString* error)
     return readFrom(reader, limit, error);
 }
 
-QImage read(QIODevice* device, QString* error)
+QImage read(QIODevice* device, QString* error, qint64 limit)
 {
-    const qint64 limit = byteLimit();
+    if (limit <= 0)
+        limit = byteLimit();
     raiseReaderLimit(limit);
     QImageReader reader(device);
     return readFrom(reader, limit, error);

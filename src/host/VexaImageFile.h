@@ -20,6 +20,8 @@ QString formatBytes(qint64 bytes);
 // Reads `fileName` (applying its orientation tag). On failure returns a null image and, in
 // `error`, why: "too large: 30000 x 30000 needs 3.4 GB, more than the 2.9 GB ..." above the limit.
 QImage read(const QString& fileName, QString* error = nullptr);
-QImage read(QIODevice* device, QString* error = nullptr);
+// From a device, with an optional bound in bytes in place of the machine's (the fuzzer keeps
+// within its own memory limit this way).
+QImage read(QIODevice* device, QString* error = nullptr, qint64 limit = 0);
 
 } // namespace VexaImageFile
