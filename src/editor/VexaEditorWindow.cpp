@@ -255,12 +255,9 @@ void VexaEditorWindow::activateTool(IVexaTool* tool)
     // A tool with a modal window of its own returns from active() only when that window closes.
     tool->active(m_document.get());
     if (m_current == tool && !tool->isActive()) {
-        // The tool's modal window closed and the tool deactivated itself: none is current,
-        // and picking it again opens it again.
-        m_current = nullptr;
-        showOptions(nullptr);
-        if (i >= 0)
-            m_toolGroup->actions().at(i)->setChecked(false);
+        // The tool's modal window closed and the tool deactivated itself without telling the
+        // document: none is current, and picking it again opens it again.
+        onToolLeft(nullptr);
         refreshSelection();
     }
     m_canvas->setFocus();
