@@ -664,6 +664,11 @@ void TestGLMatting::strokeBand()
     QCOMPARE(marks.pixelColor(6, 9).alpha(), 128);
     QCOMPARE(marks.pixelColor(6, 10).alpha(), 128);
     QCOMPARE(marks.pixelColor(33, 9).alpha(), 128);
+    // Vertices are truncated toward zero: the lower cap corners (7.17, 12.83) and
+    // (32.83, 12.83) become (7, 12) and (32, 12), which leaves these two pixels out.
+    QCOMPARE(marks.pixelColor(7, 12).alpha(), 0);
+    QCOMPARE(marks.pixelColor(32, 12).alpha(), 0);
+    QCOMPARE(marks.pixelColor(7, 7).alpha(), 128);
 }
 
 void TestGLMatting::markColours_data()
