@@ -135,8 +135,8 @@ VexaMattingWindow::VexaMattingWindow(const QMetaObject* viewClass, VexaContext* 
     statusBar()->showMessage(tr("Paint an unknown band along the edge, object and background inside and outside it, "
                                 "then Flood and Matte."));
     const QSize screen = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->availableSize() : QSize(1280, 1024);
-    resize(std::min(m_working.width() + 60, screen.width() * 9 / 10),
-           std::min(m_working.height() + 120, screen.height() * 9 / 10));
+    const int width = std::max(m_working.width() + 60, bar->sizeHint().width() + 20);
+    resize(std::min(width, screen.width() * 9 / 10), std::min(m_working.height() + 120, screen.height() * 9 / 10));
 }
 
 void VexaMattingWindow::setMarkMode(int mode)
@@ -170,9 +170,22 @@ void VexaMattingWindow::flood()
     if (!m_view)
         return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    // One pixel per pass: as many passes as the longer side reach across any straight region.
-    QMetaObject::invokeMethod(m_view, "flood", Qt::DirectConnection,
-                              Q_ARG(int, std::max(m_working.width(), m_working.height())));
+    // Each pass grows the marks by one pixel. Passes go in rounds until a round changes
+    // nothing (the marks, shown over the image, look the same), at most twice the longer
+    // side: enough for regions that wind, without a fixed count that is too short for large
+    // regions and wasted on small ones.
+    setViewMode(0);
+    m_view->setProperty("showMarks", true);
+    constexpr int round = 32;
+    const int limit = 2 * std::max(m_working.width(), m_working.height());
+    QImage before = m_view->grab().toImage();
+    for (int done = 0; done < limit; done += round) {
+        QMetaObject::invokeMethod(m_view, "flood", Qt::DirectConnection, Q_ARG(int, round));
+        QImage after = m_view->grab().toImage();
+        if (after == before)
+            break;
+        before = std::move(after);
+    }
     QApplication::restoreOverrideCursor();
 }
 
