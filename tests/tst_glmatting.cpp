@@ -260,6 +260,7 @@ private slots:
 
     void nothingBeforeAnImage();
     void imageWaitsForTheContext();
+    void inputReadsFileOrSaysWhy();
     void pressAndReleasePaintNothing();
     void strokeBand();
     void markColours_data();
@@ -623,6 +624,30 @@ void TestGLMatting::imageWaitsForTheContext()
     QCOMPARE(v.texWidth, 10);
     QCOMPARE(v.imageHeight, 12);
     QCOMPARE(readTexture(v, v.marksTexture), marksImage(10, 12, [](int, int) { return '.'; }));
+}
+
+void TestGLMatting::inputReadsFileOrSaysWhy()
+{
+    QTemporaryDir dir;
+    const QString good = dir.filePath(QStringLiteral("good.png"));
+    QVERIFY(syntheticPhoto(16, 12, 2).save(good));
+    QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
+    v.caption = QStringLiteral("Title");
+    QVERIFY(v.input(good));
+    QCOMPARE(v.size(), QSize(16, 12));
+    QStringList texts, titles;
+    const QString missing = dir.filePath(QStringLiteral("missing.png"));
+    {
+        BoxCloser closer;
+        QVERIFY(!v.input(missing));
+        texts = closer.texts;
+        titles = closer.titles;
+    }
+    QCOMPARE(texts, QStringList{QStringLiteral("Failed to open file:\n'") + missing + QStringLiteral("'.")});
+    QCOMPARE(titles, QStringList{QStringLiteral("Title")});
+    // The previous image stays.
+    QCOMPARE(v.texWidth, 16);
+    QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(16, 12, 2).convertToFormat(QImage::Format_RGBA8888));
 }
 
 void TestGLMatting::pressAndReleasePaintNothing()

@@ -10,7 +10,6 @@ uniform sampler2D ColMap;
 uniform int Offsets[32];
 
 const int SAMPLES = 16;
-const int PAIRS = 3;
 
 void main()
 {
@@ -81,39 +80,58 @@ void main()
         return;
     }
 
-    float slotAlpha[PAIRS];
-    float slotScore[PAIRS];
+    // Three (alpha, score) slots, as scalars: the first three pairs fill them in order; a
+    // later pair replaces every slot whose score is below its own, checked in slot order.
+    float a0 = 0.0, a1 = 0.0, a2 = 0.0;
+    float v0 = 0.0, v1 = 0.0, v2 = 0.0;
     int filled = 0;
-    for (int i = 0; i < nf; ++i) {
-        for (int j = 0; j < nb; ++j) {
-            float sum = fd[i] + bd[j];
+    for (int i = 0; i < SAMPLES; ++i) {
+        if (i >= nf)
+            break;
+        vec3 cf = fg[i];
+        float df = fd[i];
+        for (int j = 0; j < SAMPLES; ++j) {
+            if (j >= nb)
+                break;
+            float db = bd[j];
+            float sum = df + db;
             // Both samples have the pixel's own colour: either explains it equally well, and
             // 0.5 is where db / (df + db) lies whenever df equals db.
-            float a = sum > 0.0 ? bd[j] / sum : 0.5;
-            vec3 e = a * fg[i] + (1.0 - a) * bg[j] - c0;
+            float a = sum > 0.0 ? db / sum : 0.5;
+            vec3 e = a * cf + (1.0 - a) * bg[j] - c0;
             // The score is exp(-|e|^2 100) exp(-df^2 100) exp(-db^2 100). Scores are only
             // compared, so the sum of the exponents stands for it: the product falls below the
             // smallest float once the distances pass about 0.9, and graphics processors flush
             // such values to zero, which would make far pairs tie and the first three win.
-            float v = -(dot(e, e) + fd[i] * fd[i] + bd[j] * bd[j]) * 100.0;
-            if (filled < PAIRS) {
-                slotAlpha[filled] = a;
-                slotScore[filled] = v;
-                ++filled;
+            float v = -(dot(e, e) + df * df + db * db) * 100.0;
+            if (filled == 0) {
+                a0 = a;
+                v0 = v;
+                filled = 1;
+            } else if (filled == 1) {
+                a1 = a;
+                v1 = v;
+                filled = 2;
+            } else if (filled == 2) {
+                a2 = a;
+                v2 = v;
+                filled = 3;
             } else {
-                for (int s = 0; s < PAIRS; ++s) {
-                    if (slotScore[s] < v) {
-                        slotAlpha[s] = a;
-                        slotScore[s] = v;
-                    }
+                if (v0 < v) {
+                    a0 = a;
+                    v0 = v;
+                }
+                if (v1 < v) {
+                    a1 = a;
+                    v1 = v;
+                }
+                if (v2 < v) {
+                    a2 = a;
+                    v2 = v;
                 }
             }
         }
     }
-    float alpha = 0.0;
-    for (int s = 0; s < PAIRS; ++s)
-        if (s < filled)
-            alpha += slotAlpha[s];
-    alpha /= float(filled);
+    float alpha = filled == 1 ? a0 : filled == 2 ? (a0 + a1) / 2.0 : (a0 + a1 + a2) / 3.0;
     gl_FragColor = vec4(alpha, alpha, alpha, 1.0);
 }
