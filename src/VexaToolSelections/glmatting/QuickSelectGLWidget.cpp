@@ -1,6 +1,5 @@
 #include "QuickSelectGLWidget.h"
 
-#include <QFile>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QOpenGLContext>
