@@ -163,6 +163,11 @@ void TestEditor::scriptedDemoWritesResults()
     const QByteArray text = report.readAll();
     QVERIFY(text.contains("canvas 600 x 400"));
     QVERIFY(text.contains("selected pixels"));
+    // The matting view's part: the cup and saucer are the object, the table's corners not.
+    const QImage glMatte(dir.filePath(QStringLiteral("gl-matte.png")));
+    QCOMPARE(glMatte.size(), QSize(600, 400));
+    QCOMPARE(qGray(glMatte.pixel(290, 200)), 255);
+    QCOMPARE(qGray(glMatte.pixel(20, 380)), 0);
 }
 
 void TestEditor::pickedToolActivatedOnOpen()

@@ -4,6 +4,7 @@
 #include "VexaCanvas.h"
 #include "VexaContext.h"
 #include "VexaEditorWindow.h"
+#include "VexaMattingWindow.h"
 #include "VexaSelection.h"
 #include "VexaSelectionPath.h"
 
@@ -205,6 +206,50 @@ bool VexaDemoScript::colorRange()
     return true;
 }
 
+bool VexaDemoScript::glMatting()
+{
+    VexaMattingWindow* matting = m_window.openMattingView();
+    if (!matting || !matting->view())
+        return false;
+    wait(300);
+    QWidget* view = matting->view();
+    const QSize size = matting->workingSize();
+    auto at = [&](double fx, double fy) { return QPointF(fx * size.width(), fy * size.height()); };
+    auto stroke = [&](Qt::MouseButton button, const QVector<QPointF>& fractions) {
+        auto send = [&](QEvent::Type type, const QPointF& f, Qt::MouseButton which, Qt::MouseButtons held) {
+            const QPointF p = at(f.x(), f.y());
+            QMouseEvent e(type, p, view->mapToGlobal(p), which, held, Qt::NoModifier);
+            QCoreApplication::sendEvent(view, &e);
+        };
+        send(QEvent::MouseButtonPress, fractions.first(), button, button);
+        for (const QPointF& f : fractions)
+            send(QEvent::MouseMove, f, Qt::NoButton, button);
+        send(QEvent::MouseButtonRelease, fractions.last(), button, Qt::NoButton);
+    };
+    // An unknown band around the cup and saucer (right button in the first mark mode), an
+    // object seed inside it, a background seed outside; flood, then matte.
+    matting->setMarkMode(0);
+    matting->setBrushRadius(std::max(4, size.width() / 75));
+    stroke(Qt::RightButton, {{0.29, 0.11}, {0.38, 0.05}, {0.48, 0.04}, {0.58, 0.05}, {0.67, 0.10}, {0.70, 0.15},
+                             {0.73, 0.28}, {0.78, 0.45}, {0.80, 0.60}, {0.76, 0.79}, {0.65, 0.91}, {0.48, 0.96},
+                             {0.33, 0.93}, {0.21, 0.81}, {0.14, 0.59}, {0.16, 0.38}, {0.25, 0.24}, {0.29, 0.17},
+                             {0.29, 0.11}});
+    stroke(Qt::LeftButton, {{0.45, 0.40}, {0.50, 0.45}, {0.55, 0.55}});
+    matting->setMarkMode(1);
+    stroke(Qt::LeftButton, {{0.90, 0.10}, {0.93, 0.20}, {0.95, 0.40}});
+    matting->flood();
+    matting->matte();
+    wait(300);
+    const QImage matte = matting->matteImage();
+    const bool ok = !matte.isNull() && matte.convertToFormat(QImage::Format_Grayscale8).save(m_out + QStringLiteral("/gl-matte.png"));
+    m_log << QStringLiteral("Matting View (%1 x %2, unknown band, object and background seeds, Flood, Matte)")
+                 .arg(size.width())
+                 .arg(size.height());
+    matting->close();
+    wait(100);
+    return ok;
+}
+
 bool VexaDemoScript::writeResults()
 {
     bool ok = QDir().mkpath(m_out);
@@ -330,6 +375,7 @@ int VexaDemoScript::run()
         hostSelections();
     QDir().mkpath(m_out);
     colorRange();
+    glMatting();
     // A shape tool stays active, so the screenshot shows its options.
     if (IVexaTool* magic = m_window.tool(QStringLiteral("Magic Select Tool")))
         m_window.activateTool(magic);

@@ -26,6 +26,9 @@ private:
     // Opens the color range dialog, picks a colour on the canvas, photographs the screen with
     // the dialog on it and confirms. False when the plug-in has no such tool.
     bool colorRange();
+    // Opens the matting view on the photo, paints scripted strokes, floods, mattes and writes
+    // gl-matte.png. False when the plug-in has no matting view.
+    bool glMatting();
     bool writeResults();
     // Opens quick select, paints marks, previews, extracts the alpha, photographs the window
     // and confirms; writes the marks, the window, the mask and the image.

@@ -8,6 +8,7 @@
 #include "VexaDialog.h"
 #include "VexaHistory.h"
 #include "VexaImageFile.h"
+#include "VexaMattingWindow.h"
 #include "VexaPluginLoader.h"
 #include "VexaSelection.h"
 
@@ -30,6 +31,7 @@
 VexaEditorWindow::VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* parent)
     : QMainWindow(parent)
     , m_canvas(new VexaCanvas(this))
+    , m_mattingClass(VexaMattingWindow::viewClass(plugin.fileName()))
 {
     setCentralWidget(m_canvas);
     resize(1100, 760);
@@ -114,6 +116,22 @@ void VexaEditorWindow::buildMenus()
             refreshSelection();
         }
     });
+    select->addSeparator();
+    QAction* matting = select->addAction(tr("Matting View…"), this, &VexaEditorWindow::openMattingView);
+    matting->setObjectName(QStringLiteral("mattingView"));
+    matting->setEnabled(m_mattingClass != nullptr);
+}
+
+VexaMattingWindow* VexaEditorWindow::openMattingView()
+{
+    if (!m_document || !m_mattingClass)
+        return nullptr;
+    if (m_matting)
+        m_matting->close();
+    m_matting = new VexaMattingWindow(m_mattingClass, m_document.get(), this);
+    m_matting->setWindowFlag(Qt::Window);
+    m_matting->show();
+    return m_matting;
 }
 
 void VexaEditorWindow::buildToolBars(const VexaPluginLoader& plugin)

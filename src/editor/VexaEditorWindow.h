@@ -14,6 +14,7 @@ class QLabel;
 class QToolButton;
 class VexaCanvas;
 class VexaContext;
+class VexaMattingWindow;
 class VexaPluginLoader;
 
 // The demo editor's window: a canvas showing one document, the plug-in's tools in a tool bar,
@@ -43,6 +44,9 @@ public:
     void deactivateTool();
     // The tool the tool bar shows as picked (active whenever a document is open).
     IVexaTool* chosenTool() const { return m_chosen; }
+    // Select > Matting View: the plug-in's GPU matting view on the document, in a window of its
+    // own (a new one each time). Null without a document or without the view in the plug-in.
+    VexaMattingWindow* openMattingView();
 
 private:
     void buildMenus();
@@ -79,4 +83,6 @@ private:
     QPointer<QWidget> m_shownOptions;
     QToolButton* m_colorButton = nullptr;
     QLabel* m_position = nullptr;
+    const QMetaObject* m_mattingClass = nullptr;
+    QPointer<VexaMattingWindow> m_matting;
 };

@@ -1,5 +1,36 @@
-// Matting pass of the GPU matting view; the pass itself arrives with the view.
+// Expand: settles an unknown pixel from the nearest pixel within radius 10 whose colour is
+// nearly identical (squared RGBA difference at most 0.0004). The nearest wins; among equal
+// distances the first in scan order (rows from -10 up, columns from -10 up) stays.
+uniform vec2 DimT;
+uniform sampler2D TriMap;
+uniform sampler2D ColMap;
+
 void main()
 {
-    gl_FragColor = vec4(0.0);
+    vec2 here = gl_FragCoord.xy * DimT;
+    vec4 tri = texture2D(TriMap, here);
+    if (tri.r > 0.75 || tri.r < 0.25) {
+        gl_FragColor = tri;
+        return;
+    }
+    vec4 c0 = texture2D(ColMap, here);
+    int best = 101; // beyond the radius: nothing found yet
+    vec2 bestOffset = vec2(0.0, 0.0);
+    for (int j = -10; j <= 10; ++j) {
+        for (int i = -10; i <= 10; ++i) {
+            int d = i * i + j * j;
+            if (d == 0 || d > 100 || d >= best)
+                continue;
+            vec2 offset = vec2(float(i), float(j));
+            vec4 diff = texture2D(ColMap, here + offset * DimT) - c0;
+            if (dot(diff, diff) <= 0.0004) {
+                best = d;
+                bestOffset = offset;
+            }
+        }
+    }
+    if (best > 100)
+        gl_FragColor = tri;
+    else
+        gl_FragColor = texture2D(TriMap, here + bestOffset * DimT);
 }

@@ -1,5 +1,12 @@
-// Matting pass of the GPU matting view; the pass itself arrives with the view.
+// Result: the image faded into the background colour by the matte, on all four channels.
+uniform vec2 DimT;
+uniform vec4 BkgColor;
+uniform sampler2D TriMap;
+uniform sampler2D ColMap;
+
 void main()
 {
-    gl_FragColor = vec4(0.0);
+    vec2 here = gl_FragCoord.xy * DimT;
+    float a = texture2D(TriMap, here).r;
+    gl_FragColor = texture2D(ColMap, here) * a + BkgColor * (1.0 - a);
 }

@@ -1,5 +1,16 @@
-// Matting pass of the GPU matting view; the pass itself arrives with the view.
+// Trimap: turns the painted marks into the basic trimap, alpha in every channel.
+// Object marks are certain foreground, unknown marks stay open (0.5), and everything else,
+// background marks and unmarked pixels alike, is background.
+uniform vec2 DimT;
+uniform sampler2D UsrMap;
+
 void main()
 {
-    gl_FragColor = vec4(0.0);
+    vec4 mark = texture2D(UsrMap, gl_FragCoord.xy * DimT);
+    if (mark.r > 0.5)
+        gl_FragColor = vec4(1.0, 1.0, 1.0, 1.0);
+    else if (mark.g > 0.5)
+        gl_FragColor = vec4(0.5, 0.5, 0.5, 1.0);
+    else
+        gl_FragColor = vec4(0.0, 0.0, 0.0, 1.0);
 }

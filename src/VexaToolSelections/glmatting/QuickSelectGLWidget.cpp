@@ -1,0 +1,536 @@
+#include "QuickSelectGLWidget.h"
+
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+#include <QOpenGLShaderProgram>
+#include <QSurfaceFormat>
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+QOpenGLFunctions* gl()
+{
+    return QOpenGLContext::currentContext()->functions();
+}
+
+// Sets the drawing coordinates to w x h pixels, y down from the top.
+void orthoPixels(int w, int h)
+{
+    glViewport(0, 0, w, h);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(0, w, h, 0, -1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+GLuint uploadTexture(const QImage& image)
+{
+    // Bottom row first, like the frame buffer (see the class comment).
+    const QImage rgba = image.convertToFormat(QImage::Format_RGBA8888).mirrored();
+    GLuint id = 0;
+    glGenTextures(1, &id);
+    glBindTexture(GL_TEXTURE_2D, id);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, rgba.width(), rgba.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, rgba.constBits());
+    // Nearest filtering: every fragment reads exact texels.
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    return id;
+}
+
+struct ProgramSource {
+    const char* resource;
+    const char* compileFailed;
+    const char* linkFailed;
+};
+
+// In the order the programs are built.
+const ProgramSource programSources[] = {
+    {":/Resources/TrimapShader.glsl", QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to compile: 'TrimapShader.fp'\n"),
+     QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to link 'TrimapShader'\n")},
+    {":/Resources/ExpandShader.glsl", QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to compile: 'ExpandShader.fp'\n"),
+     QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to link 'ExpandShader'\n")},
+    {":/Resources/FastFillShader.glsl", QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to compile: 'FastFillShader.fp'\n"),
+     QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to link 'FastFillShader'\n")},
+    {":/Resources/RobustShader.glsl", QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to compile: 'RobustShader.fp'\n"),
+     QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to link 'RobustShader'\n")},
+    {":/Resources/ClosedShader.glsl", QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to compile: 'closedShader.fp'\n"),
+     QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to link 'closedShader'\n")},
+    {":/Resources/ResultShader.glsl", QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to compile: 'resultShader.fp'\n"),
+     QT_TRANSLATE_NOOP("QuickSelectGLWidget", "Failed to link 'resultShader'\n")},
+};
+
+// Exact turns of a unit vector by multiples of 45 degrees, so that the truncation of the
+// polygon's vertices never sees 3.9999 for 4.
+struct Turn {
+    double c, s;
+};
+constexpr double h = 0.70710678118654752440;
+constexpr Turn turnM90{0, -1}, turnM45{h, -h}, turn0{1, 0}, turnP45{h, h}, turnP90{0, 1}, turnP135{-h, h}, turn180{-1, 0},
+    turnM135{-h, -h};
+
+} // namespace
+
+void line(const QPoint& from, const QPoint& to, int radius)
+{
+    const double dx = from.x() - to.x(), dy = from.y() - to.y();
+    const double len = std::hypot(dx, dy);
+    if (len == 0.0)
+        return;
+    const double ux = dx / len * radius, uy = dy / len * radius;
+    auto vertex = [&](const QPoint& at, const Turn& t) {
+        const double x = at.x() + ux * t.c - uy * t.s;
+        const double y = at.y() + ux * t.s + uy * t.c;
+        glVertex2i(int(x), int(y)); // truncated toward zero
+    };
+    glBegin(GL_POLYGON);
+    for (const Turn& t : {turnM90, turnM45, turn0, turnP45, turnP90})
+        vertex(from, t);
+    for (const Turn& t : {turnP90, turnP135, turn180, turnM135, turnM90})
+        vertex(to, t);
+    glEnd();
+}
+
+void drawQuad(int w, int h)
+{
+    glBegin(GL_QUADS);
+    glTexCoord2f(0, 0);
+    glVertex2i(0, h);
+    glTexCoord2f(0, 1);
+    glVertex2i(0, 0);
+    glTexCoord2f(1, 1);
+    glVertex2i(w, 0);
+    glTexCoord2f(1, 0);
+    glVertex2i(w, h);
+    glEnd();
+}
+
+QuickSelectGLWidget::QuickSelectGLWidget(QWidget* parent)
+    : QOpenGLWidget(parent)
+{
+    // Immediate-mode drawing needs the compatibility profile; no depth buffer.
+    QSurfaceFormat fmt = format();
+    fmt.setVersion(2, 1);
+    fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
+    fmt.setSwapBehavior(QSurfaceFormat::DoubleBuffer);
+    fmt.setRedBufferSize(8);
+    fmt.setGreenBufferSize(8);
+    fmt.setBlueBufferSize(8);
+    fmt.setAlphaBufferSize(8);
+    fmt.setDepthBufferSize(0);
+    setFormat(fmt);
+    createPrograms();
+}
+
+QuickSelectGLWidget::~QuickSelectGLWidget()
+{
+    // The base class ends the context after this object is gone.
+    if (context())
+        disconnect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &QuickSelectGLWidget::contextLost);
+    makeCurrent();
+    deleteGLObjects();
+    // The programs go with the context still current, so they are freed at once.
+    trimapShader.reset();
+    expandShader.reset();
+    fastFillShader.reset();
+    robustShader.reset();
+    closedShader.reset();
+    resultShader.reset();
+}
+
+void QuickSelectGLWidget::createPrograms()
+{
+    for (auto* program : {&trimapShader, &expandShader, &fastFillShader, &robustShader, &closedShader, &resultShader})
+        *program = std::make_unique<QOpenGLShaderProgram>();
+}
+
+void QuickSelectGLWidget::contextLost()
+{
+    // Moving the view into another window replaces its context: everything made in the old
+    // one goes with it, and the image is loaded again in the new one (marks and matte are lost).
+    makeCurrent();
+    deleteGLObjects();
+    createPrograms();
+    m_glReady = false;
+}
+
+void QuickSelectGLWidget::initializeGL()
+{
+    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &QuickSelectGLWidget::contextLost,
+            Qt::DirectConnection);
+    glClearColor(0, 0, 0, 0);
+    glDisable(GL_DEPTH_TEST);
+    QOpenGLShaderProgram* programs[] = {trimapShader.get(), expandShader.get(), fastFillShader.get(),
+                                        robustShader.get(), closedShader.get(), resultShader.get()};
+    for (int i = 0; i < 6; ++i) {
+        const ProgramSource& src = programSources[i];
+        QOpenGLShaderProgram& program = *programs[i];
+        QString text;
+        if (!program.addShaderFromSourceFile(QOpenGLShader::Fragment, QString::fromLatin1(src.resource)))
+            text = tr(src.compileFailed) + program.log();
+        else if (!program.link())
+            text = tr(src.linkFailed) + program.log();
+        if (!text.isEmpty()) {
+            QMessageBox::critical(this, caption, text, QMessageBox::Ok);
+            // The box may have drawn with another context.
+            makeCurrent();
+        }
+    }
+    m_glReady = true;
+    if (!m_image.isNull())
+        loadFromImage(m_image);
+}
+
+void QuickSelectGLWidget::resizeGL(int w, int h)
+{
+    // Widget pixels are drawing coordinates.
+    orthoPixels(w, h);
+}
+
+bool QuickSelectGLWidget::input(const QString& fileName)
+{
+    QImage image;
+    if (!image.load(fileName)) {
+        QMessageBox::critical(this, caption, tr("Failed to open file:\n'%1'.").arg(fileName), QMessageBox::Ok);
+        return false;
+    }
+    loadFromImage(image);
+    return true;
+}
+
+void QuickSelectGLWidget::loadFromImage(const QImage& image)
+{
+    if (image.isNull())
+        return;
+    m_image = image.convertToFormat(QImage::Format_ARGB32);
+    if (!m_glReady)
+        return;
+    makeCurrent();
+    imageWidth = texWidth = m_image.width();
+    imageHeight = texHeight = m_image.height();
+
+    QImage grey(m_image.size(), QImage::Format_ARGB32);
+    grey.fill(0xFF808080u); // unknown everywhere
+    QImage clear(m_image.size(), QImage::Format_ARGB32);
+    clear.fill(0u); // no marks
+
+    deleteGLObjects();
+    colorTexture = uploadTexture(m_image);
+    alphaTexture = uploadTexture(grey);
+    marksTexture = uploadTexture(clear);
+
+    fbo = std::make_unique<QOpenGLFramebufferObject>(texWidth, texHeight, QOpenGLFramebufferObject::NoAttachment,
+                                                      GL_TEXTURE_2D, GL_RGBA8);
+    // The scratch texture is read as well as written (flood alternates with it).
+    glBindTexture(GL_TEXTURE_2D, fbo->texture());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    setUniforms();
+    resize(texWidth, texHeight);
+    update();
+}
+
+void QuickSelectGLWidget::setUniforms()
+{
+    const GLfloat dimX = 1.0f / float(texWidth), dimY = 1.0f / float(texHeight);
+    // Sixteen directions: the four axes, the four diagonals and the eight knight's moves.
+    static const GLint offsets[32] = {-1, 0, 1, 0, 0, -1, 0, 1, -1, -1, 1, -1, -1, 1, 1, 1,
+                                      -2, -1, 2, -1, -2, 1, 2, 1, -1, -2, 1, -2, -1, 2, 1, 2};
+    auto use = [](QOpenGLShaderProgram& p) { return p.isLinked() && p.bind(); };
+    if (use(*trimapShader)) {
+        trimapShader->setUniformValue("DimT", dimX, dimY);
+        trimapShader->setUniformValue("UsrMap", 0);
+    }
+    if (use(*expandShader)) {
+        expandShader->setUniformValue("DimT", dimX, dimY);
+        expandShader->setUniformValue("TriMap", 0);
+        expandShader->setUniformValue("ColMap", 1);
+    }
+    if (use(*fastFillShader)) {
+        fastFillShader->setUniformValue("DimT", dimX, dimY);
+        fastFillShader->setUniformValue("UsrMap", 0);
+    }
+    if (use(*robustShader)) {
+        robustShader->setUniformValue("Steps", std::max(texWidth, texHeight));
+        robustShader->setUniformValue("DimT", dimX, dimY);
+        robustShader->setUniformValue("TriMap", 0);
+        robustShader->setUniformValue("ColMap", 1);
+        robustShader->setUniformValueArray("Offsets", offsets, 32);
+    }
+    if (use(*closedShader)) {
+        closedShader->setUniformValue("DimT", dimX, dimY);
+        closedShader->setUniformValue("TriMap", 0);
+        closedShader->setUniformValue("ColMap", 1);
+    }
+    if (use(*resultShader)) {
+        resultShader->setUniformValue("DimT", dimX, dimY);
+        resultShader->setUniformValue("BkgColor", 0.0f, 0.0f, 0.0f, 0.0f);
+        resultShader->setUniformValue("TriMap", 0);
+        resultShader->setUniformValue("ColMap", 1);
+    }
+    gl()->glUseProgram(0);
+}
+
+void QuickSelectGLWidget::deleteGLObjects()
+{
+    if (!m_glReady)
+        return;
+    makeCurrent();
+    for (GLuint* id : {&colorTexture, &alphaTexture, &marksTexture}) {
+        if (*id) {
+            glDeleteTextures(1, id);
+            *id = 0;
+        }
+    }
+    fbo.reset();
+}
+
+void QuickSelectGLWidget::renderInto(GLuint texture)
+{
+    fbo->bind();
+    gl()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
+    orthoPixels(texWidth, texHeight);
+}
+
+void QuickSelectGLWidget::releaseTarget()
+{
+    gl()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, fbo->texture(), 0);
+    fbo->release();
+    orthoPixels(width(), height());
+}
+
+bool QuickSelectGLWidget::pass(QOpenGLShaderProgram& program, GLuint unit0, GLuint unit1)
+{
+    if (!program.isLinked() || !program.bind())
+        return false;
+    QOpenGLFunctions* f = gl();
+    f->glActiveTexture(GL_TEXTURE1);
+    glBindTexture(GL_TEXTURE_2D, unit1);
+    f->glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, unit0);
+    drawQuad(texWidth, texHeight);
+    return true;
+}
+
+void QuickSelectGLWidget::copyIntoAlpha()
+{
+    glBindTexture(GL_TEXTURE_2D, alphaTexture);
+    glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, texWidth, texHeight);
+}
+
+void QuickSelectGLWidget::reset()
+{
+    if (!fbo)
+        return;
+    makeCurrent();
+    renderInto(alphaTexture);
+    glClearColor(0.5f, 0.5f, 0.5f, 1.0f); // all unknown
+    glClear(GL_COLOR_BUFFER_BIT);
+    renderInto(marksTexture);
+    glClearColor(0, 0, 0, 0); // no marks
+    glClear(GL_COLOR_BUFFER_BIT);
+    releaseTarget();
+    update();
+}
+
+void QuickSelectGLWidget::flood(int passes)
+{
+    if (!fbo)
+        return;
+    makeCurrent();
+    // The passes alternate between the marks and the scratch texture, so that no pass reads
+    // the texture it writes; the growth is one pixel per pass either way.
+    GLuint source = marksTexture;
+    GLuint target = fbo->texture();
+    bool done = true;
+    for (int i = 0; i < passes && done; ++i) {
+        renderInto(target);
+        done = pass(*fastFillShader, source, 0);
+        if (done)
+            std::swap(source, target);
+    }
+    fastFillShader->release();
+    if (source != marksTexture) {
+        renderInto(source);
+        glBindTexture(GL_TEXTURE_2D, marksTexture);
+        glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, texWidth, texHeight);
+    }
+    glBindTexture(GL_TEXTURE_2D, 0);
+    releaseTarget();
+    update();
+}
+
+void QuickSelectGLWidget::matte()
+{
+    if (!fbo)
+        return;
+    makeCurrent();
+    renderInto(alphaTexture);
+    pass(*trimapShader, marksTexture, 0);
+    renderInto(fbo->texture());
+    if (pass(*expandShader, alphaTexture, colorTexture))
+        copyIntoAlpha();
+    if (pass(*robustShader, alphaTexture, colorTexture))
+        copyIntoAlpha();
+    // Each pass reads the previous pass's result.
+    for (int i = 0; i < brushRadius; ++i)
+        if (pass(*closedShader, alphaTexture, colorTexture))
+            copyIntoAlpha();
+    QOpenGLFunctions* f = gl();
+    f->glActiveTexture(GL_TEXTURE1);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    f->glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    f->glUseProgram(0);
+    releaseTarget();
+    update();
+}
+
+void QuickSelectGLWidget::saveToImage(QImage& out)
+{
+    out = QImage();
+    if (!fbo)
+        return;
+    makeCurrent();
+    renderInto(fbo->texture());
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glClearColor(0, 0, 0, 0);
+    glColor4f(1, 1, 1, 1);
+    drawTexture(alphaTexture);
+    out = fbo->toImage(true).convertToFormat(QImage::Format_ARGB32);
+    releaseTarget();
+}
+
+void QuickSelectGLWidget::drawTexture(GLuint texture)
+{
+    if (!texture)
+        return;
+    glEnable(GL_TEXTURE_2D);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    drawQuad(texWidth, texHeight);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glDisable(GL_TEXTURE_2D);
+}
+
+void QuickSelectGLWidget::paintGL()
+{
+    orthoPixels(width(), height());
+    glClear(GL_COLOR_BUFFER_BIT);
+    glColor4f(1, 1, 1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    switch (viewMode) {
+    case 0:
+        drawTexture(colorTexture);
+        if (showMarks && marksTexture) {
+            glEnable(GL_BLEND);
+            glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+            drawTexture(marksTexture);
+            glDisable(GL_BLEND);
+        }
+        break;
+    case 1:
+        drawTexture(alphaTexture);
+        break;
+    case 2:
+        if (fbo && pass(*resultShader, alphaTexture, colorTexture)) {
+            QOpenGLFunctions* f = gl();
+            f->glActiveTexture(GL_TEXTURE1);
+            glBindTexture(GL_TEXTURE_2D, 0);
+            f->glActiveTexture(GL_TEXTURE0);
+            glBindTexture(GL_TEXTURE_2D, 0);
+            resultShader->release();
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void QuickSelectGLWidget::mousePressEvent(QMouseEvent* event)
+{
+    switch (event->button()) {
+    case Qt::LeftButton:
+        leftDown = true;
+        break;
+    case Qt::MiddleButton:
+        midDown = true;
+        break;
+    case Qt::RightButton:
+        rightDown = true;
+        break;
+    default:
+        break;
+    }
+    lastPos = event->position().toPoint();
+}
+
+void QuickSelectGLWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    switch (event->button()) {
+    case Qt::LeftButton:
+        leftDown = false;
+        break;
+    case Qt::MiddleButton:
+        midDown = false;
+        break;
+    case Qt::RightButton:
+        rightDown = false;
+        break;
+    default:
+        break;
+    }
+}
+
+void QuickSelectGLWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    // Only a held button paints: with mouse tracking on, a bare pointer would otherwise erase.
+    if (!fbo || !(leftDown || midDown || rightDown))
+        return;
+    makeCurrent();
+    renderInto(marksTexture);
+    glDisable(GL_BLEND);
+    struct Rgba {
+        float r, g, b, a;
+    };
+    constexpr Rgba red{1, 0, 0, 0.5f}, green{0, 1, 0, 0.5f}, blue{0, 0, 1, 0.5f}, erase{0, 0, 0, 0};
+    Rgba colour = erase;
+    switch (markMode) {
+    case 0:
+        colour = leftDown ? red : rightDown ? green : erase;
+        break;
+    case 1:
+        colour = leftDown ? blue : rightDown ? red : green;
+        break;
+    case 2:
+        colour = leftDown ? green : rightDown ? red : erase;
+        break;
+    default:
+        break;
+    }
+    glColor4f(colour.r, colour.g, colour.b, colour.a);
+    const QPoint pos = event->position().toPoint();
+    line(lastPos, pos, brushRadius);
+    lastPos = pos;
+    glColor4f(1, 1, 1, 1);
+    releaseTarget();
+    if (autoFill && ((markMode == 0 && leftDown) || (markMode == 2 && rightDown)))
+        flood(16);
+    update();
+}

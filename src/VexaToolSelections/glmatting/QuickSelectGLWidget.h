@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QImage>
+#include <QOpenGLWidget>
+#include <QPoint>
+#include <QString>
+#include <QtGui/qopengl.h>
+
+#include <memory>
+
+class QOpenGLFramebufferObject;
+class QOpenGLShaderProgram;
+
+// An OpenGL view for matting one image on the graphics processor. It shows the image, takes
+// brush marks (object, background, unknown), floods marked regions, turns the marks into a
+// trimap and refines the unknown band into an alpha matte with six fragment programs, and
+// shows the image, the matte or the image composited over a background colour.
+//
+// Nothing in the plug-in creates it. Its owner sets the public settings below, loads an image
+// and calls flood(), matte(), reset() and saveToImage(). The settings are also properties and
+// the operations invokable, so a host that loads the plug-in at run time can drive the view
+// through its meta-object without linking against it.
+//
+// Textures hold the image bottom row first, like the frame buffer, so a fragment's window
+// position times DimT is its own texel and the drawing coordinates (widget pixels, y down)
+// are image pixels.
+class Q_DECL_EXPORT QuickSelectGLWidget : public QOpenGLWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(bool showMarks MEMBER showMarks)
+    Q_PROPERTY(bool autoFill MEMBER autoFill)
+    Q_PROPERTY(int brushRadius MEMBER brushRadius)
+    Q_PROPERTY(int markMode MEMBER markMode)
+    Q_PROPERTY(int viewMode MEMBER viewMode)
+    Q_PROPERTY(QString caption MEMBER caption)
+
+public:
+    Q_INVOKABLE explicit QuickSelectGLWidget(QWidget* parent = nullptr);
+    ~QuickSelectGLWidget() override;
+
+    // Reads an image file and loads it; on failure says so in a message box and keeps the
+    // current image.
+    Q_INVOKABLE bool input(const QString& fileName);
+    // Loads an image: all unknown, no marks. Before the view has its OpenGL context the image
+    // waits and is loaded when the context arrives.
+    Q_INVOKABLE void loadFromImage(const QImage& image);
+    // The matte as an opaque grey image of the view's size; null while no image is loaded.
+    Q_INVOKABLE void saveToImage(QImage& out);
+    // Grows the object and background marks by one pixel per pass.
+    Q_INVOKABLE void flood(int passes);
+    // Marks to trimap, then Expand, Robust and brushRadius Closed passes into the matte.
+    Q_INVOKABLE void matte();
+    // No marks and an all-unknown trimap.
+    Q_INVOKABLE void reset();
+    void deleteGLObjects();
+
+    bool leftDown = false;
+    bool midDown = false;
+    bool rightDown = false;
+    bool showMarks = true;
+    bool autoFill = false;
+    int imageWidth = 0;
+    int imageHeight = 0;
+    int texWidth = 0;
+    int texHeight = 0;
+    int brushRadius = 4;
+    int markMode = 0;
+    int viewMode = 0;
+    GLuint colorTexture = 0;
+    GLuint alphaTexture = 0;
+    GLuint marksTexture = 0;
+    std::unique_ptr<QOpenGLFramebufferObject> fbo;
+    std::unique_ptr<QOpenGLShaderProgram> trimapShader;
+    std::unique_ptr<QOpenGLShaderProgram> expandShader;
+    std::unique_ptr<QOpenGLShaderProgram> fastFillShader;
+    std::unique_ptr<QOpenGLShaderProgram> robustShader;
+    std::unique_ptr<QOpenGLShaderProgram> closedShader;
+    std::unique_ptr<QOpenGLShaderProgram> resultShader;
+    QPoint lastPos;
+    QString caption;
+
+protected:
+    void initializeGL() override;
+    void resizeGL(int w, int h) override;
+    void paintGL() override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    void createPrograms();
+    void setUniforms();
+    // Binds fbo with `texture` as its colour attachment and makes its pixels the drawing area.
+    void renderInto(GLuint texture);
+    // Back to the view's own frame buffer and drawing area.
+    void releaseTarget();
+    // One full quad of `program` reading unit 0 and 1, into the current target; false when
+    // the program is unusable, so that the caller leaves the target as it was.
+    bool pass(QOpenGLShaderProgram& program, GLuint unit0, GLuint unit1);
+    void copyIntoAlpha();
+    void drawTexture(GLuint texture);
+    void contextLost();
+
+    // The image that is loaded, or waits for the context; loaded again when a new context
+    // replaces a lost one.
+    QImage m_image;
+    bool m_glReady = false;
+};
+
+// Draws one stroke segment as a filled polygon in the current colour: half-width `radius`
+// along the segment, half-octagon caps; two equal points draw nothing.
+Q_DECL_EXPORT void line(const QPoint& from, const QPoint& to, int radius);
+// Draws the quad with the corners (0, h), (0, 0), (w, 0), (w, h), texture coordinates from
+// (0, 0) at the first: every pass covers its whole target with it.
+Q_DECL_EXPORT void drawQuad(int w, int h);

@@ -1,0 +1,196 @@
+// vexa-glmatte: the GPU matting view's matte of an image and a picture of marks, from the
+// command line.
+//
+//   vexa-glmatte IMAGE MARKS OUT [--passes N] [--timings]
+//
+// MARKS has IMAGE's size: red pixels mark the object, green ones the unknown band, blue ones
+// the background; any other colour is unmarked. OUT receives the matte as an 8-bit grey PNG
+// of IMAGE's size. The view needs an OpenGL 2.1 context, so a display (an X server such as
+// xvfb-run's) must be at hand. Exit status: 0 done, 2 bad arguments or files, 3 no OpenGL 2.1
+// context.
+#include "QuickSelectGLWidget.h"
+#include "VexaImageFile.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+#include <QSurfaceFormat>
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+int fail(int status, const QString& why)
+{
+    std::fprintf(stderr, "vexa-glmatte: %s\n", qPrintable(why));
+    return status;
+}
+
+// The view's encoding of a mark: red object, green unknown, blue background, at alpha 0.5.
+QRgb markOf(QRgb p)
+{
+    const bool r = qRed(p) >= 128, g = qGreen(p) >= 128, b = qBlue(p) >= 128;
+    if (r && !g && !b)
+        return qRgba(255, 0, 0, 128);
+    if (g && !r && !b)
+        return qRgba(0, 255, 0, 128);
+    if (b && !r && !g)
+        return qRgba(0, 0, 255, 128);
+    return 0;
+}
+
+// Whether an OpenGL 2.1 context can be had; if so, also the largest image side it takes.
+bool probeOpenGL(QString* why, int* largestSide)
+{
+    QSurfaceFormat fmt;
+    fmt.setVersion(2, 1);
+    fmt.setProfile(QSurfaceFormat::CompatibilityProfile);
+    QOpenGLContext context;
+    context.setFormat(fmt);
+    if (!context.create()) {
+        *why = QStringLiteral("no OpenGL 2.1 context can be created on the platform '%1'%2")
+                   .arg(QGuiApplication::platformName(),
+                        qEnvironmentVariableIsEmpty("DISPLAY") ? QStringLiteral(" (no display: run it under an X server, "
+                                                                                "for example with xvfb-run)")
+                                                               : QString());
+        return false;
+    }
+    const QSurfaceFormat got = context.format();
+    if (got.version() < qMakePair(2, 1) || context.isOpenGLES()) {
+        *why = QStringLiteral("no OpenGL 2.1 context: the driver offers only %1 %2.%3")
+                   .arg(context.isOpenGLES() ? QStringLiteral("OpenGL ES") : QStringLiteral("OpenGL"))
+                   .arg(got.majorVersion())
+                   .arg(got.minorVersion());
+        return false;
+    }
+    QOffscreenSurface surface;
+    surface.setFormat(got);
+    surface.create();
+    if (!context.makeCurrent(&surface)) {
+        *why = QStringLiteral("no OpenGL 2.1 context: the context cannot be made current");
+        return false;
+    }
+    GLint texture = 0, viewport[2] = {0, 0};
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &texture);
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewport);
+    *largestSide = std::min({int(texture), int(viewport[0]), int(viewport[1])});
+    context.doneCurrent();
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // Without any display the arguments are still checked; the missing OpenGL is reported
+    // afterwards with its own status instead of an abort in the platform plug-in.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY")
+        && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QPA_OFFSCREEN_NO_GLX", "1");
+    }
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("vexa-glmatte"));
+    QCommandLineParser cli;
+    cli.setApplicationDescription(QStringLiteral("Mattes IMAGE on the GPU from the marks painted in MARKS "
+                                                 "(red: object, green: unknown, blue: background) and writes "
+                                                 "the matte to OUT as an 8-bit grey PNG."));
+    cli.addHelpOption();
+    const QCommandLineOption passes(QStringLiteral("passes"), QStringLiteral("Closed-form smoothing passes (default 4)."),
+                                    QStringLiteral("N"), QStringLiteral("4"));
+    const QCommandLineOption timings(QStringLiteral("timings"), QStringLiteral("Print the time of the matte."));
+    cli.addOptions({passes, timings});
+    cli.addPositionalArgument(QStringLiteral("IMAGE"), QStringLiteral("The picture."));
+    cli.addPositionalArgument(QStringLiteral("MARKS"), QStringLiteral("The marks, a picture of IMAGE's size."));
+    cli.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("Where the matte goes (PNG)."));
+    if (!cli.parse(app.arguments()))
+        return fail(2, cli.errorText());
+    if (cli.isSet(QStringLiteral("help"))) {
+        std::printf("%s", qPrintable(cli.helpText()));
+        return 0;
+    }
+    const QStringList files = cli.positionalArguments();
+    if (files.size() != 3)
+        return fail(2, QStringLiteral("expected IMAGE, MARKS and OUT (see --help)"));
+    bool number = false;
+    const int passCount = cli.value(passes).toInt(&number);
+    if (!number || passCount < 0 || passCount > 1000)
+        return fail(2, QStringLiteral("--passes must be a whole number from 0 to 1000, not '%1'").arg(cli.value(passes)));
+
+    QString why;
+    const QImage image = VexaImageFile::read(files[0], &why);
+    if (image.isNull())
+        return fail(2, QStringLiteral("cannot read the image %1: %2").arg(files[0], why));
+    const QImage marksPicture = VexaImageFile::read(files[1], &why);
+    if (marksPicture.isNull())
+        return fail(2, QStringLiteral("cannot read the marks %1: %2").arg(files[1], why));
+    if (marksPicture.size() != image.size())
+        return fail(2, QStringLiteral("the marks are %1 x %2 but the image is %3 x %4")
+                           .arg(marksPicture.width())
+                           .arg(marksPicture.height())
+                           .arg(image.width())
+                           .arg(image.height()));
+
+    int largestSide = 0;
+    if (!probeOpenGL(&why, &largestSide))
+        return fail(3, why);
+    if (image.width() > largestSide || image.height() > largestSide)
+        return fail(2, QStringLiteral("the image is %1 x %2, larger than this OpenGL's largest texture (%3 pixels a side)")
+                           .arg(image.width())
+                           .arg(image.height())
+                           .arg(largestSide));
+
+    QElapsedTimer clock;
+    clock.start();
+    QuickSelectGLWidget view;
+    view.setAttribute(Qt::WA_DontShowOnScreen);
+    view.loadFromImage(image); // taken when the view gets its context
+    view.show();
+    QCoreApplication::processEvents();
+    if (!view.fbo)
+        return fail(3, QStringLiteral("no OpenGL 2.1 context for the matting view"));
+
+    QImage marks(image.size(), QImage::Format_ARGB32);
+    const QImage picture = marksPicture.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* in = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        auto* out = reinterpret_cast<QRgb*>(marks.scanLine(y));
+        for (int x = 0; x < picture.width(); ++x)
+            out[x] = markOf(in[x]);
+    }
+    // The view keeps its textures bottom row first.
+    const QImage rows = marks.convertToFormat(QImage::Format_RGBA8888).mirrored();
+    view.makeCurrent();
+    glBindTexture(GL_TEXTURE_2D, view.marksTexture);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, rows.width(), rows.height(), GL_RGBA, GL_UNSIGNED_BYTE, rows.constBits());
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glFinish();
+    const qint64 loadNs = clock.nsecsElapsed();
+
+    view.brushRadius = passCount;
+    clock.restart();
+    view.matte();
+    view.makeCurrent();
+    glFinish();
+    const qint64 matteNs = clock.nsecsElapsed();
+
+    QImage matte;
+    view.saveToImage(matte);
+    const QImage grey = matte.convertToFormat(QImage::Format_Grayscale8);
+    if (grey.isNull() || !grey.save(files[2], "PNG"))
+        return fail(2, QStringLiteral("cannot write %1").arg(files[2]));
+    if (cli.isSet(timings)) {
+        std::printf("renderer %s\n", reinterpret_cast<const char*>(glGetString(GL_RENDERER)));
+        std::printf("load %.1f ms\n", double(loadNs) / 1e6);
+        std::printf("matte %.1f ms (%d x %d, %d closed passes)\n", double(matteNs) / 1e6, image.width(), image.height(), passCount);
+    }
+    return 0;
+}

@@ -1,0 +1,1016 @@
+// The GPU matting view and its six programs, against the CPU versions in GLMattingReference.h.
+// Runs under an X server (Mesa's llvmpipe in CI).
+#include "GLMattingReference.h"
+#include "QuickSelectGLWidget.h"
+
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+#include <QOpenGLShaderProgram>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QResource>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <GL/gl.h>
+
+#include <functional>
+#include <memory>
+
+extern "C" int qInitResources_Resources();
+extern "C" int qCleanupResources_Resources();
+
+namespace {
+
+using ref::Grid;
+using ref::Px;
+
+QOpenGLFunctions* glf()
+{
+    return QOpenGLContext::currentContext()->functions();
+}
+
+// The bound frame buffer, top row first, bytes as stored.
+QImage readPixels(int w, int h)
+{
+    QImage out(w, h, QImage::Format_RGBA8888);
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    glReadPixels(0, 0, w, h, GL_RGBA, GL_UNSIGNED_BYTE, out.bits());
+    return out.mirrored();
+}
+
+void attach(QuickSelectGLWidget& v, GLuint texture)
+{
+    v.fbo->bind();
+    glf()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
+    glViewport(0, 0, v.texWidth, v.texHeight);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(0, v.texWidth, v.texHeight, 0, -1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+void detach(QuickSelectGLWidget& v)
+{
+    glf()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, v.fbo->texture(), 0);
+    v.fbo->release();
+}
+
+QImage readTexture(QuickSelectGLWidget& v, GLuint texture)
+{
+    v.makeCurrent();
+    attach(v, texture);
+    QImage out = readPixels(v.texWidth, v.texHeight);
+    detach(v);
+    return out;
+}
+
+void writeTexture(QuickSelectGLWidget& v, GLuint texture, const QImage& image)
+{
+    v.makeCurrent();
+    const QImage rgba = image.convertToFormat(QImage::Format_RGBA8888).mirrored();
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, rgba.width(), rgba.height(), GL_RGBA, GL_UNSIGNED_BYTE, rgba.constBits());
+    glBindTexture(GL_TEXTURE_2D, 0);
+}
+
+// One full quad of `program` with the view's uniforms, into the scratch texture; its pixels.
+QImage runProgram(QuickSelectGLWidget& v, QOpenGLShaderProgram& program, GLuint unit0, GLuint unit1)
+{
+    v.makeCurrent();
+    attach(v, v.fbo->texture());
+    glClearColor(0.2f, 0.4f, 0.6f, 0.8f); // so that an unwritten pixel shows
+    glClear(GL_COLOR_BUFFER_BIT);
+    glClearColor(0, 0, 0, 0);
+    program.bind();
+    glf()->glActiveTexture(GL_TEXTURE1);
+    glBindTexture(GL_TEXTURE_2D, unit1);
+    glf()->glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, unit0);
+    drawQuad(v.texWidth, v.texHeight);
+    program.release();
+    QImage out = readPixels(v.texWidth, v.texHeight);
+    detach(v);
+    return out;
+}
+
+// Largest difference of any channel, in byte steps.
+int maxDiff(const QImage& a, const QImage& b, QPoint* where = nullptr)
+{
+    const QImage x = a.convertToFormat(QImage::Format_RGBA8888), y = b.convertToFormat(QImage::Format_RGBA8888);
+    if (x.size() != y.size())
+        return 256;
+    int worst = 0;
+    for (int r = 0; r < x.height(); ++r)
+        for (int c = 0; c < x.width() * 4; ++c) {
+            const int d = std::abs(int(x.constScanLine(r)[c]) - int(y.constScanLine(r)[c]));
+            if (d > worst) {
+                worst = d;
+                if (where)
+                    *where = QPoint(c / 4, r);
+            }
+        }
+    return worst;
+}
+
+// Sum of the differences of all channels.
+qint64 sumDiff(const QImage& a, const QImage& b)
+{
+    const QImage x = a.convertToFormat(QImage::Format_RGBA8888), y = b.convertToFormat(QImage::Format_RGBA8888);
+    qint64 sum = 0;
+    for (int r = 0; r < x.height(); ++r)
+        for (int c = 0; c < x.width() * 4; ++c)
+            sum += std::abs(int(x.constScanLine(r)[c]) - int(y.constScanLine(r)[c]));
+    return sum;
+}
+
+QString describe(const QImage& a, const QImage& b)
+{
+    QPoint at;
+    const int d = maxDiff(a, b, &at);
+    return QStringLiteral("differs by %1 at (%2, %3): gpu %4 cpu %5")
+        .arg(d)
+        .arg(at.x())
+        .arg(at.y())
+        .arg(a.convertToFormat(QImage::Format_ARGB32).pixel(at), 8, 16, QLatin1Char('0'))
+        .arg(b.convertToFormat(QImage::Format_ARGB32).pixel(at), 8, 16, QLatin1Char('0'));
+}
+
+// Marks as the view stores them: red object, green unknown, blue background, alpha 0.5.
+QImage marksImage(int w, int h, const std::function<char(int, int)>& kind)
+{
+    QImage m(w, h, QImage::Format_RGBA8888);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const char k = kind(x, y);
+            m.setPixelColor(x, y, k == 'r' ? QColor(255, 0, 0, 128) : k == 'g' ? QColor(0, 255, 0, 128)
+                                   : k == 'b'                      ? QColor(0, 0, 255, 128)
+                                                                   : QColor(0, 0, 0, 0));
+        }
+    return m;
+}
+
+QImage greyImage(int w, int h, const std::function<int(int, int)>& level)
+{
+    QImage m(w, h, QImage::Format_RGBA8888);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const int a = level(x, y);
+            m.setPixelColor(x, y, QColor(a, a, a, 255));
+        }
+    return m;
+}
+
+// A photo-like picture: smooth colour ramps, a disc of another colour and some noise.
+QImage syntheticPhoto(int w, int h, quint32 seed)
+{
+    QRandomGenerator rng(seed);
+    QImage img(w, h, QImage::Format_ARGB32);
+    const double cx = w * 0.45, cy = h * 0.55, r = std::min(w, h) * 0.3;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const bool inside = std::hypot(x - cx, y - cy) < r;
+            const int n = int(rng.bounded(7)) - 3;
+            const int red = inside ? 210 + n : 40 + 4 * x % 60 + n;
+            const int green = inside ? 120 + 2 * y % 40 + n : 90 + n;
+            const int blue = inside ? 30 + n : 160 + 3 * y % 50 + n;
+            img.setPixel(x, y, qRgb(std::clamp(red, 0, 255), std::clamp(green, 0, 255), std::clamp(blue, 0, 255)));
+        }
+    return img;
+}
+
+// Marks for syntheticPhoto: object inside the disc, unknown band around its edge, background
+// in a frame near the border, the rest unmarked.
+QImage syntheticMarks(int w, int h, int band)
+{
+    const double cx = w * 0.45, cy = h * 0.55, r = std::min(w, h) * 0.3;
+    return marksImage(w, h, [&](int x, int y) {
+        const double d = std::hypot(x - cx, y - cy) - r;
+        if (std::abs(d) <= band)
+            return 'g';
+        if (d < -band)
+            return 'r';
+        if (x < 2 || y < 2 || x >= w - 2 || y >= h - 2)
+            return 'b';
+        return '.';
+    });
+}
+
+void sendMouse(QWidget& w, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held, QPoint at)
+{
+    QMouseEvent e(type, QPointF(at), w.mapToGlobal(QPointF(at)), button, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(&w, &e);
+}
+
+void drag(QWidget& w, Qt::MouseButton button, QPoint from, QPoint to)
+{
+    sendMouse(w, QEvent::MouseButtonPress, button, button, from);
+    sendMouse(w, QEvent::MouseMove, Qt::NoButton, button, to);
+    sendMouse(w, QEvent::MouseButtonRelease, button, Qt::NoButton, to);
+}
+
+// Closes every message box that opens, keeping its text.
+class BoxCloser : public QObject
+{
+public:
+    BoxCloser()
+    {
+        m_timer.setInterval(20);
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                texts << box->text();
+                titles << box->windowTitle();
+                box->done(QMessageBox::Ok);
+            }
+        });
+        m_timer.start();
+    }
+    QStringList texts;
+    QStringList titles;
+
+private:
+    QTimer m_timer;
+};
+
+} // namespace
+
+class TestGLMatting : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+
+    void trimapProgram_data();
+    void trimapProgram();
+    void fastFillByHand();
+    void fastFillProgram();
+    void expandByHand();
+    void expandProgram();
+    void robustByHand_data();
+    void robustByHand();
+    void robustProgram();
+    void closedByHand();
+    void closedProgram();
+    void resultProgram();
+
+    void nothingBeforeAnImage();
+    void imageWaitsForTheContext();
+    void inputReadsFileOrSaysWhy();
+    void pressAndReleasePaintNothing();
+    void strokeBand();
+    void markColours_data();
+    void markColours();
+    void autoFillFloodsAfterStroke();
+    void floodAlternatesTextures();
+    void matteRunsClosedBrushRadiusTimes_data();
+    void matteRunsClosedBrushRadiusTimes();
+    void resetGivesMidGrey();
+    void viewsShowImageMatteComposite();
+    void brokenProgramShowsMessageOthersRun_data();
+    void brokenProgramShowsMessageOthersRun();
+    void commandLineExitStatuses_data();
+    void commandLineExitStatuses();
+    void commandLineMatchesView();
+
+private:
+    // Shows a view holding `image`.
+    QuickSelectGLWidget& view(const QImage& image);
+    std::unique_ptr<QuickSelectGLWidget> m_view;
+};
+
+void TestGLMatting::init()
+{
+    m_view.reset();
+}
+
+void TestGLMatting::cleanup()
+{
+    m_view.reset();
+}
+
+QuickSelectGLWidget& TestGLMatting::view(const QImage& image)
+{
+    m_view = std::make_unique<QuickSelectGLWidget>();
+    m_view->show();
+    if (!QTest::qWaitForWindowExposed(m_view.get()))
+        qFatal("the view does not appear");
+    m_view->loadFromImage(image);
+    if (!m_view->fbo)
+        qFatal("no OpenGL context for the view");
+    return *m_view;
+}
+
+// ---- The programs ---------------------------------------------------------------------------
+
+void TestGLMatting::trimapProgram_data()
+{
+    QTest::addColumn<QColor>("mark");
+    QTest::addColumn<int>("alpha");
+    QTest::newRow("red: object") << QColor(255, 0, 0, 128) << 255;
+    QTest::newRow("green: unknown") << QColor(0, 255, 0, 128) << 128;
+    QTest::newRow("blue: background") << QColor(0, 0, 255, 128) << 0;
+    QTest::newRow("unmarked: background") << QColor(0, 0, 0, 0) << 0;
+    QTest::newRow("red wins over green") << QColor(255, 255, 0, 128) << 255;
+    QTest::newRow("128 is above a half") << QColor(128, 0, 0, 128) << 255;
+    QTest::newRow("127 is not") << QColor(127, 128, 0, 128) << 128;
+}
+
+void TestGLMatting::trimapProgram()
+{
+    QFETCH(QColor, mark);
+    QFETCH(int, alpha);
+    QuickSelectGLWidget& v = view(syntheticPhoto(5, 3, 1));
+    QImage marks(5, 3, QImage::Format_RGBA8888);
+    marks.fill(Qt::transparent);
+    marks.setPixelColor(3, 1, mark);
+    writeTexture(v, v.marksTexture, marks);
+    const QImage gpu = runProgram(v, *v.trimapShader, v.marksTexture, 0);
+    QCOMPARE(gpu.pixelColor(3, 1), QColor(alpha, alpha, alpha, 255));
+    QCOMPARE(gpu.pixelColor(0, 0), QColor(0, 0, 0, 255));
+    const QImage cpu = ref::toImage(ref::trimap(ref::fromImage(marks)));
+    QCOMPARE(maxDiff(gpu, cpu), 0);
+}
+
+void TestGLMatting::fastFillByHand()
+{
+    // One row: object seed, two gaps, unknown, two gaps, background seed. Two passes fill
+    // the gaps; the unknown mark blocks both and never spreads.
+    QuickSelectGLWidget& v = view(syntheticPhoto(7, 1, 1));
+    writeTexture(v, v.marksTexture, marksImage(7, 1, [](int x, int) { return "r..g..b"[x]; }));
+    const char* afterOne = "rr.g.bb";
+    const char* afterTwo = "rrrgbbb";
+    v.flood(1);
+    QCOMPARE(readTexture(v, v.marksTexture), marksImage(7, 1, [&](int x, int) { return afterOne[x]; }));
+    v.flood(1);
+    QCOMPARE(readTexture(v, v.marksTexture), marksImage(7, 1, [&](int x, int) { return afterTwo[x]; }));
+
+    // A gap between an object and a background mark becomes object.
+    writeTexture(v, v.marksTexture, marksImage(7, 1, [](int x, int) { return "..r.b.."[x]; }));
+    v.flood(1);
+    QCOMPARE(readTexture(v, v.marksTexture), marksImage(7, 1, [](int x, int) { return ".rrrbb."[x]; }));
+}
+
+void TestGLMatting::fastFillProgram()
+{
+    QRandomGenerator rng(7);
+    const int w = 23, h = 17;
+    const QImage marks = marksImage(w, h, [&](int, int) { return ".........rgb"[rng.bounded(12)]; });
+    QuickSelectGLWidget& v = view(syntheticPhoto(w, h, 2));
+    // Odd and even pass counts: the result ends in either texture of the alternation.
+    Grid expected = ref::fromImage(marks);
+    for (int passes = 1; passes <= 4; ++passes) {
+        writeTexture(v, v.marksTexture, marks);
+        v.flood(passes);
+        expected = ref::fastFill(expected);
+        const QImage gpu = readTexture(v, v.marksTexture);
+        const QImage cpu = ref::toImage(expected);
+        QVERIFY2(maxDiff(gpu, cpu) == 0, qPrintable(QStringLiteral("%1 passes ").arg(passes) + describe(gpu, cpu)));
+    }
+}
+
+void TestGLMatting::expandByHand()
+{
+    // Every pixel has its own colour except the centre (10, 10) and two pixels three steps
+    // from it, right (13, 10: background) and below (10, 13: object). Both are at distance 9;
+    // the scan runs window rows upwards, so the row below in the image comes first and the
+    // centre takes its value, 1.
+    const int n = 21;
+    QImage colours(n, n, QImage::Format_ARGB32);
+    for (int y = 0; y < n; ++y)
+        for (int x = 0; x < n; ++x)
+            colours.setPixel(x, y, qRgb(12 * x, 12 * y, 0));
+    for (QPoint p : {QPoint(10, 10), QPoint(13, 10), QPoint(10, 13)})
+        colours.setPixel(p, qRgb(0, 0, 255));
+    // A lone unknown pixel without a close colour stays unknown: (3, 3) differs from (3, 4)
+    // by 12/255 in green, far above the limit.
+    QImage tri = greyImage(n, n, [](int x, int y) {
+        return (x == 10 && y == 10) || (x == 3 && y == 3) ? 128 : (x == 10 && y == 13) ? 255 : 0;
+    });
+    QuickSelectGLWidget& v = view(colours);
+    writeTexture(v, v.alphaTexture, tri);
+    QImage gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
+    QCOMPARE(qRed(gpu.pixel(10, 10)), 255);
+    QCOMPARE(qRed(gpu.pixel(3, 3)), 128);
+
+    // Colours within the limit: 5/255 in one channel qualifies (25 / 65025 <= 0.0004), 6/255
+    // does not (36 / 65025).
+    colours.setPixel(10, 13, qRgb(0, 0, 250));
+    colours.setPixel(13, 10, qRgb(0, 0, 249));
+    writeTexture(v, v.colorTexture, colours);
+    gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
+    QCOMPARE(qRed(gpu.pixel(10, 10)), 255);
+    colours.setPixel(10, 13, qRgb(0, 0, 249));
+    colours.setPixel(13, 10, qRgb(0, 0, 250));
+    writeTexture(v, v.colorTexture, colours);
+    gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
+    QCOMPARE(qRed(gpu.pixel(10, 10)), 0);
+}
+
+void TestGLMatting::expandProgram()
+{
+    // Few colours with a little noise, so that many offsets qualify and many do not.
+    const int w = 31, h = 26;
+    QRandomGenerator rng(11);
+    const QRgb palette[] = {qRgb(200, 40, 40), qRgb(40, 200, 40), qRgb(40, 40, 200), qRgb(120, 120, 120)};
+    QImage colours(w, h, QImage::Format_ARGB32);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const QRgb c = palette[rng.bounded(4)];
+            const int n = int(rng.bounded(9)) - 4;
+            colours.setPixel(x, y, qRgb(qRed(c) + n, qGreen(c), qBlue(c) - n));
+        }
+    const QImage tri = greyImage(w, h, [&](int, int) { return std::array<int, 4>{0, 128, 128, 255}[rng.bounded(4)]; });
+    QuickSelectGLWidget& v = view(colours);
+    writeTexture(v, v.alphaTexture, tri);
+    const QImage gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
+    const QImage cpu = ref::toImage(ref::expand(ref::fromImage(tri), ref::fromImage(colours)));
+    QVERIFY2(maxDiff(gpu, cpu) == 0, qPrintable(describe(gpu, cpu)));
+}
+
+void TestGLMatting::robustByHand_data()
+{
+    QTest::addColumn<QString>("layout"); // per column of a 9 x 9 image: f object, b background, u unknown
+    QTest::addColumn<QRgb>("objectColour");
+    QTest::addColumn<QRgb>("backgroundColour");
+    QTest::addColumn<QRgb>("pixelColour");
+    QTest::addColumn<int>("alpha");
+    // Rays that reach only unknown pixels or leave the image: 0.5.
+    QTest::newRow("nothing known") << "uuuuuuuuu" << 0u << 0u << qRgb(9, 9, 9) << 128;
+    QTest::newRow("only object") << "ffffuffff" << qRgb(200, 0, 0) << 0u << qRgb(9, 9, 9) << 255;
+    QTest::newRow("only background") << "bbbbubbbb" << 0u << qRgb(200, 0, 0) << qRgb(9, 9, 9) << 0;
+    // The pixel lies a quarter of the way from the background to the object colour:
+    // df = 0.75 |cf - cb|, db = 0.25 |cf - cb|, alpha = db / (df + db) = 0.25, and every pair
+    // is the same, so the mean of the three slots is 0.25 (63.75, stored 64).
+    QTest::newRow("a quarter") << "ffffubbbb" << qRgb(0, 0, 200) << qRgb(200, 0, 0) << qRgb(150, 0, 50) << 64;
+    QTest::newRow("three quarters") << "ffffubbbb" << qRgb(200, 0, 0) << qRgb(0, 0, 200) << qRgb(150, 0, 50) << 191;
+    // Both samples have the pixel's colour: 0 / 0, settled as 0.5.
+    QTest::newRow("both distances 0") << "ffffubbbb" << qRgb(60, 60, 60) << qRgb(60, 60, 60) << qRgb(60, 60, 60) << 128;
+}
+
+void TestGLMatting::robustByHand()
+{
+    QFETCH(QString, layout);
+    QFETCH(QRgb, objectColour);
+    QFETCH(QRgb, backgroundColour);
+    QFETCH(QRgb, pixelColour);
+    QFETCH(int, alpha);
+    QImage colours(9, 9, QImage::Format_ARGB32);
+    for (int y = 0; y < 9; ++y)
+        for (int x = 0; x < 9; ++x)
+            colours.setPixel(x, y, layout[x] == QLatin1Char('f') ? objectColour : layout[x] == QLatin1Char('b') ? backgroundColour : pixelColour);
+    colours.setPixel(4, 4, pixelColour);
+    const QImage tri = greyImage(9, 9, [&](int x, int y) {
+        return x == 4 && y == 4 ? 128 : layout[x] == QLatin1Char('f') ? 255 : layout[x] == QLatin1Char('b') ? 0 : 128;
+    });
+    QuickSelectGLWidget& v = view(colours);
+    writeTexture(v, v.alphaTexture, tri);
+    const QImage gpu = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
+    QCOMPARE(qRed(gpu.pixel(4, 4)), alpha);
+    const QImage cpu = ref::toImage(ref::robust(ref::fromImage(tri), ref::fromImage(colours)));
+    QCOMPARE(qRed(cpu.pixel(4, 4)), alpha);
+}
+
+void TestGLMatting::robustProgram()
+{
+    // A wide unknown band so that rays travel, stop at object and background pixels of
+    // varied colours, and many pairs compete for the three slots.
+    for (const QSize size : {QSize(40, 28), QSize(28, 40)}) {
+        const int w = size.width(), h = size.height();
+        const QImage colours = syntheticPhoto(w, h, 5);
+        const QImage tri = ref::toImage(ref::trimap(ref::fromImage(syntheticMarks(w, h, 4))));
+        QuickSelectGLWidget& v = view(colours);
+        writeTexture(v, v.alphaTexture, tri);
+        const QImage gpu = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
+        const QImage cpu = ref::toImage(ref::robust(ref::fromImage(tri), ref::fromImage(colours)));
+        // The GPU's exp, cos and sin are not the C library's: the last bit of a float differs,
+        // which moves an alpha over a rounding edge by one step at most.
+        QVERIFY2(maxDiff(gpu, cpu) <= 1, qPrintable(describe(gpu, cpu)));
+        int soft = 0;
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                soft += qRed(gpu.pixel(x, y)) > 10 && qRed(gpu.pixel(x, y)) < 245;
+        QVERIFY2(soft > 20, "the band should get soft alphas");
+    }
+}
+
+void TestGLMatting::closedByHand()
+{
+    // 3 x 3 around (1, 1). Top row grey 0.6 with alpha 1, the rest grey 0.2 with alpha 0
+    // except the centre: grey 0.6, alpha 0.5 (stored 128).
+    //   g = 0.6 x 4, 0.2 x 5; mean m = 3.4 / 9 = 0.37778; d = 0.22222 (x 4), -0.17778 (x 5)
+    //   s = (4 x 0.049383 + 5 x 0.031605) / 9 + 0.001 / 9 = 0.039506 + 0.000111 = 0.039617
+    //   bright neighbours: w = (1 + 0.22222 x 0.22222 / 0.039617) / 9 = (1 + 1.24649) / 9 = 0.24961
+    //   dark neighbours:   w = (1 - 0.22222 x 0.17778 / 0.039617) / 9 = (1 - 0.99719) / 9 = 0.000312
+    //   alpha = 3 x 0.24961 / (3 x 0.24961 + 5 x 0.000312) = 0.74883 / 0.75039 = 0.99792 -> 254
+    // Pixels outside the 3 x 3 repeat the edge; the image is exactly 3 x 3.
+    QImage colours = greyImage(3, 3, [](int x, int y) { return y == 0 || (x == 1 && y == 1) ? 153 : 51; });
+    QImage tri = greyImage(3, 3, [](int x, int y) { return x == 1 && y == 1 ? 128 : y == 0 ? 255 : 0; });
+    QuickSelectGLWidget& v = view(colours);
+    writeTexture(v, v.alphaTexture, tri);
+    QImage gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
+    QCOMPARE(qRed(gpu.pixel(1, 1)), 254);
+    // Known pixels never change.
+    QCOMPARE(qRed(gpu.pixel(0, 0)), 255);
+    QCOMPARE(qRed(gpu.pixel(0, 2)), 0);
+
+    // Uniform grey: all deviations 0, every weight 1/9, the plain mean of the eight
+    // neighbours; six at 1 and two at 0 give 0.75 (191.25 -> 191).
+    colours = greyImage(3, 3, [](int, int) { return 90; });
+    tri = greyImage(3, 3, [](int x, int y) { return x == 1 && y == 1 ? 128 : y == 2 && x < 2 ? 0 : 255; });
+    writeTexture(v, v.colorTexture, colours);
+    writeTexture(v, v.alphaTexture, tri);
+    gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
+    QCOMPARE(qRed(gpu.pixel(1, 1)), 191);
+
+    // Above 0.95 and below 0.05 stay; 0.95 itself (242) and 0.05 (13) are smoothed.
+    for (const auto& [stored, stays] : {std::pair{243, true}, {242, false}, {12, true}, {13, false}}) {
+        tri = greyImage(3, 3, [&](int x, int y) { return x == 1 && y == 1 ? stored : 128; });
+        writeTexture(v, v.alphaTexture, tri);
+        gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
+        QCOMPARE(qRed(gpu.pixel(1, 1)) == stored, stays);
+    }
+}
+
+void TestGLMatting::closedProgram()
+{
+    const int w = 27, h = 21;
+    QRandomGenerator rng(3);
+    const QImage colours = syntheticPhoto(w, h, 9);
+    const QImage tri = greyImage(w, h, [&](int, int) { return int(rng.bounded(256)); });
+    QuickSelectGLWidget& v = view(colours);
+    writeTexture(v, v.alphaTexture, tri);
+    const QImage gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
+    const QImage cpu = ref::toImage(ref::closed(ref::fromImage(tri), ref::fromImage(colours)));
+    // Float sums in another order: a value a hair from a rounding edge may land on the other side.
+    QVERIFY2(maxDiff(gpu, cpu) <= 1, qPrintable(describe(gpu, cpu)));
+}
+
+void TestGLMatting::resultProgram()
+{
+    const int w = 13, h = 9;
+    const QImage colours = syntheticPhoto(w, h, 4);
+    const QImage tri = greyImage(w, h, [](int x, int y) { return (x * 37 + y * 11) % 256; });
+    QuickSelectGLWidget& v = view(colours);
+    writeTexture(v, v.alphaTexture, tri);
+    // By hand: colour (200, 100, 50, 255), alpha 0.2 (51), background (0, 0, 1, 1):
+    // (40, 20, 10 + 204, 51 + 204) = (40, 20, 214, 255).
+    QImage one = colours;
+    one.setPixel(0, 0, qRgb(200, 100, 50));
+    writeTexture(v, v.colorTexture, one);
+    QImage triOne = tri;
+    triOne.setPixelColor(0, 0, QColor(51, 51, 51));
+    writeTexture(v, v.alphaTexture, triOne);
+    for (const Px& bkg : {Px{0, 0, 0, 0}, Px{0, 0, 1, 1}}) {
+        v.makeCurrent();
+        v.resultShader->bind();
+        v.resultShader->setUniformValue("BkgColor", bkg[0], bkg[1], bkg[2], bkg[3]);
+        const QImage gpu = runProgram(v, *v.resultShader, v.alphaTexture, v.colorTexture);
+        const QImage cpu = ref::toImage(ref::result(ref::fromImage(triOne), ref::fromImage(one), bkg));
+        QVERIFY2(maxDiff(gpu, cpu) <= 1, qPrintable(describe(gpu, cpu)));
+        if (bkg[3] == 1)
+            QCOMPARE(gpu.pixelColor(0, 0), QColor(40, 20, 214, 255));
+        else
+            QCOMPARE(gpu.pixelColor(0, 0), QColor(40, 20, 10, 51));
+    }
+}
+
+// ---- The view ---------------------------------------------------------------------------------
+
+void TestGLMatting::nothingBeforeAnImage()
+{
+    QuickSelectGLWidget v;
+    v.resize(40, 30);
+    v.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&v));
+    drag(v, Qt::LeftButton, QPoint(5, 5), QPoint(20, 5));
+    v.flood(4);
+    v.matte();
+    v.reset();
+    QImage matte;
+    v.saveToImage(matte);
+    QVERIFY(matte.isNull());
+    QVERIFY(!v.fbo);
+    QCOMPARE(v.colorTexture + v.alphaTexture + v.marksTexture, GLuint(0));
+    // View 0 draws nothing visible: the clear colour, transparent black, everywhere.
+    const QImage shown = v.grabFramebuffer().convertToFormat(QImage::Format_RGBA8888);
+    QCOMPARE(shown.size(), QSize(40, 30));
+    for (int y = 0; y < shown.height(); ++y)
+        for (int x = 0; x < shown.width(); ++x)
+            QCOMPARE(shown.pixel(x, y), 0u);
+}
+
+void TestGLMatting::imageWaitsForTheContext()
+{
+    // Loaded before the view has a context: the image is taken when the context arrives.
+    QuickSelectGLWidget v;
+    v.loadFromImage(syntheticPhoto(24, 18, 3));
+    QVERIFY(!v.fbo);
+    v.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&v));
+    QVERIFY(v.fbo);
+    QCOMPARE(v.size(), QSize(24, 18));
+    QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(24, 18, 3).convertToFormat(QImage::Format_RGBA8888));
+    QCOMPARE(readTexture(v, v.alphaTexture), greyImage(24, 18, [](int, int) { return 128; }));
+
+    // Another image replaces everything: new size, all unknown, no marks.
+    writeTexture(v, v.marksTexture, marksImage(24, 18, [](int, int) { return 'r'; }));
+    v.loadFromImage(syntheticPhoto(10, 12, 4));
+    QCOMPARE(v.size(), QSize(10, 12));
+    QCOMPARE(v.texWidth, 10);
+    QCOMPARE(v.imageHeight, 12);
+    QCOMPARE(readTexture(v, v.marksTexture), marksImage(10, 12, [](int, int) { return '.'; }));
+}
+
+void TestGLMatting::inputReadsFileOrSaysWhy()
+{
+    QTemporaryDir dir;
+    const QString good = dir.filePath(QStringLiteral("good.png"));
+    QVERIFY(syntheticPhoto(16, 12, 2).save(good));
+    QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
+    v.caption = QStringLiteral("Title");
+    QVERIFY(v.input(good));
+    QCOMPARE(v.size(), QSize(16, 12));
+    QStringList texts, titles;
+    const QString missing = dir.filePath(QStringLiteral("missing.png"));
+    {
+        BoxCloser closer;
+        QVERIFY(!v.input(missing));
+        texts = closer.texts;
+        titles = closer.titles;
+    }
+    QCOMPARE(texts, QStringList{QStringLiteral("Failed to open file:\n'") + missing + QStringLiteral("'.")});
+    QCOMPARE(titles, QStringList{QStringLiteral("Title")});
+    // The previous image stays.
+    QCOMPARE(v.texWidth, 16);
+    QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(16, 12, 2).convertToFormat(QImage::Format_RGBA8888));
+}
+
+void TestGLMatting::pressAndReleasePaintNothing()
+{
+    QuickSelectGLWidget& v = view(syntheticPhoto(40, 30, 1));
+    sendMouse(v, QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, QPoint(20, 15));
+    QVERIFY(v.leftDown);
+    sendMouse(v, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, QPoint(20, 15));
+    QVERIFY(!v.leftDown);
+    // Moving afterwards without a button paints nothing either.
+    sendMouse(v, QEvent::MouseMove, Qt::NoButton, Qt::NoButton, QPoint(30, 20));
+    QCOMPARE(readTexture(v, v.marksTexture), marksImage(40, 30, [](int, int) { return '.'; }));
+}
+
+void TestGLMatting::strokeBand()
+{
+    // Radius 4, from (10, 10) to (30, 10): rows 6 to 13 and columns 6 to 33, with the corners
+    // of the band cut off by the half-octagon caps.
+    QuickSelectGLWidget& v = view(syntheticPhoto(40, 20, 1));
+    QCOMPARE(v.brushRadius, 4);
+    drag(v, Qt::LeftButton, QPoint(10, 10), QPoint(30, 10));
+    const QImage marks = readTexture(v, v.marksTexture);
+    QRect box;
+    for (int y = 0; y < marks.height(); ++y)
+        for (int x = 0; x < marks.width(); ++x) {
+            const QColor c = marks.pixelColor(x, y);
+            if (c.alpha() == 0)
+                continue;
+            QCOMPARE(c, QColor(255, 0, 0, 128));
+            box |= QRect(x, y, 1, 1);
+        }
+    QCOMPARE(box, QRect(QPoint(6, 6), QPoint(33, 13)));
+    for (int x = 10; x <= 29; ++x)
+        for (int y = 6; y <= 13; ++y)
+            QCOMPARE(marks.pixelColor(x, y).alpha(), 128);
+    for (QPoint corner : {QPoint(6, 6), QPoint(6, 13), QPoint(33, 6), QPoint(33, 13)})
+        QCOMPARE(marks.pixelColor(corner).alpha(), 0);
+    // The tips: (6, 10) and (34, 10); the pixel centres next to them are inside.
+    QCOMPARE(marks.pixelColor(6, 9).alpha(), 128);
+    QCOMPARE(marks.pixelColor(6, 10).alpha(), 128);
+    QCOMPARE(marks.pixelColor(33, 9).alpha(), 128);
+    // Vertices are truncated toward zero: the lower cap corners (7.17, 12.83) and
+    // (32.83, 12.83) become (7, 12) and (32, 12), which leaves these two pixels out.
+    QCOMPARE(marks.pixelColor(7, 12).alpha(), 0);
+    QCOMPARE(marks.pixelColor(32, 12).alpha(), 0);
+    QCOMPARE(marks.pixelColor(7, 7).alpha(), 128);
+}
+
+void TestGLMatting::markColours_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("button");
+    QTest::addColumn<QColor>("colour");
+    const QColor red(255, 0, 0, 128), green(0, 255, 0, 128), blue(0, 0, 255, 128), erased(0, 0, 0, 0);
+    const int left = Qt::LeftButton, right = Qt::RightButton, middle = Qt::MiddleButton;
+    QTest::newRow("0 left") << 0 << left << red;
+    QTest::newRow("0 right") << 0 << right << green;
+    QTest::newRow("0 middle") << 0 << middle << erased;
+    QTest::newRow("1 left") << 1 << left << blue;
+    QTest::newRow("1 right") << 1 << right << red;
+    QTest::newRow("1 middle") << 1 << middle << green;
+    QTest::newRow("2 left") << 2 << left << green;
+    QTest::newRow("2 right") << 2 << right << red;
+    QTest::newRow("2 middle") << 2 << middle << erased;
+    QTest::newRow("3 left") << 3 << left << erased;
+    QTest::newRow("3 right") << 3 << right << erased;
+}
+
+void TestGLMatting::markColours()
+{
+    QFETCH(int, mode);
+    QFETCH(int, button);
+    QFETCH(QColor, colour);
+    QuickSelectGLWidget& v = view(syntheticPhoto(30, 20, 1));
+    // Something to erase under the stroke.
+    writeTexture(v, v.marksTexture, marksImage(30, 20, [](int, int) { return 'b'; }));
+    v.markMode = mode;
+    v.brushRadius = 2;
+    drag(v, Qt::MouseButton(button), QPoint(5, 10), QPoint(25, 10));
+    const QImage marks = readTexture(v, v.marksTexture);
+    QCOMPARE(marks.pixelColor(15, 10), colour);
+    QCOMPARE(marks.pixelColor(15, 2), QColor(0, 0, 255, 128));
+}
+
+void TestGLMatting::autoFillFloodsAfterStroke()
+{
+    QuickSelectGLWidget& v = view(syntheticPhoto(60, 50, 1));
+    v.autoFill = true;
+    v.brushRadius = 1;
+    // A background seed shows whether a flood ran.
+    writeTexture(v, v.marksTexture, marksImage(60, 50, [](int x, int y) { return x == 50 && y == 40 ? 'b' : '.'; }));
+    // In mode 0 the right button paints unknown: no flood.
+    drag(v, Qt::RightButton, QPoint(5, 45), QPoint(10, 45));
+    QCOMPARE(readTexture(v, v.marksTexture).pixelColor(50, 41).alpha(), 0);
+    // The left button paints the object and floods 16 passes.
+    drag(v, Qt::LeftButton, QPoint(30, 10), QPoint(31, 10));
+    const QImage marks = readTexture(v, v.marksTexture);
+    QCOMPARE(marks.pixelColor(30, 10 + 16), QColor(255, 0, 0, 128));
+    QCOMPARE(marks.pixelColor(30, 10 + 18).alpha(), 0);
+    QCOMPARE(marks.pixelColor(50, 40 - 16), QColor(0, 0, 255, 128));
+    QCOMPARE(marks.pixelColor(7, 45), QColor(0, 255, 0, 128));
+    // Without autoFill the stroke stays as painted.
+    v.autoFill = false;
+    writeTexture(v, v.marksTexture, marksImage(60, 50, [](int, int) { return '.'; }));
+    drag(v, Qt::LeftButton, QPoint(30, 10), QPoint(31, 10));
+    QCOMPARE(readTexture(v, v.marksTexture).pixelColor(30, 14).alpha(), 0);
+}
+
+void TestGLMatting::floodAlternatesTextures()
+{
+    // flood(n) equals n single passes whatever n's parity, and leaves the colour and alpha alone.
+    const int w = 20, h = 14;
+    const QImage marks = marksImage(w, h, [](int x, int y) { return x == 4 && y == 4 ? 'r' : x == 15 && y == 9 ? 'b' : y == 7 && x > 8 ? 'g' : '.'; });
+    QuickSelectGLWidget& v = view(syntheticPhoto(w, h, 2));
+    for (int n : {1, 2, 5, 6}) {
+        writeTexture(v, v.marksTexture, marks);
+        v.flood(n);
+        Grid expected = ref::fromImage(marks);
+        for (int i = 0; i < n; ++i)
+            expected = ref::fastFill(expected);
+        QCOMPARE(maxDiff(readTexture(v, v.marksTexture), ref::toImage(expected)), 0);
+    }
+    QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(w, h, 2).convertToFormat(QImage::Format_RGBA8888));
+    QCOMPARE(readTexture(v, v.alphaTexture), greyImage(w, h, [](int, int) { return 128; }));
+}
+
+void TestGLMatting::matteRunsClosedBrushRadiusTimes_data()
+{
+    QTest::addColumn<int>("radius");
+    QTest::newRow("default 4") << 4;
+    QTest::newRow("1") << 1;
+    QTest::newRow("0") << 0;
+}
+
+void TestGLMatting::matteRunsClosedBrushRadiusTimes()
+{
+    QFETCH(int, radius);
+    const int w = 36, h = 30;
+    const QImage colours = syntheticPhoto(w, h, 8);
+    const QImage marks = syntheticMarks(w, h, 5);
+    QuickSelectGLWidget& v = view(colours);
+    if (radius != 4)
+        v.brushRadius = radius;
+    writeTexture(v, v.marksTexture, marks);
+    v.matte();
+    QImage gpu;
+    v.saveToImage(gpu);
+    QCOMPARE(gpu.size(), QSize(w, h));
+    QCOMPARE(gpu.format(), QImage::Format_ARGB32);
+    const Grid g = ref::fromImage(marks), c = ref::fromImage(colours);
+    const QImage cpu = ref::toImage(ref::matte(g, c, radius));
+    QVERIFY2(maxDiff(gpu, cpu) <= 1, qPrintable(describe(gpu, cpu)));
+    // One pass more or fewer lies clearly farther away, so the count is what it is.
+    const qint64 own = sumDiff(gpu, cpu);
+    QVERIFY(sumDiff(gpu, ref::toImage(ref::matte(g, c, radius + 1))) > own + 20);
+    if (radius > 0)
+        QVERIFY(sumDiff(gpu, ref::toImage(ref::matte(g, c, radius - 1))) > own + 20);
+    // The marks stay as painted: matte starts again from them each time.
+    QCOMPARE(readTexture(v, v.marksTexture), marks);
+    v.matte();
+    QImage again;
+    v.saveToImage(again);
+    QCOMPARE(again, gpu);
+}
+
+void TestGLMatting::resetGivesMidGrey()
+{
+    QuickSelectGLWidget& v = view(syntheticPhoto(30, 24, 1));
+    writeTexture(v, v.marksTexture, syntheticMarks(30, 24, 2));
+    v.matte();
+    v.reset();
+    v.viewMode = 1;
+    const QImage shown = v.grabFramebuffer().convertToFormat(QImage::Format_RGBA8888);
+    QCOMPARE(shown, greyImage(30, 24, [](int, int) { return 128; }));
+    QCOMPARE(readTexture(v, v.marksTexture), marksImage(30, 24, [](int, int) { return '.'; }));
+}
+
+void TestGLMatting::viewsShowImageMatteComposite()
+{
+    const int w = 32, h = 24;
+    const QImage colours = syntheticPhoto(w, h, 6);
+    const QImage marks = syntheticMarks(w, h, 2);
+    QuickSelectGLWidget& v = view(colours);
+    writeTexture(v, v.marksTexture, marks);
+    // The frame buffer's bytes as written; the grab calls them premultiplied, so they are
+    // taken over without conversion.
+    auto shown = [&](int mode) {
+        v.viewMode = mode;
+        const QImage raw = v.grabFramebuffer().convertToFormat(QImage::Format_RGBA8888_Premultiplied);
+        return QImage(raw.constBits(), raw.width(), raw.height(), raw.bytesPerLine(), QImage::Format_RGBA8888).copy();
+    };
+    // View 0 without marks is the image; with marks, the marks blended over it at alpha 0.5.
+    v.showMarks = false;
+    QCOMPARE(shown(0), colours.convertToFormat(QImage::Format_RGBA8888));
+    v.showMarks = true;
+    const QImage withMarks = shown(0);
+    const float a = 128.0f / 255.0f;
+    const QColor under = colours.pixelColor(w / 2, h / 2 + 2), over = withMarks.pixelColor(w / 2, h / 2 + 2);
+    QVERIFY(std::abs(over.red() - std::lround(255 * a + under.red() * (1 - a))) <= 1);
+    QVERIFY(std::abs(over.green() - std::lround(under.green() * (1 - a))) <= 1);
+    QCOMPARE(withMarks.pixelColor(4, 4), colours.pixelColor(4, 4)); // unmarked
+
+    v.matte();
+    QImage matte;
+    v.saveToImage(matte);
+    QCOMPARE(shown(1), matte.convertToFormat(QImage::Format_RGBA8888));
+    // View 2: the image faded into transparent black by the matte.
+    const QImage written = shown(2);
+    const QImage cpu = ref::toImage(ref::result(ref::fromImage(matte), ref::fromImage(colours), Px{0, 0, 0, 0}));
+    QVERIFY2(maxDiff(written, cpu) <= 1, qPrintable(describe(written, cpu)));
+    // Any other view draws nothing.
+    QImage blank(w, h, QImage::Format_RGBA8888);
+    blank.fill(0);
+    QCOMPARE(shown(7), blank);
+}
+
+void TestGLMatting::brokenProgramShowsMessageOthersRun_data()
+{
+    QTest::addColumn<QString>("rcc");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("Robust does not compile") << QStringLiteral(VEXA_BROKEN_COMPILE_RCC)
+                                             << QStringLiteral("Failed to compile: 'RobustShader.fp'\n");
+    QTest::newRow("Closed does not link") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << QStringLiteral("Failed to link 'closedShader'\n");
+}
+
+void TestGLMatting::brokenProgramShowsMessageOthersRun()
+{
+    QFETCH(QString, rcc);
+    QFETCH(QString, message);
+    // The plug-in's shaders give way to a set in which one program is broken.
+    qCleanupResources_Resources();
+    QVERIFY(QResource::registerResource(rcc));
+    const int w = 30, h = 24;
+    const QImage colours = syntheticPhoto(w, h, 8);
+    const QImage marks = syntheticMarks(w, h, 2);
+    std::unique_ptr<QuickSelectGLWidget> v;
+    QStringList texts, titles;
+    {
+        BoxCloser closer;
+        v = std::make_unique<QuickSelectGLWidget>();
+        v->caption = QStringLiteral("Matting");
+        v->show();
+        QVERIFY(QTest::qWaitForWindowExposed(v.get()));
+        texts = closer.texts;
+        titles = closer.titles;
+    }
+    QVERIFY(QResource::unregisterResource(rcc));
+    qInitResources_Resources();
+    QCOMPARE(texts.size(), 1);
+    QVERIFY2(texts[0].startsWith(message), qPrintable(texts[0]));
+    QVERIFY(texts[0].size() > message.size()); // the log follows
+    QCOMPARE(titles[0], QStringLiteral("Matting"));
+
+    // The view goes on; matte runs the working passes and skips the broken one.
+    v->loadFromImage(colours);
+    writeTexture(*v, v->marksTexture, marks);
+    v->matte();
+    QImage gpu;
+    v->saveToImage(gpu);
+    const Grid g = ref::fromImage(marks), c = ref::fromImage(colours);
+    Grid expected = ref::expand(ref::trimap(g), c);
+    if (message.contains(QLatin1String("Robust"))) {
+        for (int i = 0; i < 4; ++i)
+            expected = ref::closed(expected, c);
+    } else {
+        expected = ref::robust(expected, c);
+    }
+    QVERIFY2(maxDiff(gpu, ref::toImage(expected)) <= 1, qPrintable(describe(gpu, ref::toImage(expected))));
+    QVERIFY(v->fastFillShader->isLinked());
+    QVERIFY(v->resultShader->isLinked());
+}
+
+// ---- The command line ---------------------------------------------------------------------
+
+void TestGLMatting::commandLineExitStatuses_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<bool>("withGL");
+    QTest::addColumn<int>("status");
+    // Files are made in the test: in.png 20 x 16, marks.png 20 x 16, small.png 8 x 8.
+    QTest::newRow("done") << QStringList{"in.png", "marks.png", "out.png"} << true << 0;
+    QTest::newRow("no arguments") << QStringList{} << true << 2;
+    QTest::newRow("two arguments") << QStringList{"in.png", "marks.png"} << true << 2;
+    QTest::newRow("unreadable image") << QStringList{"missing.png", "marks.png", "out.png"} << true << 2;
+    QTest::newRow("unreadable marks") << QStringList{"in.png", "missing.png", "out.png"} << true << 2;
+    QTest::newRow("marks of another size") << QStringList{"in.png", "small.png", "out.png"} << true << 2;
+    QTest::newRow("passes not a number") << QStringList{"in.png", "marks.png", "out.png", "--passes", "x"} << true << 2;
+    QTest::newRow("negative passes") << QStringList{"in.png", "marks.png", "out.png", "--passes", "-1"} << true << 2;
+    QTest::newRow("unwritable output") << QStringList{"in.png", "marks.png", "nodir/out.png"} << true << 2;
+    QTest::newRow("no OpenGL") << QStringList{"in.png", "marks.png", "out.png"} << false << 3;
+}
+
+void TestGLMatting::commandLineExitStatuses()
+{
+    QFETCH(QStringList, args);
+    QFETCH(bool, withGL);
+    QFETCH(int, status);
+    QTemporaryDir dir;
+    QVERIFY(syntheticPhoto(20, 16, 1).save(dir.filePath("in.png")));
+    QVERIFY(syntheticMarks(20, 16, 2).save(dir.filePath("marks.png")));
+    QVERIFY(syntheticPhoto(8, 8, 1).save(dir.filePath("small.png")));
+    QProcess cli;
+    cli.setWorkingDirectory(dir.path());
+    if (!withGL) {
+        // No display and a platform without OpenGL.
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        env.insert("QT_QPA_OFFSCREEN_NO_GLX", "1");
+        env.remove("DISPLAY");
+        cli.setProcessEnvironment(env);
+    }
+    cli.start(QStringLiteral(VEXA_GLMATTE_PATH), args);
+    QVERIFY(cli.waitForFinished(60000));
+    const QString err = QString::fromLocal8Bit(cli.readAllStandardError());
+    QVERIFY2(cli.exitStatus() == QProcess::NormalExit, qPrintable(err));
+    QVERIFY2(cli.exitCode() == status, qPrintable(err));
+    if (status == 3)
+        QVERIFY2(err.contains(QLatin1String("OpenGL 2.1")), qPrintable(err));
+    if (status == 2)
+        QVERIFY(!err.isEmpty());
+    QCOMPARE(QFile::exists(dir.filePath("out.png")), status == 0);
+}
+
+void TestGLMatting::commandLineMatchesView()
+{
+    // The marks picture in the command-line convention: pure-ish colours, anything else unmarked.
+    const int w = 48, h = 36;
+    const QImage colours = syntheticPhoto(w, h, 12);
+    const QImage viewMarks = syntheticMarks(w, h, 3);
+    QImage picture(w, h, QImage::Format_RGB32);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const QColor m = viewMarks.pixelColor(x, y);
+            // Near-pure marks count; grey and yellow are unmarked.
+            picture.setPixelColor(x, y, m.red() ? QColor(230, 20, 30) : m.green() ? QColor(10, 200, 60) : m.blue() ? QColor(0, 0, 255)
+                                          : (x + y) % 2                   ? QColor(200, 200, 0)
+                                                                          : QColor(128, 128, 128));
+        }
+    QTemporaryDir dir;
+    QVERIFY(colours.save(dir.filePath("in.png")));
+    QVERIFY(picture.save(dir.filePath("marks.png")));
+    for (int passes : {4, 2}) {
+        QProcess cli;
+        QStringList args{dir.filePath("in.png"), dir.filePath("marks.png"), dir.filePath("out.png"), "--timings"};
+        if (passes != 4)
+            args << "--passes" << QString::number(passes);
+        cli.start(QStringLiteral(VEXA_GLMATTE_PATH), args);
+        QVERIFY(cli.waitForFinished(60000));
+        QVERIFY2(cli.exitCode() == 0, cli.readAllStandardError().constData());
+        QVERIFY(cli.readAllStandardOutput().contains("matte"));
+        const QImage out(dir.filePath("out.png"));
+        QCOMPARE(out.format(), QImage::Format_Grayscale8);
+        QCOMPARE(out.size(), QSize(w, h));
+
+        QuickSelectGLWidget& v = view(colours);
+        v.brushRadius = passes;
+        writeTexture(v, v.marksTexture, viewMarks);
+        v.matte();
+        QImage matte;
+        v.saveToImage(matte);
+        QCOMPARE(out, matte.convertToFormat(QImage::Format_Grayscale8));
+    }
+}
+
+QTEST_MAIN(TestGLMatting)
+#include "tst_glmatting.moc"

@@ -1,0 +1,168 @@
+// The editor's Matting View window: the plug-in's GPU matting view reached from the Select
+// menu without linking the plug-in, its tool bar, and the matte as the document's selection.
+#include "VexaContext.h"
+#include "VexaEditorWindow.h"
+#include "VexaMattingWindow.h"
+#include "VexaPluginLoader.h"
+#include "VexaSelection.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QSpinBox>
+#include <QtTest>
+
+namespace {
+
+void stroke(QWidget* view, Qt::MouseButton button, const QVector<QPoint>& points)
+{
+    auto send = [&](QEvent::Type type, QPoint p, Qt::MouseButton which, Qt::MouseButtons held) {
+        QMouseEvent e(type, QPointF(p), view->mapToGlobal(QPointF(p)), which, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(view, &e);
+    };
+    send(QEvent::MouseButtonPress, points.first(), button, button);
+    for (QPoint p : points)
+        send(QEvent::MouseMove, p, Qt::NoButton, button);
+    send(QEvent::MouseButtonRelease, points.last(), button, Qt::NoButton);
+}
+
+// A dark square on a light ground, `size` large, the square in its middle third.
+QImage squarePicture(QSize size)
+{
+    QImage img(size, QImage::Format_ARGB32);
+    img.fill(qRgb(230, 225, 210));
+    for (int y = size.height() / 3; y < 2 * size.height() / 3; ++y)
+        for (int x = size.width() / 3; x < 2 * size.width() / 3; ++x)
+            img.setPixel(x, y, qRgb(40, 50, 90));
+    return img;
+}
+
+} // namespace
+
+class TestMattingWindow : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void menuOpensViewOnDocument();
+    void marksFloodMatteBecomeSelection_data();
+    void marksFloodMatteBecomeSelection();
+    void refusesWhenDocumentIsGone();
+
+private:
+    VexaPluginLoader m_plugin;
+};
+
+void TestMattingWindow::initTestCase()
+{
+    QVERIFY2(m_plugin.load(QStringLiteral(VEXA_PLUGIN_PATH)), qPrintable(m_plugin.errorString()));
+    QVERIFY(VexaMattingWindow::viewClass(m_plugin.fileName()));
+    QVERIFY(!VexaMattingWindow::viewClass(QStringLiteral(VEXA_HOST_LIB_PATH))); // a library without the view
+}
+
+void TestMattingWindow::menuOpensViewOnDocument()
+{
+    VexaEditorWindow window(m_plugin);
+    auto* action = window.findChild<QAction*>(QStringLiteral("mattingView"));
+    QVERIFY(action);
+    QCOMPARE(action->text(), QStringLiteral("Matting View…"));
+    action->trigger(); // no document: nothing opens
+    QVERIFY(!window.findChild<VexaMattingWindow*>());
+
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+    window.show();
+    action->trigger();
+    auto* matting = window.findChild<VexaMattingWindow*>();
+    QVERIFY(matting);
+    QVERIFY(QTest::qWaitForWindowExposed(matting));
+    QWidget* view = matting->view();
+    QVERIFY(view);
+    QCOMPARE(QString::fromLatin1(view->metaObject()->className()), QStringLiteral("QuickSelectGLWidget"));
+    QCOMPARE(view->size(), QSize(451, 300));
+    QCOMPARE(view->property("caption").toString(), QStringLiteral("Matting View"));
+    // The tool bar drives the view's settings.
+    matting->findChild<QComboBox*>(QStringLiteral("markMode"))->setCurrentIndex(2);
+    QCOMPARE(view->property("markMode").toInt(), 2);
+    matting->findChild<QSpinBox*>(QStringLiteral("brushRadius"))->setValue(9);
+    QCOMPARE(view->property("brushRadius").toInt(), 9);
+    matting->findChild<QAction*>(QStringLiteral("viewComposite"))->trigger();
+    QCOMPARE(view->property("viewMode").toInt(), 2);
+    matting->findChild<QAction*>(QStringLiteral("autoFlood"))->trigger();
+    QCOMPARE(view->property("autoFill").toBool(), true);
+    // Before any matte the matte is all unknown: mid-grey.
+    const QImage matte = matting->matteImage();
+    QCOMPARE(matte.size(), QSize(451, 300));
+    QCOMPARE(qGray(matte.pixel(200, 100)), 128);
+}
+
+void TestMattingWindow::marksFloodMatteBecomeSelection_data()
+{
+    QTest::addColumn<QSize>("canvas");
+    QTest::addColumn<QSize>("working");
+    QTest::addColumn<bool>("flood");
+    QTest::newRow("at full size") << QSize(300, 240) << QSize(300, 240) << true;
+    // A large photo works at most 1536 on a side, as quick select does; the selection is
+    // at the canvas size again. (Without the flood, which takes long on a software renderer
+    // at this size: the object is the seed, the rest background.)
+    QTest::newRow("scaled to fit 1536") << QSize(3072, 1800) << QSize(1536, 900) << false;
+}
+
+void TestMattingWindow::marksFloodMatteBecomeSelection()
+{
+    QFETCH(QSize, canvas);
+    QFETCH(QSize, working);
+    QFETCH(bool, flood);
+    std::unique_ptr<VexaContext> doc = VexaContext::fromImage(squarePicture(canvas));
+    VexaMattingWindow matting(VexaMattingWindow::viewClass(m_plugin.fileName()), doc.get());
+    matting.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&matting));
+    QCOMPARE(matting.workingSize(), working);
+    QWidget* view = matting.view();
+    QCOMPARE(view->size(), working);
+    const int w = working.width(), h = working.height();
+    // An unknown ring along the square's edge, an object seed in it, a background seed in a corner.
+    matting.setBrushRadius(flood ? 5 : 3);
+    stroke(view, Qt::RightButton, {{w / 3, h / 3}, {2 * w / 3, h / 3}, {2 * w / 3, 2 * h / 3}, {w / 3, 2 * h / 3}, {w / 3, h / 3}});
+    stroke(view, Qt::LeftButton, {{w / 2 - 2, h / 2}, {w / 2 + 2, h / 2}});
+    matting.setMarkMode(1);
+    stroke(view, Qt::LeftButton, {{5, 5}, {10, 5}});
+    if (flood)
+        matting.flood();
+    matting.matte();
+    QCOMPARE(view->property("viewMode").toInt(), 1);
+    const QImage matte = matting.matteImage();
+    QCOMPARE(qGray(matte.pixel(w / 2, h / 2)), 255);
+    QCOMPARE(qGray(matte.pixel(w / 2, h / 2 + h / 8)), flood ? 255 : 0); // flooded object
+    QCOMPARE(qGray(matte.pixel(w - 3, h - 3)), 0);
+
+    QVERIFY(matting.useAsSelection());
+    VexaSelection* sel = doc->getSelection();
+    const auto maskAt = [&](int x, int y) { return sel->mask()[size_t(y) * size_t(sel->maskStride()) + size_t(x)]; };
+    QCOMPARE(int(maskAt(canvas.width() / 2, canvas.height() / 2)), 255);
+    QCOMPARE(int(maskAt(canvas.width() - 1, canvas.height() - 1)), 0);
+    QCOMPARE(int(maskAt(0, 0)), 0);
+    // The selection is the matte scaled to the canvas.
+    const QImage expected = matte.convertToFormat(QImage::Format_Grayscale8).scaled(canvas, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    for (int y = 0; y < canvas.height(); y += 7)
+        for (int x = 0; x < canvas.width(); x += 7)
+            QCOMPARE(int(maskAt(x, y)), qGray(expected.pixel(x, y)));
+    // Undoable like any selection change.
+    QVERIFY(doc->hasSelection());
+}
+
+void TestMattingWindow::refusesWhenDocumentIsGone()
+{
+    auto doc = VexaContext::fromImage(squarePicture(QSize(60, 40)));
+    VexaMattingWindow matting(VexaMattingWindow::viewClass(m_plugin.fileName()), doc.get());
+    matting.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&matting));
+    doc.reset();
+    QString error;
+    QVERIFY(!matting.useAsSelection(&error));
+    QVERIFY(error.contains(QStringLiteral("closed")));
+}
+
+QTEST_MAIN(TestMattingWindow)
+#include "tst_mattingwindow.moc"
