@@ -3,12 +3,13 @@
 #include "VexaQuickSelectSteps.h"
 #include "VexaToolQuickSelectWidget.h"
 
-#include <QMetaObject>
 #include <QRect>
 
-// Forwards a step's reports to the window. Signals cross to the GUI thread queued; the widget
-// effects that a step asks for directly (checking the view buttons, recomposing the view) are
-// queued calls on the window, so they keep their place among the signals.
+// Forwards a step's reports to the window. Everything crosses to the GUI thread as queued
+// signals, the widget effects that a step asks for directly (checking the view buttons,
+// recomposing the view) too, so they keep their place among the reports. Signals rather than
+// queued lambdas: the arguments are then copied by Qt itself, and a functor built here and read
+// there would pass through Qt's event queue, whose locks the race checker cannot see.
 class ThreadReporter : public VexaQuickSelectReporter
 {
 public:
@@ -19,21 +20,13 @@ public:
     void progress(const QString& text, int percent) override { emit t.progress(text, percent); }
     void setPainting(bool enabled) override { emit t.setPainting(enabled); }
     void setMessage(const QString& text) override { emit t.setMessage(text); }
-    void checkViewAlpha() override
-    {
-        VexaToolQuickSelectWidget* w = t.widget;
-        QMetaObject::invokeMethod(w, [w] { w->checkViewButton(2); }, Qt::QueuedConnection);
-    }
-    void checkViewMatte() override
-    {
-        VexaToolQuickSelectWidget* w = t.widget;
-        QMetaObject::invokeMethod(w, [w] { w->checkViewButton(1); }, Qt::QueuedConnection);
-    }
+    void checkViewAlpha() override { emit t.viewButtonRequested(2); }
+    void checkViewMatte() override { emit t.viewButtonRequested(1); }
+    // Sent after the step's last write to the images: the window may read them from here on.
     void updateImageBox(const QRect& area) override
     {
-        // Sent after the step's last write to the images: the window may read them from here on.
-        VexaToolQuickSelectWidget* w = t.widget;
-        QMetaObject::invokeMethod(w, [w, area] { w->showStepResult(area); }, Qt::QueuedConnection);
+        t.publish();
+        emit t.resultReady(area);
     }
 
 private:
@@ -76,6 +69,6 @@ void Thread::run()
     default:
         break;
     }
-    VexaToolQuickSelectWidget* w = widget;
-    QMetaObject::invokeMethod(w, [w, runSerial] { w->stepEnded(runSerial); }, Qt::QueuedConnection);
+    publish();
+    emit stepFinished(runSerial);
 }

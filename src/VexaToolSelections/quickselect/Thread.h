@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <QString>
 #include <QThread>
 
@@ -31,12 +32,24 @@ public:
     // Which start of the window this run belongs to, handed back when the step has ended.
     void setSerial(int value) { serial.store(value); }
 
+    // Called by the window once a report or the thread's end has reached it: everything the
+    // step wrote before that report is then the window's to read. Qt's queue and wait already
+    // order this; the atomic pair makes the order visible to the race checker, which cannot see
+    // inside Qt's own locks.
+    void acquire() const { handoff.load(std::memory_order_acquire); }
+
     VexaToolQuickSelectWidget* const widget;
 
 signals:
     void progress(QString text, int percent);
     void setPainting(bool enabled);
     void setMessage(QString text);
+    // The step asks the window to check a view button (1 matte, 2 alpha).
+    void viewButtonRequested(int which);
+    // The step has written its last pixel of `area`.
+    void resultReady(QRect area);
+    // The run started with `serial` has returned.
+    void stepFinished(int serial);
 
 protected:
     void run() override;
@@ -47,4 +60,6 @@ private:
     int runCode = 0; // latched by startProcess before the thread starts
     std::atomic<int> serial{0};
     std::atomic<bool> cancel{false};
+    std::atomic<int> handoff{0};
+    void publish() { handoff.fetch_add(1, std::memory_order_release); }
 };

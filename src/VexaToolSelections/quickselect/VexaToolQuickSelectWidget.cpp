@@ -193,6 +193,11 @@ VexaToolQuickSelectWidget::VexaToolQuickSelectWidget(QMainWindow* parent)
     connect(thread.get(), SIGNAL(progress(QString,int)), this, SLOT(on_progress(QString,int)));
     connect(thread.get(), SIGNAL(setPainting(bool)), this, SLOT(setPainting(bool)));
     connect(thread.get(), SIGNAL(setMessage(QString)), this, SLOT(setMessage(QString)));
+    connect(thread.get(), &Thread::viewButtonRequested, this, &VexaToolQuickSelectWidget::checkViewButton,
+            Qt::QueuedConnection);
+    connect(thread.get(), &Thread::resultReady, this, &VexaToolQuickSelectWidget::showStepResult,
+            Qt::QueuedConnection);
+    connect(thread.get(), &Thread::stepFinished, this, &VexaToolQuickSelectWidget::stepEnded, Qt::QueuedConnection);
     connect(showMarkBox, SIGNAL(clicked()), this, SLOT(on_showMarkBox_clicked()));
     connect(radiusSlider, SIGNAL(valueChanged(int)), this, SLOT(updateRadius()));
     connect(viewImageButton, SIGNAL(clicked()), this, SLOT(on_viewImageButton_clicked()));
@@ -244,6 +249,7 @@ void VexaToolQuickSelectWidget::stepEnded(int serial)
     if (serial != stepSerial || !stepRunning)
         return;
     thread->wait(); // finished reports come right before the thread's own end
+    thread->acquire();
     stepRunning = false;
     setStepControlsEnabled(true);
     if (refreshAfterStep) {
@@ -259,6 +265,7 @@ void VexaToolQuickSelectWidget::stopThread()
     if (thread->isRunning()) {
         thread->requestCancel();
         thread->wait();
+        thread->acquire();
         thread->clearCancel();
     }
     stepEnded(stepSerial);
@@ -290,6 +297,7 @@ void VexaToolQuickSelectWidget::showStepResult(const QRect& area)
 {
     if (seg.sourceImage.isNull())
         return; // the window was closed before this report arrived
+    thread->acquire();
     compose(area);
 }
 
