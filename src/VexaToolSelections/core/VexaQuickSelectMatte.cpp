@@ -584,7 +584,7 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
     report.progress(text, 70);
 
     std::vector<float> A = floatAlpha(alpha);
-    if (!smoothBorder(A, intensities(src), seg.markImage, 8, cancel))
+    if (!smoothBorder(A, src, seg.markImage, 8, cancel))
         return;
     report.progress(text, 80);
 
