@@ -344,6 +344,8 @@ void TestQuickSelect::stepsMatchReference_data()
     QTest::newRow("coffee") << photo("coffee.png", 180) << 10;
     QTest::newRow("chelsea, sensitivity 40") << photo("chelsea.png", 170) << 40;
     QTest::newRow("astronaut, sensitivity 0") << photo("astronaut.png", 140) << 0;
+    // Tall enough (at least 128 rows) for the row passes to be split over two cores.
+    QTest::newRow("coffee, rows split") << photo("coffee.png", 330) << 20;
     // A synthetic disc on a gradient.
     QImage disc(90, 70, QImage::Format_ARGB32);
     for (int y = 0; y < 70; ++y)

@@ -77,9 +77,10 @@ std::vector<QColor> meanColours(const RegionSums& sums)
     return colours;
 }
 
-// Every horizontally or vertically adjacent pixel pair of two regions, in row order, the left
-// neighbour before the upper one.
-bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& links, const std::atomic<bool>& cancel)
+// Records the adjacent pairs of rows [first, last) in row order, the left neighbour before the
+// upper one, into `links`.
+bool adjacentPairs(const std::vector<int>& regionMap, int W, int first, int last, Adjacency& links,
+                   const std::atomic<bool>& cancel)
 {
     // Along a border the same pair comes again and again: the last one found is tried first.
     int lastLo = -1, lastHi = -1;
@@ -103,8 +104,8 @@ bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& l
         lastAt = list.size();
         list.push_back({hi, 1});
     };
-    for (int y = 0; y < H; ++y) {
-        if (cancel)
+    for (int y = first; y < last; ++y) {
+        if (cancel.load(std::memory_order_relaxed))
             return false;
         const int* labels = regionMap.data() + qsizetype(y) * W;
         for (int x = 0; x < W; ++x) {
@@ -115,6 +116,43 @@ bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& l
                 record(a, labels[x - W]);
         }
     }
+    return true;
+}
+
+// Appends the pairs of a later stretch of rows: pairs already met keep their place and add the
+// counts, new ones follow in the order that stretch met them, as one scan of both would list them.
+void appendLinks(Adjacency& links, const Adjacency& later)
+{
+    for (size_t lo = 0; lo < links.size(); ++lo) {
+        std::vector<NodeLink>& list = links[lo];
+        const size_t known = list.size();
+        for (const NodeLink& l : later[lo]) {
+            size_t k = 0;
+            while (k < known && list[k].neighbour != l.neighbour)
+                ++k;
+            if (k < known)
+                list[k].count += l.count;
+            else
+                list.push_back(l);
+        }
+    }
+}
+
+// Every horizontally or vertically adjacent pixel pair of two regions, counted per pair in the
+// list of the smaller region, lists in the order of a row-order scan. Stretches of rows are
+// scanned on separate cores and joined in order.
+bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& links, const std::atomic<bool>& cancel)
+{
+    std::vector<Adjacency> later(size_t(parallelParts(H)) - 1, Adjacency(links.size()));
+    std::atomic<bool> complete{true};
+    parallelParts(H, [&](int part, int first, int last) {
+        if (!adjacentPairs(regionMap, W, first, last, part == 0 ? links : later[size_t(part) - 1], cancel))
+            complete = false;
+    });
+    if (!complete)
+        return false;
+    for (const Adjacency& stretch : later)
+        appendLinks(links, stretch);
     return true;
 }
 
