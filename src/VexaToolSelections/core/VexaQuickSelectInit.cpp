@@ -206,13 +206,16 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     report.setPainting(false);
     report.progress(text, 0);
 
-    const int W = std::min(seg.maxWidth, seg.sourceImage.width());
-    const int H = std::min(seg.maxHeight, seg.sourceImage.height());
+    // The statistics read 32-bit pixels; a working image always has them, any other is read as such.
+    const QImage source = seg.sourceImage.depth() == 32 ? seg.sourceImage
+                                                          : seg.sourceImage.convertToFormat(QImage::Format_ARGB32);
+    const int W = std::min(seg.maxWidth, source.width());
+    const int H = std::min(seg.maxHeight, source.height());
     report.progress(text, 10);
     if (cancel)
         return;
 
-    const int N = watershed(seg.sourceImage, seg.regionMap);
+    const int N = watershed(source, seg.regionMap);
     seg.terminalWeights.assign(size_t(N), 0);
     report.progress(text, 20);
     if (cancel)
@@ -220,7 +223,7 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
 
     RegionSums sums(N);
     report.progress(text, 30);
-    if (!sumRegions(seg.sourceImage, seg.regionMap, W, H, sums, cancel))
+    if (!sumRegions(source, seg.regionMap, W, H, sums, cancel))
         return;
     seg.regionSizes = sums.size;
     report.progress(text, 40);
