@@ -78,7 +78,7 @@ std::vector<QColor> meanColours(const RegionSums& sums)
 }
 
 // Records the adjacent pairs of rows [first, last) in row order, the left neighbour before the
-// upper one, into `links`.
+// upper one, into `links`: a new pair at the end of its list, a known one counted in place.
 bool adjacentPairs(const std::vector<int>& regionMap, int W, int first, int last, Adjacency& links,
                    const std::atomic<bool>& cancel)
 {
@@ -119,41 +119,12 @@ bool adjacentPairs(const std::vector<int>& regionMap, int W, int first, int last
     return true;
 }
 
-// Appends the pairs of a later stretch of rows: pairs already met keep their place and add the
-// counts, new ones follow in the order that stretch met them, as one scan of both would list them.
-void appendLinks(Adjacency& links, const Adjacency& later)
-{
-    for (size_t lo = 0; lo < links.size(); ++lo) {
-        std::vector<NodeLink>& list = links[lo];
-        const size_t known = list.size();
-        for (const NodeLink& l : later[lo]) {
-            size_t k = 0;
-            while (k < known && list[k].neighbour != l.neighbour)
-                ++k;
-            if (k < known)
-                list[k].count += l.count;
-            else
-                list.push_back(l);
-        }
-    }
-}
-
 // Every horizontally or vertically adjacent pixel pair of two regions, counted per pair in the
-// list of the smaller region, lists in the order of a row-order scan. Stretches of rows are
-// scanned on separate cores and joined in order.
+// list of the smaller region, lists in the order of a row-order scan. (Scanning stretches of
+// rows on two cores and joining the lists in order costs more in the join than it saves.)
 bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& links, const std::atomic<bool>& cancel)
 {
-    std::vector<Adjacency> later(size_t(parallelParts(H)) - 1, Adjacency(links.size()));
-    std::atomic<bool> complete{true};
-    parallelParts(H, [&](int part, int first, int last) {
-        if (!adjacentPairs(regionMap, W, first, last, part == 0 ? links : later[size_t(part) - 1], cancel))
-            complete = false;
-    });
-    if (!complete)
-        return false;
-    for (const Adjacency& stretch : later)
-        appendLinks(links, stretch);
-    return true;
+    return adjacentPairs(regionMap, W, 0, H, links, cancel);
 }
 
 // exp(-d^2) * 10000 truncated, d^2 over the channels as fractions channel / 255 in double.
