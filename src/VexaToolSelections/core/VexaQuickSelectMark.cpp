@@ -93,13 +93,17 @@ struct ColourModel {
         for (int k = 0; k < capacity; ++k)
             d[k] = (cr - r[size_t(k)]) * (cr - r[size_t(k)]) + (cg - g[size_t(k)]) * (cg - g[size_t(k)])
                 + (cb - b[size_t(k)]) * (cb - b[size_t(k)]);
-        int best = INT_MAX, index = 0;
-        for (int k = 0; k < K; ++k) {
-            if (d[k] < best) {
-                best = d[k];
-                index = k;
-            }
-        }
+        return least(d);
+    }
+    // The least of 64 slot distances and the first slot holding it.
+    static std::pair<int, int> least(const int* d)
+    {
+        int best = INT_MAX;
+        for (int k = 0; k < capacity; ++k)
+            best = std::min(best, d[k]);
+        int index = 0;
+        while (d[index] != best)
+            ++index;
         return {index, best};
     }
 };
@@ -186,16 +190,12 @@ private:
         const int* cb = m.b.data();
         for (int k = 0; k < ColourModel::capacity; ++k)
             d[k] = (r - cr[k]) * (r - cr[k]) + (g - cg[k]) * (g - cg[k]) + (b - cb[k]) * (b - cb[k]);
-        int best = INT_MAX, second = INT_MAX, index = 0;
-        for (int k = 0; k < m.K; ++k) {
-            if (d[k] < best) {
-                second = best;
-                best = d[k];
-                index = k;
-            } else if (d[k] < second) {
-                second = d[k];
-            }
-        }
+        // Minimum, its first index, and the minimum of the others, each a plain pass over all
+        // 64 slots (vectorised; unused slots never win, and bound nothing when K is 1).
+        const auto [index, best] = ColourModel::least(d);
+        int second = INT_MAX;
+        for (int k = 0; k < ColourModel::capacity; ++k)
+            second = std::min(second, k == index ? INT_MAX : d[k]);
         upper[c] = std::sqrt(double(best));
         lower[c] = second == INT_MAX ? std::numeric_limits<double>::infinity() : std::sqrt(double(second));
         return index;
