@@ -182,7 +182,12 @@ int main(int argc, char** argv)
         return 2;
     }
     const int repeats = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
-    const bool check = !(argc > 3 && QByteArray(argv[3]) == "--no-identity");
+    // Options after the photo and the run count: --no-identity, --no-opencv.
+    bool check = true, peers = true;
+    for (int a = 3; a < argc; ++a) {
+        check &= QByteArray(argv[a]) != "--no-identity";
+        peers &= QByteArray(argv[a]) != "--no-opencv";
+    }
     const QImage doc = photo.scaled(1536, 1536, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const long before = peakKiB();
 
@@ -211,7 +216,7 @@ int main(int argc, char** argv)
     }
 
 #ifdef VEXA_HAVE_OPENCV
-    {
+    if (peers) {
         const QImage rgb = doc.convertToFormat(QImage::Format_RGB888);
         cv::Mat image(rgb.height(), rgb.width(), CV_8UC3, const_cast<uchar*>(rgb.constBits()), size_t(rgb.bytesPerLine()));
         cv::Mat bgr;

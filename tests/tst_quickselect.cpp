@@ -183,6 +183,7 @@ private slots:
     void mattingCases();
     void noBandOnlySoftensEdges();
     void emptyImage();
+    void initReadsOtherFormats();
     void imagesOfAnotherSizeAreRefused_data();
     void imagesOfAnotherSizeAreRefused();
     void stepsOnSharedImages();
@@ -344,6 +345,8 @@ void TestQuickSelect::stepsMatchReference_data()
     QTest::newRow("coffee") << photo("coffee.png", 180) << 10;
     QTest::newRow("chelsea, sensitivity 40") << photo("chelsea.png", 170) << 40;
     QTest::newRow("astronaut, sensitivity 0") << photo("astronaut.png", 140) << 0;
+    // Tall enough (at least 128 rows) for the row passes to be split over two cores.
+    QTest::newRow("coffee, rows split") << photo("coffee.png", 330) << 20;
     // A synthetic disc on a gradient.
     QImage disc(90, 70, QImage::Format_ARGB32);
     for (int y = 0; y < 70; ++y)
@@ -590,6 +593,24 @@ void TestQuickSelect::emptyImage()
     fresh.load(flat(5, 5, qRgb(1, 1, 1)));
     VexaQuickSelect::mark(fresh, r, running);
     QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0"}));
+}
+
+void TestQuickSelect::initReadsOtherFormats()
+{
+    // A working image is always 32-bit; one handed in directly in another format is read as its
+    // 32-bit conversion, never as words it does not have.
+    const QImage grey = photo("chelsea.png", 150).convertToFormat(QImage::Format_Grayscale8);
+    VexaSegmentation direct, converted;
+    direct.sourceImage = grey;
+    converted.sourceImage = grey.convertToFormat(QImage::Format_ARGB32);
+    Recorder r;
+    VexaQuickSelect::init(direct, r, running);
+    VexaQuickSelect::init(converted, r, running);
+    QVERIFY(converted.regionColors.size() > 1);
+    QCOMPARE(direct.regionMap, converted.regionMap);
+    QCOMPARE(direct.regionColors, converted.regionColors);
+    QCOMPARE(direct.regionSizes, converted.regionSizes);
+    QVERIFY(edges(*direct.graph) == edges(*converted.graph));
 }
 
 void TestQuickSelect::imagesOfAnotherSizeAreRefused_data()

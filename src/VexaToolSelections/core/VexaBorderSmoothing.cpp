@@ -9,42 +9,34 @@ namespace VexaQuickSelect {
 
 using namespace detail;
 
-std::vector<double> intensities(const QImage& source)
-{
-    const int W = source.width(), H = source.height();
-    std::vector<double> out(size_t(W) * size_t(H));
-    const ConstPixels src = pixels(source);
-    parallelRanges(H, [&](int first, int last) {
-        for (int y = first; y < last; ++y) {
-            const QRgb* r = src.row(y);
-            double* o = out.data() + qsizetype(y) * W;
-            for (int x = 0; x < W; ++x)
-                o[x] = 0.3 * qRed(r[x]) + 0.59 * qGreen(r[x]) + 0.11 * qBlue(r[x]);
-        }
-    });
-    return out;
-}
-
 namespace {
 
-// The patch estimate over raw arrays: the centre first, then the other patch pixels in scan
-// order; sums in double, the result as a float.
-inline float estimate(const double* intensity, const float* in, int W, int H, int x, int y)
+inline double intensity(QRgb c) { return 0.3 * qRed(c) + 0.59 * qGreen(c) + 0.11 * qBlue(c); }
+
+// What a pass reads: the alpha of the previous pass, the working image and the marks.
+struct PassInput {
+    const float* in;
+    ConstPixels source, marks;
+};
+
+// The patch estimate of pixel (x, y): the 3 x 3 patch clipped to the image, the centre first
+// and the others in scan order; sums in double, the centre's own alpha left out.
+float estimate(const PassInput& p, int x, int y)
 {
+    const int W = p.source.width, H = p.source.height;
     double I[9], alpha[9];
-    const qsizetype centre = qsizetype(y) * W + x;
-    I[0] = intensity[centre];
-    alpha[0] = in[centre];
+    I[0] = intensity(p.source.row(y)[x]);
+    alpha[0] = p.in[qsizetype(y) * W + x];
     int n = 1;
     for (int yy = y - 1; yy <= y + 1; ++yy) {
         if (yy < 0 || yy >= H)
             continue;
+        const QRgb* s = p.source.row(yy);
         for (int xx = x - 1; xx <= x + 1; ++xx) {
             if (xx < 0 || xx >= W || (xx == x && yy == y))
                 continue;
-            const qsizetype q = qsizetype(yy) * W + xx;
-            I[n] = intensity[q];
-            alpha[n] = in[q];
+            I[n] = intensity(s[xx]);
+            alpha[n] = p.in[qsizetype(yy) * W + xx];
             ++n;
         }
     }
@@ -68,48 +60,98 @@ inline float estimate(const double* intensity, const float* in, int W, int H, in
     return float(num / den);
 }
 
-// One pass over rows [first, last): marked pixels are pinned, edge pixels re-estimated, the
-// rest copied.
-void smoothRows(const float* in, float* out, const double* intensity, const ConstPixels& marks, int first, int last)
+// The new alpha of one pixel: marks pin it, an edge pixel is re-estimated, any other keeps its value.
+inline float smoothed(const PassInput& p, int x, int y)
 {
-    const int W = marks.width, H = marks.height;
-    for (int y = first; y < last; ++y) {
-        const QRgb* m = marks.row(y);
-        const qsizetype base = qsizetype(y) * W;
-        for (int x = 0; x < W; ++x) {
-            float& o = out[base + x];
-            if (redByte(m[x]))
-                o = 1.0f;
-            else if (blueByte(m[x]))
-                o = 0.0f;
-            else if (onEdge(in, W, H, x, y))
-                o = estimate(intensity, in, W, H, x, y);
-            else
-                o = in[base + x];
+    const QRgb m = p.marks.row(y)[x];
+    if (redByte(m))
+        return 1.0f;
+    if (blueByte(m))
+        return 0.0f;
+    if (onEdge(p.in, p.source.width, p.source.height, x, y))
+        return estimate(p, x, y);
+    return p.in[qsizetype(y) * p.source.width + x];
+}
+
+// Pixels whose value a pass changed, gathered per core and joined in order.
+using Changes = std::vector<std::vector<qsizetype>>;
+
+std::vector<qsizetype> joined(Changes& parts)
+{
+    std::vector<qsizetype> all;
+    for (std::vector<qsizetype>& part : parts)
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+// The first pass writes every pixel (the other buffer holds nothing yet).
+std::vector<qsizetype> fullPass(const PassInput& p, float* out, const std::atomic<bool>& cancel)
+{
+    const int W = p.source.width;
+    Changes changed(size_t(parallelParts(p.source.height)));
+    parallelParts(p.source.height, [&](int part, int first, int last) {
+        for (int y = first; y < last && !cancel.load(std::memory_order_relaxed); ++y) {
+            for (int x = 0; x < W; ++x) {
+                const qsizetype i = qsizetype(y) * W + x;
+                out[i] = smoothed(p, x, y);
+                if (out[i] != p.in[i])
+                    changed[size_t(part)].push_back(i);
+            }
         }
+    });
+    return joined(changed);
+}
+
+// A later pass: a pixel none of whose 3 x 3 patch changed in the previous pass would get the
+// value it got then, which is the value it had before, and that is what the buffer written now
+// still holds from two passes ago. Only the patches around the previous changes are computed.
+std::vector<qsizetype> sparsePass(const PassInput& p, float* out, const std::vector<qsizetype>& changedBefore,
+                                  std::vector<unsigned char>& seen, unsigned char stamp)
+{
+    const int W = p.source.width, H = p.source.height;
+    std::vector<qsizetype> todo;
+    todo.reserve(changedBefore.size() * 3);
+    for (const qsizetype i : changedBefore) {
+        const int x = int(i % W), y = int(i / W);
+        for (int yy = std::max(0, y - 1); yy <= std::min(H - 1, y + 1); ++yy)
+            for (int xx = std::max(0, x - 1); xx <= std::min(W - 1, x + 1); ++xx) {
+                const qsizetype n = qsizetype(yy) * W + xx;
+                if (seen[size_t(n)] != stamp) {
+                    seen[size_t(n)] = stamp;
+                    todo.push_back(n);
+                }
+            }
     }
+    Changes changed(size_t(parallelParts(int(todo.size()))));
+    parallelParts(int(todo.size()), [&](int part, int first, int last) {
+        for (int k = first; k < last; ++k) {
+            const qsizetype i = todo[size_t(k)];
+            out[i] = smoothed(p, int(i % W), int(i / W));
+            if (out[i] != p.in[i])
+                changed[size_t(part)].push_back(i);
+        }
+    });
+    return joined(changed);
 }
 
 } // namespace
 
-float patchEstimate(const std::vector<double>& intensity, const std::vector<float>& in, int W, int H, int x, int y)
-{
-    return estimate(intensity.data(), in.data(), W, H, x, y);
-}
-
-bool smoothBorder(std::vector<float>& a, const std::vector<double>& intensity, const QImage& marks, int passes,
+bool smoothBorder(std::vector<float>& a, const QImage& source, const QImage& marks, int passes,
                   const std::atomic<bool>& cancel)
 {
-    const ConstPixels m = pixels(marks);
     std::vector<float> b(a.size(), 0.0f);
+    std::vector<unsigned char> seen;
+    std::vector<qsizetype> changed;
     for (int pass = 0; pass < passes; ++pass) {
-        const float* in = pass % 2 == 0 ? a.data() : b.data();
+        const PassInput p{pass % 2 == 0 ? a.data() : b.data(), pixels(source), pixels(marks)};
         float* out = pass % 2 == 0 ? b.data() : a.data();
-        // Each pass reads one buffer and writes the other: rows are independent.
-        parallelRanges(m.height, [&](int first, int last) {
-            for (int y = first; y < last && !cancel.load(std::memory_order_relaxed); ++y)
-                smoothRows(in, out, intensity.data(), m, y, y + 1);
-        });
+        if (pass == 0) {
+            changed = fullPass(p, out, cancel);
+        } else {
+            if (seen.empty())
+                seen.assign(a.size(), 0);
+            changed = sparsePass(p, out, changed, seen, (unsigned char)(pass));
+        }
         if (cancel)
             return false;
     }

@@ -77,9 +77,10 @@ std::vector<QColor> meanColours(const RegionSums& sums)
     return colours;
 }
 
-// Every horizontally or vertically adjacent pixel pair of two regions, in row order, the left
-// neighbour before the upper one.
-bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& links, const std::atomic<bool>& cancel)
+// Records the adjacent pairs of rows [first, last) in row order, the left neighbour before the
+// upper one, into `links`: a new pair at the end of its list, a known one counted in place.
+bool adjacentPairs(const std::vector<int>& regionMap, int W, int first, int last, Adjacency& links,
+                   const std::atomic<bool>& cancel)
 {
     // Along a border the same pair comes again and again: the last one found is tried first.
     int lastLo = -1, lastHi = -1;
@@ -103,8 +104,8 @@ bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& l
         lastAt = list.size();
         list.push_back({hi, 1});
     };
-    for (int y = 0; y < H; ++y) {
-        if (cancel)
+    for (int y = first; y < last; ++y) {
+        if (cancel.load(std::memory_order_relaxed))
             return false;
         const int* labels = regionMap.data() + qsizetype(y) * W;
         for (int x = 0; x < W; ++x) {
@@ -116,6 +117,14 @@ bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& l
         }
     }
     return true;
+}
+
+// Every horizontally or vertically adjacent pixel pair of two regions, counted per pair in the
+// list of the smaller region, lists in the order of a row-order scan. (Scanning stretches of
+// rows on two cores and joining the lists in order costs more in the join than it saves.)
+bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& links, const std::atomic<bool>& cancel)
+{
+    return adjacentPairs(regionMap, W, 0, H, links, cancel);
 }
 
 // exp(-d^2) * 10000 truncated, d^2 over the channels as fractions channel / 255 in double.
@@ -168,13 +177,16 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     report.setPainting(false);
     report.progress(text, 0);
 
-    const int W = std::min(seg.maxWidth, seg.sourceImage.width());
-    const int H = std::min(seg.maxHeight, seg.sourceImage.height());
+    // The statistics read 32-bit pixels; a working image always has them, any other is read as such.
+    const QImage source = seg.sourceImage.depth() == 32 ? seg.sourceImage
+                                                          : seg.sourceImage.convertToFormat(QImage::Format_ARGB32);
+    const int W = std::min(seg.maxWidth, source.width());
+    const int H = std::min(seg.maxHeight, source.height());
     report.progress(text, 10);
     if (cancel)
         return;
 
-    const int N = watershed(seg.sourceImage, seg.regionMap);
+    const int N = watershed(source, seg.regionMap);
     seg.terminalWeights.assign(size_t(N), 0);
     report.progress(text, 20);
     if (cancel)
@@ -182,7 +194,7 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
 
     RegionSums sums(N);
     report.progress(text, 30);
-    if (!sumRegions(seg.sourceImage, seg.regionMap, W, H, sums, cancel))
+    if (!sumRegions(source, seg.regionMap, W, H, sums, cancel))
         return;
     seg.regionSizes = sums.size;
     report.progress(text, 40);

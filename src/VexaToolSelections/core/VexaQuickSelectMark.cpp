@@ -11,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <thread>
 
 namespace VexaQuickSelect {
 
@@ -92,13 +93,17 @@ struct ColourModel {
         for (int k = 0; k < capacity; ++k)
             d[k] = (cr - r[size_t(k)]) * (cr - r[size_t(k)]) + (cg - g[size_t(k)]) * (cg - g[size_t(k)])
                 + (cb - b[size_t(k)]) * (cb - b[size_t(k)]);
-        int best = INT_MAX, index = 0;
-        for (int k = 0; k < K; ++k) {
-            if (d[k] < best) {
-                best = d[k];
-                index = k;
-            }
-        }
+        return least(d);
+    }
+    // The least of 64 slot distances and the first slot holding it.
+    static std::pair<int, int> least(const int* d)
+    {
+        int best = INT_MAX;
+        for (int k = 0; k < capacity; ++k)
+            best = std::min(best, d[k]);
+        int index = 0;
+        while (d[index] != best)
+            ++index;
         return {index, best};
     }
 };
@@ -176,17 +181,21 @@ private:
 
     int fullSearch(size_t c)
     {
-        int best = INT_MAX, second = INT_MAX, index = 0;
-        for (int k = 0; k < m.K; ++k) {
-            const int d = squaredDistance(set.r[c], set.g[c], set.b[c], m.r[size_t(k)], m.g[size_t(k)], m.b[size_t(k)]);
-            if (d < best) {
-                second = best;
-                best = d;
-                index = k;
-            } else if (d < second) {
-                second = d;
-            }
-        }
+        // All 64 centre slots at once (a fixed-length loop the compiler vectorises), then the
+        // nearest and second nearest of the first K, ties to the lowest index.
+        int d[ColourModel::capacity];
+        const int r = set.r[c], g = set.g[c], b = set.b[c];
+        const int* cr = m.r.data();
+        const int* cg = m.g.data();
+        const int* cb = m.b.data();
+        for (int k = 0; k < ColourModel::capacity; ++k)
+            d[k] = (r - cr[k]) * (r - cr[k]) + (g - cg[k]) * (g - cg[k]) + (b - cb[k]) * (b - cb[k]);
+        // Minimum, its first index, and the minimum of the others, each a plain pass over all
+        // 64 slots (vectorised; unused slots never win, and bound nothing when K is 1).
+        const auto [index, best] = ColourModel::least(d);
+        int second = INT_MAX;
+        for (int k = 0; k < ColourModel::capacity; ++k)
+            second = std::min(second, k == index ? INT_MAX : d[k]);
         upper[c] = std::sqrt(double(best));
         lower[c] = second == INT_MAX ? std::numeric_limits<double>::infinity() : std::sqrt(double(second));
         return index;
@@ -260,18 +269,19 @@ private:
     std::vector<double> upper, lower, shift;
 };
 
-// 4 K iterations of both models, fewer where they have settled (no further change).
+// 4 K iterations of each model, fewer where it has settled (no further change). The two
+// models are independent: one runs on a second thread.
 void clusterColours(ColourModel& fg, ColourModel& bg, const std::vector<QColor>& fgColours,
                     const std::vector<QColor>& bgColours)
 {
-    KMeans fgMeans(fg, fgColours), bgMeans(bg, bgColours);
-    bool fgMoving = true, bgMoving = true;
-    for (int it = 0; it < 4 * fg.K && (fgMoving || bgMoving); ++it) {
-        if (fgMoving)
-            fgMoving = fgMeans.iterate(it == 0);
-        if (bgMoving)
-            bgMoving = bgMeans.iterate(it == 0);
-    }
+    auto run = [](ColourModel& model, const std::vector<QColor>& colours) {
+        KMeans means(model, colours);
+        for (int it = 0; it < 4 * model.K && means.iterate(it == 0); ++it) {
+        }
+    };
+    std::thread background([&] { run(bg, bgColours); });
+    run(fg, fgColours);
+    background.join();
 }
 
 // ---- terminal weights -----------------------------------------------------------------------
@@ -284,18 +294,24 @@ inline void setTerminalWeight(VexaSegmentation& seg, int r, int v)
 }
 
 // Towards the nearer model, scaled by the sensitivity and the square root of the region's size.
+// The values on both cores (each region on its own), then set in region order.
 void softWeights(VexaSegmentation& seg, const ColourModel& fg, const ColourModel& bg)
 {
     const int N = int(seg.regionColors.size());
     const int lambda = seg.sensitivity;
-    for (int r = 0; r < N; ++r) {
-        const QColor& c = seg.regionColors[size_t(r)];
-        const int dF = fg.nearest(c.red(), c.green(), c.blue()).second;
-        const int dB = bg.nearest(c.red(), c.green(), c.blue()).second;
-        const double D = dF + dB > 0 ? double(dF + dB) : 1.0;
-        const double scale = double(lambda * 1000) * std::sqrt(double(seg.regionSizes[size_t(r)]));
-        setTerminalWeight(seg, r, int(double(dB - dF) * scale / D));
-    }
+    std::vector<int> v(size_t(N), 0);
+    parallelRanges(N, [&](int first, int last) {
+        for (int r = first; r < last; ++r) {
+            const QColor& c = seg.regionColors[size_t(r)];
+            const int dF = fg.nearest(c.red(), c.green(), c.blue()).second;
+            const int dB = bg.nearest(c.red(), c.green(), c.blue()).second;
+            const double D = dF + dB > 0 ? double(dF + dB) : 1.0;
+            const double scale = double(lambda * 1000) * std::sqrt(double(seg.regionSizes[size_t(r)]));
+            v[size_t(r)] = int(double(dB - dF) * scale / D);
+        }
+    });
+    for (int r = 0; r < N; ++r)
+        setTerminalWeight(seg, r, v[size_t(r)]);
 }
 
 // Marked regions are tied to their side; one marked both ways ends as background.
@@ -439,8 +455,7 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     report.progress(text, 80);
     report.progress(text, 90);
 
-    const std::vector<double> intensity = intensities(seg.sourceImage);
-    if (!smoothBorder(A, intensity, seg.markImage, 4, cancel))
+    if (!smoothBorder(A, seg.sourceImage, seg.markImage, 4, cancel))
         return;
     report.progress(text, 100);
 

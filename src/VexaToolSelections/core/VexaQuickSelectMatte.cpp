@@ -60,12 +60,23 @@ public:
         m_hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(dist + 4));
         m_ilo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(index));
         m_ihi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(index + 4));
+        m_first = dist[0];
         updateFarthest();
     }
     int farthest() const { return m_farthest; }
     // Puts sample `index` at distance d into the first slot farther than d (d < farthest()).
     void offer(int d, int index)
     {
+        if (d < m_first) {
+            // The first slot is farther: the commonest case, one lane to replace.
+            const bool wasFarthest = m_first == m_farthest;
+            m_lo = _mm_castps_si128(_mm_move_ss(_mm_castsi128_ps(m_lo), _mm_castsi128_ps(_mm_cvtsi32_si128(d))));
+            m_ilo = _mm_castps_si128(_mm_move_ss(_mm_castsi128_ps(m_ilo), _mm_castsi128_ps(_mm_cvtsi32_si128(index))));
+            m_first = d;
+            if (wasFarthest)
+                updateFarthest();
+            return;
+        }
         const __m128i v = _mm_set1_epi32(d);
         const int mask = _mm_movemask_ps(_mm_castsi128_ps(_mm_cmpgt_epi32(m_lo, v)))
             | (_mm_movemask_ps(_mm_castsi128_ps(_mm_cmpgt_epi32(m_hi, v))) << 4);
@@ -103,6 +114,7 @@ private:
         m_farthest = *std::max_element(d, d + 8);
     }
     __m128i m_lo, m_hi, m_ilo, m_ihi;
+    int m_first = 0; // the distance in the first slot
     int m_farthest = 0;
 };
 #else
@@ -186,6 +198,8 @@ int nearestSamples(const Samples& s, int x, int y, int H, Slot* chosen)
                 const int d = (sx[k] - x) * (sx[k] - x) + dy2;
                 if (d < slots8.farthest())
                     slots8.offer(d, k);
+                else if (sx[k] > x)
+                    break; // right of the pixel distances only grow, and the bound only shrinks
             }
         }
         slots8.get(dist, index);
@@ -584,7 +598,7 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
     report.progress(text, 70);
 
     std::vector<float> A = floatAlpha(alpha);
-    if (!smoothBorder(A, intensities(src), seg.markImage, 8, cancel))
+    if (!smoothBorder(A, src, seg.markImage, 8, cancel))
         return;
     report.progress(text, 80);
 

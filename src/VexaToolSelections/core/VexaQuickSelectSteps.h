@@ -41,14 +41,10 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
 // (at most 8 each, in slot order): the mean over the three best-fitting sample pairs.
 int alphaFromSamples(QRgb colour, const QRgb* foreground, int nf, const QRgb* background, int nb);
 
-// The grey level the border smoothing weighs patches by: 0.3 R + 0.59 G + 0.11 B, per pixel.
-std::vector<double> intensities(const QImage& source);
-// The alpha of pixel (x, y) estimated from its 3 x 3 patch over `in`, the centre left out,
-// weighted by how the patch's intensities vary together.
-float patchEstimate(const std::vector<double>& intensity, const std::vector<float>& in, int W, int H, int x, int y);
-// `passes` passes of re-estimating every pixel on an edge of the alpha (marked pixels keep 1
-// or 0); the result is in `a`. Rows are spread over the processor's cores.
-bool smoothBorder(std::vector<float>& a, const std::vector<double>& intensity, const QImage& marks, int passes,
+// `passes` passes of re-estimating every pixel on an edge of the alpha `a` (W x H, row order)
+// from its 3 x 3 patch of `source`, weighted by the patch's intensities; pixels with a
+// foreground or background mark keep 1 or 0. The result is in `a`.
+bool smoothBorder(std::vector<float>& a, const QImage& source, const QImage& marks, int passes,
                   const std::atomic<bool>& cancel);
 
 } // namespace VexaQuickSelect
