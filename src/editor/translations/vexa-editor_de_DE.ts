@@ -22,12 +22,16 @@
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
+    <message>
+        <source>The image is too large: a document holds at most about two billion pixels.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
     <message>
         <source>%1, %2  (%3 %)</source>
-        <translation>%1, %2  (%3 %)</translation>
+        <translation type="vanished">%1, %2  (%3 %)</translation>
     </message>
     <message>
         <source>&amp;File</source>
@@ -165,6 +169,164 @@
         <source>Export Selection Mask</source>
         <translation>Auswahlmaske exportieren</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Matting View…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Fit to Window</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;100 %</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageFile</name>
+    <message>
+        <source>%1 GB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>VexaMattingWindow</name>
+    <message>
+        <source>Matting View</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This build of the plug-in has no matting view.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Matting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Marks:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left object, right unknown, middle erases</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left background, right object, middle unknown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left unknown, right object, middle erases</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What the mouse buttons paint</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> Brush:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Auto Flood</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Flood 16 pixels after each object stroke</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Flood</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Grow the object and background marks up to the unknown band</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Matte</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Composite</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use as selection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The matte is now the selection.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The document this matte was made for is closed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The document has changed size since the matting view opened.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no matte yet.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
@@ -202,6 +364,13 @@
     <message>
         <source>Move Selection</source>
         <translation>Auswahl verschieben</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>

@@ -6,7 +6,7 @@
     <message>
         <source>Failed to open file:
 &apos;</source>
-        <translation>Die Datei konnte nicht geöffnet werden:
+        <translation type="vanished">Die Datei konnte nicht geöffnet werden:
 &apos;</translation>
     </message>
     <message>
@@ -80,6 +80,11 @@
 </source>
         <translation>Linken fehlgeschlagen: &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

@@ -6,7 +6,7 @@
     <message>
         <source>Failed to open file:
 &apos;</source>
-        <translation>No se pudo abrir el archivo:
+        <translation type="vanished">No se pudo abrir el archivo:
 &apos;</translation>
     </message>
     <message>
@@ -80,6 +80,11 @@
 </source>
         <translation>Error al enlazar &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

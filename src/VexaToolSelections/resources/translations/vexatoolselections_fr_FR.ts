@@ -6,7 +6,7 @@
     <message>
         <source>Failed to open file:
 &apos;</source>
-        <translation>Impossible d&apos;ouvrir le fichier :
+        <translation type="vanished">Impossible d&apos;ouvrir le fichier :
 &apos;</translation>
     </message>
     <message>
@@ -80,6 +80,11 @@
 </source>
         <translation>Échec de l&apos;édition de liens de &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

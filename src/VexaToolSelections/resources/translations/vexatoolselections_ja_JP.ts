@@ -6,7 +6,7 @@
     <message>
         <source>Failed to open file:
 &apos;</source>
-        <translation>ファイルを開けませんでした:
+        <translation type="vanished">ファイルを開けませんでした:
 &apos;</translation>
     </message>
     <message>
@@ -80,6 +80,11 @@
 </source>
         <translation>リンクに失敗しました: &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

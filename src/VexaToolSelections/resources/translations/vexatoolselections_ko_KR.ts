@@ -6,7 +6,7 @@
     <message>
         <source>Failed to open file:
 &apos;</source>
-        <translation>파일을 열 수 없습니다:
+        <translation type="vanished">파일을 열 수 없습니다:
 &apos;</translation>
     </message>
     <message>
@@ -80,6 +80,11 @@
 </source>
         <translation>링크 실패: &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
