@@ -24,15 +24,11 @@
     </message>
     <message>
         <source>The image is too large: a document holds at most about two billion pixels.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Bild ist zu groß: Ein Dokument fasst höchstens etwa zwei Milliarden Pixel.</translation>
     </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation type="vanished">%1, %2  (%3 %)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Datei</translation>
@@ -171,161 +167,163 @@
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2</translation>
     </message>
     <message>
         <source>Matting View…</source>
-        <translation type="unfinished"></translation>
+        <translation>Freistellungsansicht…</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;nsicht</translation>
     </message>
     <message>
         <source>Zoom &amp;In</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Einzoomen</translation>
     </message>
     <message>
         <source>Zoom &amp;Out</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Auszoomen</translation>
     </message>
     <message>
         <source>&amp;Fit to Window</source>
-        <translation type="unfinished"></translation>
+        <translation>An &amp;Fenster anpassen</translation>
     </message>
     <message>
         <source>Ctrl+0</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
     </message>
     <message>
         <source>&amp;100 %</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;100 %</translation>
     </message>
     <message>
         <source>Ctrl+1</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
     </message>
     <message>
         <source>%1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %</translation>
     </message>
 </context>
 <context>
     <name>VexaImageFile</name>
     <message>
         <source>%1 GB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 GB</translation>
     </message>
     <message>
         <source>%1 MB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 MB</translation>
     </message>
     <message>
         <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
-        <translation type="unfinished"></translation>
+        <translation>zu groß: %1 x %2 braucht %3, mehr als die %4, die dieser Rechner für ein Bild zulässt</translation>
     </message>
 </context>
 <context>
     <name>VexaMattingWindow</name>
     <message>
         <source>Matting View</source>
-        <translation type="unfinished"></translation>
+        <translation>Freistellungsansicht</translation>
     </message>
     <message>
         <source>This build of the plug-in has no matting view.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Build des Plug-ins hat keine Freistellungsansicht.</translation>
     </message>
     <message>
         <source>Matting</source>
-        <translation type="unfinished"></translation>
+        <translation>Freistellen</translation>
     </message>
     <message>
         <source>Marks:</source>
-        <translation type="unfinished"></translation>
+        <translation>Markierungen:</translation>
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation type="unfinished"></translation>
+        <translation>Links: Objekt, rechts: unbekannt, Mitte: radieren</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>Links: Hintergrund, rechts: Objekt, Mitte: unbekannt</translation>
     </message>
     <message>
         <source>Left unknown, right object, middle erases</source>
-        <translation type="unfinished"></translation>
+        <translation>Links: unbekannt, rechts: Objekt, Mitte: radieren</translation>
     </message>
     <message>
         <source>What the mouse buttons paint</source>
-        <translation type="unfinished"></translation>
+        <translation>Was die Maustasten malen</translation>
     </message>
     <message>
         <source> Brush:</source>
-        <translation type="unfinished"></translation>
+        <translation> Pinsel:</translation>
     </message>
     <message>
         <source> px</source>
-        <translation type="unfinished"></translation>
+        <translation> Px</translation>
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation type="unfinished"></translation>
+        <translation>Halbe Strichbreite; zugleich die Zahl der Glättungsdurchgänge von „Freistellung“</translation>
     </message>
     <message>
         <source>Auto Flood</source>
-        <translation type="unfinished"></translation>
+        <translation>Automatisch füllen</translation>
     </message>
     <message>
         <source>Flood 16 pixels after each object stroke</source>
-        <translation type="unfinished"></translation>
+        <translation>Nach jedem Objektstrich 16 Pixel füllen</translation>
     </message>
     <message>
         <source>Flood</source>
-        <translation type="unfinished"></translation>
+        <translation>Füllen</translation>
     </message>
     <message>
         <source>Grow the object and background marks up to the unknown band</source>
-        <translation type="unfinished"></translation>
+        <translation>Objekt- und Hintergrundmarkierungen bis an den unbekannten Randstreifen ausdehnen</translation>
     </message>
     <message>
         <source>Matte</source>
-        <translation type="unfinished"></translation>
+        <translation>Freistellung</translation>
     </message>
     <message>
         <source>Reset</source>
-        <translation type="unfinished"></translation>
+        <translation>Zurücksetzen</translation>
     </message>
     <message>
         <source>Image</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild</translation>
     </message>
     <message>
         <source>Composite</source>
-        <translation type="unfinished"></translation>
+        <translation>Gesamtbild</translation>
     </message>
     <message>
         <source>Use as selection</source>
-        <translation type="unfinished"></translation>
+        <translation>Als Auswahl verwenden</translation>
     </message>
     <message>
         <source>The matte is now the selection.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Freistellung ist jetzt die Auswahl.</translation>
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation type="unfinished"></translation>
+        <translation>Malen Sie einen unbekannten Streifen entlang der Kante, innen das Objekt und außen den Hintergrund, dann „Füllen“ und „Freistellung“.</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Dokument, für das diese Freistellung erstellt wurde, ist geschlossen.</translation>
     </message>
     <message>
         <source>The document has changed size since the matting view opened.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Größe des Dokuments hat sich geändert, seit die Freistellungsansicht geöffnet wurde.</translation>
     </message>
     <message>
         <source>There is no matte yet.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt noch keine Freistellung.</translation>
     </message>
 </context>
 <context>
@@ -370,7 +368,7 @@
     <name>main</name>
     <message>
         <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>benötigt OpenGL 2.1 oder neuer, und auf dieser Anzeige ließ sich kein brauchbarer OpenGL-Kontext erstellen (%1)</translation>
     </message>
 </context>
 </TS>

@@ -24,15 +24,11 @@
     </message>
     <message>
         <source>The image is too large: a document holds at most about two billion pixels.</source>
-        <translation type="unfinished"></translation>
+        <translation>L&apos;image est trop grande : un document contient au plus environ deux milliards de pixels.</translation>
     </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation type="vanished">%1, %2  (%3 %)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Fichier</translation>
@@ -171,161 +167,163 @@
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2</translation>
     </message>
     <message>
         <source>Matting View…</source>
-        <translation type="unfinished"></translation>
+        <translation>Vue de détourage…</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Affichage</translation>
     </message>
     <message>
         <source>Zoom &amp;In</source>
-        <translation type="unfinished"></translation>
+        <translation>Zoom &amp;avant</translation>
     </message>
     <message>
         <source>Zoom &amp;Out</source>
-        <translation type="unfinished"></translation>
+        <translation>Zoom a&amp;rrière</translation>
     </message>
     <message>
         <source>&amp;Fit to Window</source>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;juster à la fenêtre</translation>
     </message>
     <message>
         <source>Ctrl+0</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
     </message>
     <message>
         <source>&amp;100 %</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;100 %</translation>
     </message>
     <message>
         <source>Ctrl+1</source>
-        <translation type="unfinished"></translation>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
     </message>
     <message>
         <source>%1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %</translation>
     </message>
 </context>
 <context>
     <name>VexaImageFile</name>
     <message>
         <source>%1 GB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Go</translation>
     </message>
     <message>
         <source>%1 MB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Mo</translation>
     </message>
     <message>
         <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
-        <translation type="unfinished"></translation>
+        <translation>trop grande : %1 x %2 demande %3, plus que les %4 que cette machine accepte pour une image</translation>
     </message>
 </context>
 <context>
     <name>VexaMattingWindow</name>
     <message>
         <source>Matting View</source>
-        <translation type="unfinished"></translation>
+        <translation>Vue de détourage</translation>
     </message>
     <message>
         <source>This build of the plug-in has no matting view.</source>
-        <translation type="unfinished"></translation>
+        <translation>Cette version du module externe n&apos;a pas de vue de détourage.</translation>
     </message>
     <message>
         <source>Matting</source>
-        <translation type="unfinished"></translation>
+        <translation>Détourage</translation>
     </message>
     <message>
         <source>Marks:</source>
-        <translation type="unfinished"></translation>
+        <translation>Marques :</translation>
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation type="unfinished"></translation>
+        <translation>Gauche : objet, droit : inconnu, milieu : effacer</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>Gauche : arrière-plan, droit : objet, milieu : inconnu</translation>
     </message>
     <message>
         <source>Left unknown, right object, middle erases</source>
-        <translation type="unfinished"></translation>
+        <translation>Gauche : inconnu, droit : objet, milieu : effacer</translation>
     </message>
     <message>
         <source>What the mouse buttons paint</source>
-        <translation type="unfinished"></translation>
+        <translation>Ce que peignent les boutons de la souris</translation>
     </message>
     <message>
         <source> Brush:</source>
-        <translation type="unfinished"></translation>
+        <translation> Pinceau :</translation>
     </message>
     <message>
         <source> px</source>
-        <translation type="unfinished"></translation>
+        <translation> px</translation>
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation type="unfinished"></translation>
+        <translation>Demi-largeur du trait ; aussi le nombre de passes de lissage de « Détourage »</translation>
     </message>
     <message>
         <source>Auto Flood</source>
-        <translation type="unfinished"></translation>
+        <translation>Remplissage auto</translation>
     </message>
     <message>
         <source>Flood 16 pixels after each object stroke</source>
-        <translation type="unfinished"></translation>
+        <translation>Remplir 16 pixels après chaque trait d&apos;objet</translation>
     </message>
     <message>
         <source>Flood</source>
-        <translation type="unfinished"></translation>
+        <translation>Remplir</translation>
     </message>
     <message>
         <source>Grow the object and background marks up to the unknown band</source>
-        <translation type="unfinished"></translation>
+        <translation>Étendre les marques d&apos;objet et d&apos;arrière-plan jusqu&apos;à la bande inconnue</translation>
     </message>
     <message>
         <source>Matte</source>
-        <translation type="unfinished"></translation>
+        <translation>Détourage</translation>
     </message>
     <message>
         <source>Reset</source>
-        <translation type="unfinished"></translation>
+        <translation>Réinitialiser</translation>
     </message>
     <message>
         <source>Image</source>
-        <translation type="unfinished"></translation>
+        <translation>Image</translation>
     </message>
     <message>
         <source>Composite</source>
-        <translation type="unfinished"></translation>
+        <translation>Composition</translation>
     </message>
     <message>
         <source>Use as selection</source>
-        <translation type="unfinished"></translation>
+        <translation>Utiliser comme sélection</translation>
     </message>
     <message>
         <source>The matte is now the selection.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le détourage est maintenant la sélection.</translation>
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation type="unfinished"></translation>
+        <translation>Peignez une bande inconnue le long du bord, l&apos;objet à l&apos;intérieur et l&apos;arrière-plan à l&apos;extérieur, puis « Remplir » et « Détourage ».</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le document pour lequel ce détourage a été fait est fermé.</translation>
     </message>
     <message>
         <source>The document has changed size since the matting view opened.</source>
-        <translation type="unfinished"></translation>
+        <translation>La taille du document a changé depuis l&apos;ouverture de la vue de détourage.</translation>
     </message>
     <message>
         <source>There is no matte yet.</source>
-        <translation type="unfinished"></translation>
+        <translation>Il n&apos;y a pas encore de détourage.</translation>
     </message>
 </context>
 <context>
@@ -370,7 +368,7 @@
     <name>main</name>
     <message>
         <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>nécessite OpenGL 2.1 ou ultérieur, et aucun contexte OpenGL utilisable n&apos;a pu être créé sur cet affichage (%1)</translation>
     </message>
 </context>
 </TS>

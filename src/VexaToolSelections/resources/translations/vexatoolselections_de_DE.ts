@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation type="vanished">Die Datei konnte nicht geöffnet werden:
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>Kompilieren fehlgeschlagen: &apos;TrimapShader.fp&apos;
@@ -84,7 +78,8 @@
     <message>
         <source>Failed to open file:
 &apos;%1&apos;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei konnte nicht geöffnet werden:
+&apos;%1&apos;.</translation>
     </message>
 </context>
 <context>

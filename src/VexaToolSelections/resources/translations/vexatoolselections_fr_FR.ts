@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation type="vanished">Impossible d&apos;ouvrir le fichier :
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>Échec de la compilation : &apos;TrimapShader.fp&apos;
@@ -84,7 +78,8 @@
     <message>
         <source>Failed to open file:
 &apos;%1&apos;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible d&apos;ouvrir le fichier :
+&apos;%1&apos;.</translation>
     </message>
 </context>
 <context>
