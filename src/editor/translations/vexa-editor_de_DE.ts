@@ -22,13 +22,13 @@
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
+    <message>
+        <source>The image is too large: a document holds at most about two billion pixels.</source>
+        <translation>Das Bild ist zu groß: Ein Dokument fasst höchstens etwa zwei Milliarden Pixel.</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation>%1, %2  (%3 %)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Datei</translation>
@@ -165,6 +165,166 @@
         <source>Export Selection Mask</source>
         <translation>Auswahlmaske exportieren</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Matting View…</source>
+        <translation>Freistellungsansicht…</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>A&amp;nsicht</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>&amp;Einzoomen</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>&amp;Auszoomen</translation>
+    </message>
+    <message>
+        <source>&amp;Fit to Window</source>
+        <translation>An &amp;Fenster anpassen</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>&amp;100 %</source>
+        <translation>&amp;100 %</translation>
+    </message>
+    <message>
+        <source>Ctrl+1</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageFile</name>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1 GB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+    <message>
+        <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
+        <translation>zu groß: %1 x %2 braucht %3, mehr als die %4, die dieser Rechner für ein Bild zulässt</translation>
+    </message>
+</context>
+<context>
+    <name>VexaMattingWindow</name>
+    <message>
+        <source>Matting View</source>
+        <translation>Freistellungsansicht</translation>
+    </message>
+    <message>
+        <source>This build of the plug-in has no matting view.</source>
+        <translation>Dieser Build des Plug-ins hat keine Freistellungsansicht.</translation>
+    </message>
+    <message>
+        <source>Matting</source>
+        <translation>Freistellen</translation>
+    </message>
+    <message>
+        <source>Marks:</source>
+        <translation>Markierungen:</translation>
+    </message>
+    <message>
+        <source>Left object, right unknown, middle erases</source>
+        <translation>Links: Objekt, rechts: unbekannt, Mitte: radieren</translation>
+    </message>
+    <message>
+        <source>Left background, right object, middle unknown</source>
+        <translation>Links: Hintergrund, rechts: Objekt, Mitte: unbekannt</translation>
+    </message>
+    <message>
+        <source>Left unknown, right object, middle erases</source>
+        <translation>Links: unbekannt, rechts: Objekt, Mitte: radieren</translation>
+    </message>
+    <message>
+        <source>What the mouse buttons paint</source>
+        <translation>Was die Maustasten malen</translation>
+    </message>
+    <message>
+        <source> Brush:</source>
+        <translation> Pinsel:</translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation> Px</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
+        <translation>Halbe Strichbreite; zugleich die Zahl der Glättungsdurchgänge von „Freistellung“</translation>
+    </message>
+    <message>
+        <source>Auto Flood</source>
+        <translation>Automatisch füllen</translation>
+    </message>
+    <message>
+        <source>Flood 16 pixels after each object stroke</source>
+        <translation>Nach jedem Objektstrich 16 Pixel füllen</translation>
+    </message>
+    <message>
+        <source>Flood</source>
+        <translation>Füllen</translation>
+    </message>
+    <message>
+        <source>Grow the object and background marks up to the unknown band</source>
+        <translation>Objekt- und Hintergrundmarkierungen bis an den unbekannten Randstreifen ausdehnen</translation>
+    </message>
+    <message>
+        <source>Matte</source>
+        <translation>Freistellung</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Composite</source>
+        <translation>Gesamtbild</translation>
+    </message>
+    <message>
+        <source>Use as selection</source>
+        <translation>Als Auswahl verwenden</translation>
+    </message>
+    <message>
+        <source>The matte is now the selection.</source>
+        <translation>Die Freistellung ist jetzt die Auswahl.</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
+        <translation>Malen Sie einen unbekannten Streifen entlang der Kante, innen das Objekt und außen den Hintergrund, dann „Füllen“ und „Freistellung“.</translation>
+    </message>
+    <message>
+        <source>The document this matte was made for is closed.</source>
+        <translation>Das Dokument, für das diese Freistellung erstellt wurde, ist geschlossen.</translation>
+    </message>
+    <message>
+        <source>The document has changed size since the matting view opened.</source>
+        <translation>Die Größe des Dokuments hat sich geändert, seit die Freistellungsansicht geöffnet wurde.</translation>
+    </message>
+    <message>
+        <source>There is no matte yet.</source>
+        <translation>Es gibt noch keine Freistellung.</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
@@ -202,6 +362,13 @@
     <message>
         <source>Move Selection</source>
         <translation>Auswahl verschieben</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
+        <translation>benötigt OpenGL 2.1 oder neuer, und auf dieser Anzeige ließ sich kein brauchbarer OpenGL-Kontext erstellen (%1)</translation>
     </message>
 </context>
 </TS>

@@ -22,13 +22,13 @@
         <source>Delete</source>
         <translation>Eliminar</translation>
     </message>
+    <message>
+        <source>The image is too large: a document holds at most about two billion pixels.</source>
+        <translation>La imagen es demasiado grande: un documento admite como máximo unos dos mil millones de píxeles.</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation>%1, %2  (%3 %)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Archivo</translation>
@@ -165,6 +165,166 @@
         <source>Export Selection Mask</source>
         <translation>Exportar máscara de selección</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Matting View…</source>
+        <translation>Vista de recorte…</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ver</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>&amp;Acercar</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>A&amp;lejar</translation>
+    </message>
+    <message>
+        <source>&amp;Fit to Window</source>
+        <translation>Ajustar a la &amp;ventana</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>&amp;100 %</source>
+        <translation>&amp;100 %</translation>
+    </message>
+    <message>
+        <source>Ctrl+1</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageFile</name>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1 GB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+    <message>
+        <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
+        <translation>demasiado grande: %1 x %2 necesita %3, más de los %4 que este equipo permite para una imagen</translation>
+    </message>
+</context>
+<context>
+    <name>VexaMattingWindow</name>
+    <message>
+        <source>Matting View</source>
+        <translation>Vista de recorte</translation>
+    </message>
+    <message>
+        <source>This build of the plug-in has no matting view.</source>
+        <translation>Esta versión del complemento no tiene vista de recorte.</translation>
+    </message>
+    <message>
+        <source>Matting</source>
+        <translation>Recorte</translation>
+    </message>
+    <message>
+        <source>Marks:</source>
+        <translation>Marcas:</translation>
+    </message>
+    <message>
+        <source>Left object, right unknown, middle erases</source>
+        <translation>Izquierdo: objeto, derecho: desconocido, central: borrar</translation>
+    </message>
+    <message>
+        <source>Left background, right object, middle unknown</source>
+        <translation>Izquierdo: fondo, derecho: objeto, central: desconocido</translation>
+    </message>
+    <message>
+        <source>Left unknown, right object, middle erases</source>
+        <translation>Izquierdo: desconocido, derecho: objeto, central: borrar</translation>
+    </message>
+    <message>
+        <source>What the mouse buttons paint</source>
+        <translation>Lo que pintan los botones del ratón</translation>
+    </message>
+    <message>
+        <source> Brush:</source>
+        <translation> Pincel:</translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation> px</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
+        <translation>Mitad del ancho del trazo; también el número de pasadas de suavizado de «Recorte»</translation>
+    </message>
+    <message>
+        <source>Auto Flood</source>
+        <translation>Relleno automático</translation>
+    </message>
+    <message>
+        <source>Flood 16 pixels after each object stroke</source>
+        <translation>Rellenar 16 píxeles tras cada trazo de objeto</translation>
+    </message>
+    <message>
+        <source>Flood</source>
+        <translation>Rellenar</translation>
+    </message>
+    <message>
+        <source>Grow the object and background marks up to the unknown band</source>
+        <translation>Extender las marcas de objeto y de fondo hasta la franja desconocida</translation>
+    </message>
+    <message>
+        <source>Matte</source>
+        <translation>Recorte</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Restablecer</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Imagen</translation>
+    </message>
+    <message>
+        <source>Composite</source>
+        <translation>Composición</translation>
+    </message>
+    <message>
+        <source>Use as selection</source>
+        <translation>Usar como selección</translation>
+    </message>
+    <message>
+        <source>The matte is now the selection.</source>
+        <translation>El recorte es ahora la selección.</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
+        <translation>Pinte una franja desconocida a lo largo del borde, el objeto dentro y el fondo fuera de ella, y después use «Rellenar» y «Recorte».</translation>
+    </message>
+    <message>
+        <source>The document this matte was made for is closed.</source>
+        <translation>El documento para el que se hizo este recorte está cerrado.</translation>
+    </message>
+    <message>
+        <source>The document has changed size since the matting view opened.</source>
+        <translation>El tamaño del documento ha cambiado desde que se abrió la vista de recorte.</translation>
+    </message>
+    <message>
+        <source>There is no matte yet.</source>
+        <translation>Todavía no hay ningún recorte.</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
@@ -202,6 +362,13 @@
     <message>
         <source>Move Selection</source>
         <translation>Mover selección</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
+        <translation>necesita OpenGL 2.1 o posterior, y no se pudo crear ningún contexto OpenGL utilizable en esta pantalla (%1)</translation>
     </message>
 </context>
 </TS>

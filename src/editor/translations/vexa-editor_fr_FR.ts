@@ -22,13 +22,13 @@
         <source>Delete</source>
         <translation>Supprimer</translation>
     </message>
+    <message>
+        <source>The image is too large: a document holds at most about two billion pixels.</source>
+        <translation>L&apos;image est trop grande : un document contient au plus environ deux milliards de pixels.</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation>%1, %2  (%3 %)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Fichier</translation>
@@ -165,6 +165,166 @@
         <source>Export Selection Mask</source>
         <translation>Exporter le masque de sélection</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Matting View…</source>
+        <translation>Vue de détourage…</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Affichage</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>Zoom &amp;avant</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>Zoom a&amp;rrière</translation>
+    </message>
+    <message>
+        <source>&amp;Fit to Window</source>
+        <translation>A&amp;juster à la fenêtre</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>&amp;100 %</source>
+        <translation>&amp;100 %</translation>
+    </message>
+    <message>
+        <source>Ctrl+1</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageFile</name>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1 Go</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 Mo</translation>
+    </message>
+    <message>
+        <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
+        <translation>trop grande : %1 x %2 demande %3, plus que les %4 que cette machine accepte pour une image</translation>
+    </message>
+</context>
+<context>
+    <name>VexaMattingWindow</name>
+    <message>
+        <source>Matting View</source>
+        <translation>Vue de détourage</translation>
+    </message>
+    <message>
+        <source>This build of the plug-in has no matting view.</source>
+        <translation>Cette version du module externe n&apos;a pas de vue de détourage.</translation>
+    </message>
+    <message>
+        <source>Matting</source>
+        <translation>Détourage</translation>
+    </message>
+    <message>
+        <source>Marks:</source>
+        <translation>Marques :</translation>
+    </message>
+    <message>
+        <source>Left object, right unknown, middle erases</source>
+        <translation>Gauche : objet, droit : inconnu, milieu : effacer</translation>
+    </message>
+    <message>
+        <source>Left background, right object, middle unknown</source>
+        <translation>Gauche : arrière-plan, droit : objet, milieu : inconnu</translation>
+    </message>
+    <message>
+        <source>Left unknown, right object, middle erases</source>
+        <translation>Gauche : inconnu, droit : objet, milieu : effacer</translation>
+    </message>
+    <message>
+        <source>What the mouse buttons paint</source>
+        <translation>Ce que peignent les boutons de la souris</translation>
+    </message>
+    <message>
+        <source> Brush:</source>
+        <translation> Pinceau :</translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation> px</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
+        <translation>Demi-largeur du trait ; aussi le nombre de passes de lissage de « Détourage »</translation>
+    </message>
+    <message>
+        <source>Auto Flood</source>
+        <translation>Remplissage auto</translation>
+    </message>
+    <message>
+        <source>Flood 16 pixels after each object stroke</source>
+        <translation>Remplir 16 pixels après chaque trait d&apos;objet</translation>
+    </message>
+    <message>
+        <source>Flood</source>
+        <translation>Remplir</translation>
+    </message>
+    <message>
+        <source>Grow the object and background marks up to the unknown band</source>
+        <translation>Étendre les marques d&apos;objet et d&apos;arrière-plan jusqu&apos;à la bande inconnue</translation>
+    </message>
+    <message>
+        <source>Matte</source>
+        <translation>Détourage</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Réinitialiser</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>Composite</source>
+        <translation>Composition</translation>
+    </message>
+    <message>
+        <source>Use as selection</source>
+        <translation>Utiliser comme sélection</translation>
+    </message>
+    <message>
+        <source>The matte is now the selection.</source>
+        <translation>Le détourage est maintenant la sélection.</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
+        <translation>Peignez une bande inconnue le long du bord, l&apos;objet à l&apos;intérieur et l&apos;arrière-plan à l&apos;extérieur, puis « Remplir » et « Détourage ».</translation>
+    </message>
+    <message>
+        <source>The document this matte was made for is closed.</source>
+        <translation>Le document pour lequel ce détourage a été fait est fermé.</translation>
+    </message>
+    <message>
+        <source>The document has changed size since the matting view opened.</source>
+        <translation>La taille du document a changé depuis l&apos;ouverture de la vue de détourage.</translation>
+    </message>
+    <message>
+        <source>There is no matte yet.</source>
+        <translation>Il n&apos;y a pas encore de détourage.</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
@@ -202,6 +362,13 @@
     <message>
         <source>Move Selection</source>
         <translation>Déplacer la sélection</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
+        <translation>nécessite OpenGL 2.1 ou ultérieur, et aucun contexte OpenGL utilisable n&apos;a pu être créé sur cet affichage (%1)</translation>
     </message>
 </context>
 </TS>

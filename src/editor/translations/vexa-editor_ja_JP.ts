@@ -22,13 +22,13 @@
         <source>Delete</source>
         <translation>削除</translation>
     </message>
+    <message>
+        <source>The image is too large: a document holds at most about two billion pixels.</source>
+        <translation>画像が大きすぎます。ドキュメントに格納できるのは約 20 億ピクセルまでです。</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation>%1, %2  (%3%)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>ファイル(&amp;F)</translation>
@@ -165,6 +165,166 @@
         <source>Export Selection Mask</source>
         <translation>選択範囲マスクを書き出し</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Matting View…</source>
+        <translation>切り抜きビュー…</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>表示(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>ズームイン(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>ズームアウト(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Fit to Window</source>
+        <translation>ウィンドウに合わせる(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>&amp;100 %</source>
+        <translation>100%(&amp;1)</translation>
+    </message>
+    <message>
+        <source>Ctrl+1</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1%</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageFile</name>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1 GB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+    <message>
+        <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
+        <translation>大きすぎます: %1 x %2 には %3 が必要で、このマシンで 1 枚の画像に使える %4 を超えています</translation>
+    </message>
+</context>
+<context>
+    <name>VexaMattingWindow</name>
+    <message>
+        <source>Matting View</source>
+        <translation>切り抜きビュー</translation>
+    </message>
+    <message>
+        <source>This build of the plug-in has no matting view.</source>
+        <translation>このビルドのプラグインには切り抜きビューがありません。</translation>
+    </message>
+    <message>
+        <source>Matting</source>
+        <translation>切り抜き</translation>
+    </message>
+    <message>
+        <source>Marks:</source>
+        <translation>マーク:</translation>
+    </message>
+    <message>
+        <source>Left object, right unknown, middle erases</source>
+        <translation>左: オブジェクト、右: 未確定、中: 消去</translation>
+    </message>
+    <message>
+        <source>Left background, right object, middle unknown</source>
+        <translation>左: 背景、右: オブジェクト、中: 未確定</translation>
+    </message>
+    <message>
+        <source>Left unknown, right object, middle erases</source>
+        <translation>左: 未確定、右: オブジェクト、中: 消去</translation>
+    </message>
+    <message>
+        <source>What the mouse buttons paint</source>
+        <translation>マウスボタンで描く内容</translation>
+    </message>
+    <message>
+        <source> Brush:</source>
+        <translation> ブラシ:</translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation> px</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
+        <translation>ストロークの幅の半分。「切り抜き」のスムージング回数も兼ねます</translation>
+    </message>
+    <message>
+        <source>Auto Flood</source>
+        <translation>自動塗りつぶし</translation>
+    </message>
+    <message>
+        <source>Flood 16 pixels after each object stroke</source>
+        <translation>オブジェクトのストロークごとに 16 ピクセル塗りつぶします</translation>
+    </message>
+    <message>
+        <source>Flood</source>
+        <translation>塗りつぶし</translation>
+    </message>
+    <message>
+        <source>Grow the object and background marks up to the unknown band</source>
+        <translation>オブジェクトと背景のマークを未確定の帯まで広げます</translation>
+    </message>
+    <message>
+        <source>Matte</source>
+        <translation>切り抜き</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>リセット</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Composite</source>
+        <translation>合成</translation>
+    </message>
+    <message>
+        <source>Use as selection</source>
+        <translation>選択範囲として使用</translation>
+    </message>
+    <message>
+        <source>The matte is now the selection.</source>
+        <translation>切り抜きが選択範囲になりました。</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
+        <translation>境界に沿って未確定の帯を描き、その内側にオブジェクト、外側に背景を描いてから、「塗りつぶし」と「切り抜き」を実行します。</translation>
+    </message>
+    <message>
+        <source>The document this matte was made for is closed.</source>
+        <translation>この切り抜きの対象のドキュメントは閉じられています。</translation>
+    </message>
+    <message>
+        <source>The document has changed size since the matting view opened.</source>
+        <translation>切り抜きビューを開いた後で、ドキュメントのサイズが変更されました。</translation>
+    </message>
+    <message>
+        <source>There is no matte yet.</source>
+        <translation>切り抜きはまだありません。</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
@@ -202,6 +362,13 @@
     <message>
         <source>Move Selection</source>
         <translation>選択範囲を移動</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
+        <translation>OpenGL 2.1 以降が必要ですが、このディスプレイでは使用できる OpenGL コンテキストを作成できませんでした (%1)</translation>
     </message>
 </context>
 </TS>

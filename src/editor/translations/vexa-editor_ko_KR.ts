@@ -22,13 +22,13 @@
         <source>Delete</source>
         <translation>삭제</translation>
     </message>
+    <message>
+        <source>The image is too large: a document holds at most about two billion pixels.</source>
+        <translation>이미지가 너무 큽니다. 문서에는 최대 약 20억 픽셀까지 담을 수 있습니다.</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation>%1, %2  (%3%)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>파일(&amp;F)</translation>
@@ -165,6 +165,166 @@
         <source>Export Selection Mask</source>
         <translation>선택 영역 마스크 내보내기</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Matting View…</source>
+        <translation>매트 보기…</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>보기(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>확대(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>축소(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Fit to Window</source>
+        <translation>창에 맞추기(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>&amp;100 %</source>
+        <translation>100%(&amp;1)</translation>
+    </message>
+    <message>
+        <source>Ctrl+1</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1%</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageFile</name>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1GB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1MB</translation>
+    </message>
+    <message>
+        <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
+        <translation>너무 큽니다: %1 x %2 크기에는 %3이(가) 필요하며, 이 컴퓨터에서 이미지 하나에 허용되는 %4을(를) 넘습니다</translation>
+    </message>
+</context>
+<context>
+    <name>VexaMattingWindow</name>
+    <message>
+        <source>Matting View</source>
+        <translation>매트 보기</translation>
+    </message>
+    <message>
+        <source>This build of the plug-in has no matting view.</source>
+        <translation>이 빌드의 플러그인에는 매트 보기가 없습니다.</translation>
+    </message>
+    <message>
+        <source>Matting</source>
+        <translation>매트</translation>
+    </message>
+    <message>
+        <source>Marks:</source>
+        <translation>표시:</translation>
+    </message>
+    <message>
+        <source>Left object, right unknown, middle erases</source>
+        <translation>왼쪽: 개체, 오른쪽: 미확정, 가운데: 지우기</translation>
+    </message>
+    <message>
+        <source>Left background, right object, middle unknown</source>
+        <translation>왼쪽: 배경, 오른쪽: 개체, 가운데: 미확정</translation>
+    </message>
+    <message>
+        <source>Left unknown, right object, middle erases</source>
+        <translation>왼쪽: 미확정, 오른쪽: 개체, 가운데: 지우기</translation>
+    </message>
+    <message>
+        <source>What the mouse buttons paint</source>
+        <translation>마우스 버튼으로 칠할 내용</translation>
+    </message>
+    <message>
+        <source> Brush:</source>
+        <translation> 브러시:</translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation> 픽셀</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
+        <translation>획 너비의 절반이며, [매트]의 다듬기 반복 횟수이기도 합니다</translation>
+    </message>
+    <message>
+        <source>Auto Flood</source>
+        <translation>자동 채우기</translation>
+    </message>
+    <message>
+        <source>Flood 16 pixels after each object stroke</source>
+        <translation>개체 획을 칠할 때마다 16픽셀 채우기</translation>
+    </message>
+    <message>
+        <source>Flood</source>
+        <translation>채우기</translation>
+    </message>
+    <message>
+        <source>Grow the object and background marks up to the unknown band</source>
+        <translation>개체 및 배경 표시를 미확정 띠까지 넓힙니다</translation>
+    </message>
+    <message>
+        <source>Matte</source>
+        <translation>매트</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>재설정</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>이미지</translation>
+    </message>
+    <message>
+        <source>Composite</source>
+        <translation>합성</translation>
+    </message>
+    <message>
+        <source>Use as selection</source>
+        <translation>선택 영역으로 사용</translation>
+    </message>
+    <message>
+        <source>The matte is now the selection.</source>
+        <translation>이제 매트가 선택 영역입니다.</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
+        <translation>가장자리를 따라 미확정 띠를 칠하고, 그 안쪽에 개체를, 바깥쪽에 배경을 칠한 다음 [채우기]와 [매트]를 실행하십시오.</translation>
+    </message>
+    <message>
+        <source>The document this matte was made for is closed.</source>
+        <translation>이 매트를 만든 대상 문서가 닫혔습니다.</translation>
+    </message>
+    <message>
+        <source>The document has changed size since the matting view opened.</source>
+        <translation>매트 보기를 연 뒤 문서 크기가 바뀌었습니다.</translation>
+    </message>
+    <message>
+        <source>There is no matte yet.</source>
+        <translation>아직 매트가 없습니다.</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
@@ -202,6 +362,13 @@
     <message>
         <source>Move Selection</source>
         <translation>선택 영역 이동</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
+        <translation>OpenGL 2.1 이상이 필요하지만 이 디스플레이에서 사용할 수 있는 OpenGL 컨텍스트를 만들 수 없습니다 (%1)</translation>
     </message>
 </context>
 </TS>

@@ -22,13 +22,13 @@
         <source>Delete</source>
         <translation>删除</translation>
     </message>
+    <message>
+        <source>The image is too large: a document holds at most about two billion pixels.</source>
+        <translation>图像过大：文档最多只能容纳约 20 亿像素。</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation>%1, %2  (%3%)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>文件(&amp;F)</translation>
@@ -165,6 +165,166 @@
         <source>Export Selection Mask</source>
         <translation>导出选区蒙版</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Matting View…</source>
+        <translation>抠图视图…</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>视图(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>放大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>缩小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Fit to Window</source>
+        <translation>适合窗口(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>&amp;100 %</source>
+        <translation>100%(&amp;1)</translation>
+    </message>
+    <message>
+        <source>Ctrl+1</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1%</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageFile</name>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1 GB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+    <message>
+        <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
+        <translation>过大：%1 x %2 需要 %3，超过了本机为单个图像允许的 %4</translation>
+    </message>
+</context>
+<context>
+    <name>VexaMattingWindow</name>
+    <message>
+        <source>Matting View</source>
+        <translation>抠图视图</translation>
+    </message>
+    <message>
+        <source>This build of the plug-in has no matting view.</source>
+        <translation>此版本的插件没有抠图视图。</translation>
+    </message>
+    <message>
+        <source>Matting</source>
+        <translation>抠图</translation>
+    </message>
+    <message>
+        <source>Marks:</source>
+        <translation>标记:</translation>
+    </message>
+    <message>
+        <source>Left object, right unknown, middle erases</source>
+        <translation>左键：对象，右键：未知，中键：擦除</translation>
+    </message>
+    <message>
+        <source>Left background, right object, middle unknown</source>
+        <translation>左键：背景，右键：对象，中键：未知</translation>
+    </message>
+    <message>
+        <source>Left unknown, right object, middle erases</source>
+        <translation>左键：未知，右键：对象，中键：擦除</translation>
+    </message>
+    <message>
+        <source>What the mouse buttons paint</source>
+        <translation>鼠标按键绘制的内容</translation>
+    </message>
+    <message>
+        <source> Brush:</source>
+        <translation> 画笔:</translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation> 像素</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
+        <translation>笔画宽度的一半；也是“抠图”的平滑次数</translation>
+    </message>
+    <message>
+        <source>Auto Flood</source>
+        <translation>自动填充</translation>
+    </message>
+    <message>
+        <source>Flood 16 pixels after each object stroke</source>
+        <translation>每次绘制对象笔画后填充 16 像素</translation>
+    </message>
+    <message>
+        <source>Flood</source>
+        <translation>填充</translation>
+    </message>
+    <message>
+        <source>Grow the object and background marks up to the unknown band</source>
+        <translation>将对象和背景标记扩展到未知带</translation>
+    </message>
+    <message>
+        <source>Matte</source>
+        <translation>抠图</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>重置</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>图像</translation>
+    </message>
+    <message>
+        <source>Composite</source>
+        <translation>合成</translation>
+    </message>
+    <message>
+        <source>Use as selection</source>
+        <translation>用作选区</translation>
+    </message>
+    <message>
+        <source>The matte is now the selection.</source>
+        <translation>抠图结果现已成为选区。</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
+        <translation>沿边缘绘制未知带，在其内侧绘制对象、外侧绘制背景，然后执行“填充”和“抠图”。</translation>
+    </message>
+    <message>
+        <source>The document this matte was made for is closed.</source>
+        <translation>此抠图所属的文档已关闭。</translation>
+    </message>
+    <message>
+        <source>The document has changed size since the matting view opened.</source>
+        <translation>打开抠图视图后，文档尺寸已更改。</translation>
+    </message>
+    <message>
+        <source>There is no matte yet.</source>
+        <translation>尚无抠图结果。</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
@@ -202,6 +362,13 @@
     <message>
         <source>Move Selection</source>
         <translation>移动选区</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
+        <translation>需要 OpenGL 2.1 或更高版本，但无法在此显示器上创建可用的 OpenGL 上下文 (%1)</translation>
     </message>
 </context>
 </TS>

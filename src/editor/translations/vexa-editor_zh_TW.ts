@@ -22,13 +22,13 @@
         <source>Delete</source>
         <translation>刪除</translation>
     </message>
+    <message>
+        <source>The image is too large: a document holds at most about two billion pixels.</source>
+        <translation>影像過大：文件最多只能容納約 20 億像素。</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
-    <message>
-        <source>%1, %2  (%3 %)</source>
-        <translation>%1, %2  (%3%)</translation>
-    </message>
     <message>
         <source>&amp;File</source>
         <translation>檔案(&amp;F)</translation>
@@ -165,6 +165,166 @@
         <source>Export Selection Mask</source>
         <translation>匯出選取範圍遮色片</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Matting View…</source>
+        <translation>去背檢視…</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>檢視(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>放大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>縮小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Fit to Window</source>
+        <translation>符合視窗(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Ctrl+0</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+0</translation>
+    </message>
+    <message>
+        <source>&amp;100 %</source>
+        <translation>100%(&amp;1)</translation>
+    </message>
+    <message>
+        <source>Ctrl+1</source>
+        <translatorcomment>notr: key sequence, parsed by QKeySequence in its portable form</translatorcomment>
+        <translation>Ctrl+1</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1%</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageFile</name>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1 GB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+    <message>
+        <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
+        <translation>過大：%1 x %2 需要 %3，超過了本機為單一影像允許的 %4</translation>
+    </message>
+</context>
+<context>
+    <name>VexaMattingWindow</name>
+    <message>
+        <source>Matting View</source>
+        <translation>去背檢視</translation>
+    </message>
+    <message>
+        <source>This build of the plug-in has no matting view.</source>
+        <translation>此版本的外掛程式沒有去背檢視。</translation>
+    </message>
+    <message>
+        <source>Matting</source>
+        <translation>去背</translation>
+    </message>
+    <message>
+        <source>Marks:</source>
+        <translation>標記:</translation>
+    </message>
+    <message>
+        <source>Left object, right unknown, middle erases</source>
+        <translation>左鍵：物件，右鍵：未知，中鍵：擦除</translation>
+    </message>
+    <message>
+        <source>Left background, right object, middle unknown</source>
+        <translation>左鍵：背景，右鍵：物件，中鍵：未知</translation>
+    </message>
+    <message>
+        <source>Left unknown, right object, middle erases</source>
+        <translation>左鍵：未知，右鍵：物件，中鍵：擦除</translation>
+    </message>
+    <message>
+        <source>What the mouse buttons paint</source>
+        <translation>滑鼠按鍵繪製的內容</translation>
+    </message>
+    <message>
+        <source> Brush:</source>
+        <translation> 筆刷:</translation>
+    </message>
+    <message>
+        <source> px</source>
+        <translation> 像素</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
+        <translation>筆畫寬度的一半；也是「去背」的平滑次數</translation>
+    </message>
+    <message>
+        <source>Auto Flood</source>
+        <translation>自動填滿</translation>
+    </message>
+    <message>
+        <source>Flood 16 pixels after each object stroke</source>
+        <translation>每次繪製物件筆畫後填滿 16 像素</translation>
+    </message>
+    <message>
+        <source>Flood</source>
+        <translation>填滿</translation>
+    </message>
+    <message>
+        <source>Grow the object and background marks up to the unknown band</source>
+        <translation>將物件和背景標記擴展到未知帶</translation>
+    </message>
+    <message>
+        <source>Matte</source>
+        <translation>去背</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>重設</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>影像</translation>
+    </message>
+    <message>
+        <source>Composite</source>
+        <translation>合成</translation>
+    </message>
+    <message>
+        <source>Use as selection</source>
+        <translation>用作選取範圍</translation>
+    </message>
+    <message>
+        <source>The matte is now the selection.</source>
+        <translation>去背結果現已成為選取範圍。</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
+        <translation>沿邊緣繪製未知帶，在其內側繪製物件、外側繪製背景，然後執行「填滿」和「去背」。</translation>
+    </message>
+    <message>
+        <source>The document this matte was made for is closed.</source>
+        <translation>此去背所屬的文件已關閉。</translation>
+    </message>
+    <message>
+        <source>The document has changed size since the matting view opened.</source>
+        <translation>開啟去背檢視後，文件尺寸已變更。</translation>
+    </message>
+    <message>
+        <source>There is no matte yet.</source>
+        <translation>尚無去背結果。</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
@@ -202,6 +362,13 @@
     <message>
         <source>Move Selection</source>
         <translation>移動選取範圍</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>needs OpenGL 2.1 or later, and no usable OpenGL context could be created on this display (%1)</source>
+        <translation>需要 OpenGL 2.1 或更新版本，但無法在此顯示器上建立可用的 OpenGL 內容 (%1)</translation>
     </message>
 </context>
 </TS>

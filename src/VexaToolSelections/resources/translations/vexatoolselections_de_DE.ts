@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation>Die Datei konnte nicht geöffnet werden:
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>Kompilieren fehlgeschlagen: &apos;TrimapShader.fp&apos;
@@ -80,6 +74,12 @@
 </source>
         <translation>Linken fehlgeschlagen: &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation>Die Datei konnte nicht geöffnet werden:
+&apos;%1&apos;.</translation>
     </message>
 </context>
 <context>

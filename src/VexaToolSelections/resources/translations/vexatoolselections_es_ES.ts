@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation>No se pudo abrir el archivo:
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>Error al compilar: &apos;TrimapShader.fp&apos;
@@ -80,6 +74,12 @@
 </source>
         <translation>Error al enlazar &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation>No se pudo abrir el archivo:
+&apos;%1&apos;.</translation>
     </message>
 </context>
 <context>

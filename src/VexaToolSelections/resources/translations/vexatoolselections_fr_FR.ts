@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation>Impossible d&apos;ouvrir le fichier :
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>Échec de la compilation : &apos;TrimapShader.fp&apos;
@@ -80,6 +74,12 @@
 </source>
         <translation>Échec de l&apos;édition de liens de &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation>Impossible d&apos;ouvrir le fichier :
+&apos;%1&apos;.</translation>
     </message>
 </context>
 <context>

@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation>ファイルを開けませんでした:
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>コンパイルに失敗しました: &apos;TrimapShader.fp&apos;
@@ -80,6 +74,12 @@
 </source>
         <translation>リンクに失敗しました: &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation>ファイルを開けませんでした:
+&apos;%1&apos;。</translation>
     </message>
 </context>
 <context>

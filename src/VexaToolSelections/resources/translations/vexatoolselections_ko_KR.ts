@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation>파일을 열 수 없습니다:
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>컴파일 실패: &apos;TrimapShader.fp&apos;
@@ -80,6 +74,12 @@
 </source>
         <translation>링크 실패: &apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation>파일을 열 수 없습니다:
+&apos;%1&apos;.</translation>
     </message>
 </context>
 <context>

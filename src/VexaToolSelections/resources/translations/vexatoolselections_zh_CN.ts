@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation>无法打开文件：
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>编译失败：&apos;TrimapShader.fp&apos;
@@ -80,6 +74,12 @@
 </source>
         <translation>链接失败：&apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation>无法打开文件：
+&apos;%1&apos;。</translation>
     </message>
 </context>
 <context>

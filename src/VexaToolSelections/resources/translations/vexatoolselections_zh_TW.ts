@@ -4,12 +4,6 @@
 <context>
     <name>QuickSelectGLWidget</name>
     <message>
-        <source>Failed to open file:
-&apos;</source>
-        <translation>無法開啟檔案：
-&apos;</translation>
-    </message>
-    <message>
         <source>Failed to compile: &apos;TrimapShader.fp&apos;
 </source>
         <translation>編譯失敗：&apos;TrimapShader.fp&apos;
@@ -80,6 +74,12 @@
 </source>
         <translation>連結失敗：&apos;resultShader&apos;
 </translation>
+    </message>
+    <message>
+        <source>Failed to open file:
+&apos;%1&apos;.</source>
+        <translation>無法開啟檔案：
+&apos;%1&apos;。</translation>
     </message>
 </context>
 <context>
