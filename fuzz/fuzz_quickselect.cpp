@@ -17,18 +17,6 @@
 
 namespace {
 
-class Silent : public VexaQuickSelectReporter
-{
-public:
-    void progress(const QString&, int) override {}
-    void setPainting(bool) override {}
-    void setMessage(const QString& text) override { message = text; }
-    void checkViewAlpha() override {}
-    void checkViewMatte() override {}
-    void updateImageBox(const QRect&) override {}
-    QString message;
-};
-
 [[noreturn]] void fail(const char* what, int x = -1, int y = -1)
 {
     std::fprintf(stderr, "fuzz-quickselect: %s (%d, %d)\n", what, x, y);
@@ -128,7 +116,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         for (int x = 0; x < W; ++x)
             seg.markImage.setPixel(x, y, markColour[(byte(4 + size_t(y) * size_t(W) + size_t(x)) >> 4) & 3]);
 
-    Silent report;
+    VexaQuickSelectQuietReporter report;
     const std::atomic<bool> never{false};
     VexaQuickSelect::init(seg, report, never);
     checkRegions(seg);

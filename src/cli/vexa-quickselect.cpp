@@ -20,18 +20,6 @@
 
 namespace {
 
-class CliReporter : public VexaQuickSelectReporter
-{
-public:
-    void progress(const QString&, int) override {}
-    void setPainting(bool) override {}
-    void setMessage(const QString& text) override { message = text; }
-    void checkViewAlpha() override {}
-    void checkViewMatte() override {}
-    void updateImageBox(const QRect&) override {}
-    QString message;
-};
-
 int fail(const QString& why)
 {
     std::fprintf(stderr, "vexa-quickselect: %s\n", qPrintable(why));
@@ -136,7 +124,7 @@ int main(int argc, char** argv)
             out[x] = markOf(in[x]);
     }
 
-    CliReporter report;
+    VexaQuickSelectQuietReporter report;
     const std::atomic<bool> never{false};
     const bool showTimes = cli.isSet(timings);
     auto timed = [&](const char* name, void (*step)(VexaSegmentation&, VexaQuickSelectReporter&, const std::atomic<bool>&)) {

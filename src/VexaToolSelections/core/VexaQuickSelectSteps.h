@@ -25,6 +25,20 @@ public:
     virtual void updateImageBox(const QRect& area) = 0;
 };
 
+// For callers without a window (the command line, the fuzzer): keeps the last message, which
+// is the hint when a step asks for more marks, and ignores the rest.
+class VexaQuickSelectQuietReporter : public VexaQuickSelectReporter
+{
+public:
+    void progress(const QString&, int) override {}
+    void setPainting(bool) override {}
+    void setMessage(const QString& text) override { message = text; }
+    void checkViewAlpha() override {}
+    void checkViewMatte() override {}
+    void updateImageBox(const QRect&) override {}
+    QString message;
+};
+
 // The three steps of a quick select segmentation. Each polls `cancel` between stages and row
 // by row in its long loops and returns at once when it is set, leaving the segmentation to be
 // released or rebuilt.

@@ -4,7 +4,6 @@
 #include "VexaCanvas.h"
 #include "VexaContext.h"
 #include "VexaFilterContainer.h"
-#include "VexaHistory.h"
 #include "VexaLayerManager.h"
 #include "VexaMatteResample.h"
 #include "VexaMemory.h"
@@ -45,18 +44,8 @@ void VexaToolQuickSelect::active(VexaContext* ctx)
         dialog->setVisible(false);
         container->setVisible(false);
     }
-    if (activated)
+    if (activated || !takeDocument(ctx))
         return;
-    activated = true;
-    context = ctx;
-    if (ctx->getLayerManager()->getLayerCount() == 0) {
-        activated = false;
-        return;
-    }
-    if (VexaHistoryMemo* memo = ctx->getLastMemo()) {
-        ctx->getHistory()->pushNewMemo(memo);
-        ctx->setLastMemo(nullptr);
-    }
     dialog->show();
     dialog->load(ctx);
     container->exec();

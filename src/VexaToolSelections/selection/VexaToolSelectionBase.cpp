@@ -58,21 +58,26 @@ bool VexaToolSelectionBase::event(QEvent* e)
     return true;
 }
 
-void VexaToolSelectionBase::active(VexaContext* ctx)
+bool VexaToolSelectionBase::takeDocument(VexaContext* ctx)
 {
-    path = nullptr;
-    if (activated || !ctx)
-        return;
     activated = true;
     context = ctx;
     if (ctx->getLayerManager()->getLayerCount() == 0) {
         activated = false;
-        return;
+        return false;
     }
     if (VexaHistoryMemo* memo = ctx->getLastMemo()) {
         ctx->getHistory()->pushNewMemo(memo);
         ctx->setLastMemo(nullptr);
     }
+    return true;
+}
+
+void VexaToolSelectionBase::active(VexaContext* ctx)
+{
+    path = nullptr;
+    if (activated || !ctx || !takeDocument(ctx))
+        return;
     VexaCanvas* c = ctx->getCanvas();
     c->setMouseTracking(true);
     connect(c, SIGNAL(mouseRelease(int,int)), this, SLOT(onMouseReleased(int,int)));

@@ -54,6 +54,9 @@ protected slots:
     virtual void onTimeout();
 
 protected:
+    // Takes the document for an activation: refused (false, the tool stays inactive) when it
+    // has no layers; otherwise a memo left pending on it goes into its history.
+    bool takeDocument(VexaContext* ctx);
     VexaCanvas* canvas() const;
     VexaSelection* selection() const;
     bool inputBlocked() const;
