@@ -221,6 +221,12 @@ void TestQuickSelect::watershedCases()
     std::vector<int> again;
     QCOMPARE(watershed(image, again), n);
     QCOMPARE(again, labels);
+    // Cancelled before it starts, the over-segmentation founds nothing (Cancel must not wait
+    // for a whole watershed).
+    const std::atomic<bool> cancelled{true};
+    std::vector<int> stopped;
+    QCOMPARE(watershed(image, stopped, cancelled), 0);
+    QVERIFY(std::all_of(stopped.begin(), stopped.end(), [](int l) { return l < 0; }));
 }
 
 void TestQuickSelect::watershedMatchesReference_data()

@@ -186,7 +186,7 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     if (cancel)
         return;
 
-    const int N = watershed(source, seg.regionMap);
+    const int N = watershed(source, seg.regionMap, cancel);
     seg.terminalWeights.assign(size_t(N), 0);
     report.progress(text, 20);
     if (cancel)

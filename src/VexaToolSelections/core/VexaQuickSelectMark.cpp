@@ -269,14 +269,14 @@ private:
     std::vector<double> upper, lower, shift;
 };
 
-// 4 K iterations of each model, fewer where it has settled (no further change). The two
-// models are independent: one runs on a second thread.
+// 4 K iterations of each model, fewer where it has settled (no further change) or when the
+// step is cancelled. The two models are independent: one runs on a second thread.
 void clusterColours(ColourModel& fg, ColourModel& bg, const std::vector<QColor>& fgColours,
-                    const std::vector<QColor>& bgColours)
+                    const std::vector<QColor>& bgColours, const std::atomic<bool>& cancel)
 {
-    auto run = [](ColourModel& model, const std::vector<QColor>& colours) {
+    auto run = [&cancel](ColourModel& model, const std::vector<QColor>& colours) {
         KMeans means(model, colours);
-        for (int it = 0; it < 4 * model.K && means.iterate(it == 0); ++it) {
+        for (int it = 0; it < 4 * model.K && !cancel.load(std::memory_order_relaxed) && means.iterate(it == 0); ++it) {
         }
     };
     std::thread background([&] { run(bg, bgColours); });
@@ -430,7 +430,7 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     report.progress(text, 30);
     seedCentres(fg, bg, fgColours, bgColours);
     report.progress(text, 40);
-    clusterColours(fg, bg, fgColours, bgColours);
+    clusterColours(fg, bg, fgColours, bgColours, cancel);
     report.progress(text, 50);
     if (cancel)
         return;

@@ -1,7 +1,12 @@
 #include "VexaWatershed.h"
 
-
 int watershed(QImage const& image, std::vector<int>& labels)
+{
+    static const std::atomic<bool> never{false};
+    return watershed(image, labels, never);
+}
+
+int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<bool>& cancel)
 {
     const int W = image.width(), H = image.height();
     labels.assign(size_t(W) * size_t(H), -1);
@@ -33,6 +38,8 @@ int watershed(QImage const& image, std::vector<int>& labels)
     std::vector<int> queue(2 * size_t(W) * size_t(H) + 1);
     const int total = W * H;
     for (int p = 0; p < total; ++p) {
+        if (p % W == 0 && cancel.load(std::memory_order_relaxed))
+            break;
         if (labels[size_t(p)] >= 0)
             continue;
         size_t head = 0, tail = 0;
