@@ -19,6 +19,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QToolBar>
+#include <QStyleHints>
 #include <QtTest>
 
 namespace {
@@ -289,6 +290,20 @@ void TestEditor::gestureIsOneUndoStep()
     QCOMPARE(sel->boundingRect(), QRect(200, 200, 61, 31));
     QCOMPARE(history->count(), steps + 1);
     history->undo();
+    QCOMPARE(sel->boundingRect(), first);
+
+    // A polygon takes a click per corner; from the first corner, which drops the selection, to
+    // the closing click it is still one gesture.
+    window.activateTool(window.tool(QStringLiteral("Polygonal Lasso Tool")));
+    QTest::qWait(600); // past the polygon's swallow of clicks that follow a finished shape
+    for (const QPoint corner : {QPoint(300, 50), QPoint(400, 50), QPoint(400, 150), QPoint(301, 51)}) {
+        moveTo(canvas, ui(corner.x(), corner.y()));
+        press(canvas, ui(corner.x(), corner.y()));
+        release(canvas, ui(corner.x(), corner.y()));
+        QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval() + 50);
+    }
+    QCOMPARE(sel->boundingRect(), QRect(300, 50, 100, 100));
+    history->undo(); // one step back is the selection before the polygon, not an empty one
     QCOMPARE(sel->boundingRect(), first);
     window.deactivateTool();
 }

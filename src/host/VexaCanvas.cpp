@@ -389,6 +389,27 @@ bool VexaCanvas::toolWants(const QString& name) const
     return tool && !name.isEmpty() && tool->eventRegistered(name);
 }
 
+bool VexaCanvas::toolHoldsShape() const
+{
+    IVexaTool* tool = m_context ? m_context->currentTool() : nullptr;
+    return tool && tool->property("shapeInProgress").toBool();
+}
+
+void VexaCanvas::beginGesture()
+{
+    if (!m_context)
+        return;
+    VexaHistory* history = m_context->getHistory();
+    if (!(history->inGesture() && toolHoldsShape()))
+        history->beginGesture();
+}
+
+void VexaCanvas::endGesture()
+{
+    if (m_context && !toolHoldsShape())
+        m_context->getHistory()->endGesture();
+}
+
 bool VexaCanvas::event(QEvent* event)
 {
     // A tool that registered "DELETE" or "ESC" gets those keys before the editor's shortcuts.
@@ -463,8 +484,7 @@ void VexaCanvas::mousePressEvent(QMouseEvent* event)
     emit timeOut();
     if (keysChanged)
         emit mouseMove(p.x(), p.y());
-    if (m_context)
-        m_context->getHistory()->beginGesture();
+    beginGesture();
     emit mousePress(p.x(), p.y());
     update();
 }
@@ -520,8 +540,7 @@ void VexaCanvas::mouseReleaseEvent(QMouseEvent* event)
     const QPoint p = event->position().toPoint();
     noteModifiers(event->modifiers());
     emit mouseRelease(p.x(), p.y());
-    if (m_context)
-        m_context->getHistory()->endGesture();
+    endGesture();
     update();
 }
 
@@ -530,13 +549,11 @@ void VexaCanvas::mouseDoubleClickEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || m_picker->isPicking())
         return;
     const QPoint p = event->position().toPoint();
-    if (m_context)
-        m_context->getHistory()->beginGesture();
+    beginGesture();
     emit mouseDoubleClick(p.x(), p.y());
     if (toolWants(QStringLiteral("DOUBLE_CLICK")))
         m_context->currentTool()->processEvent(QStringLiteral("DOUBLE_CLICK"));
-    if (m_context)
-        m_context->getHistory()->endGesture();
+    endGesture();
     update();
 }
 

@@ -98,6 +98,11 @@ private:
     // The named host event a key raises ("ESC", "DELETE"), or empty.
     static QString namedEventFor(int key);
     bool toolWants(const QString& name) const;
+    // A tool whose shape takes several clicks (a polygon) says so by a "shapeInProgress"
+    // property; until it is finished, its clicks are one gesture, so one undo step.
+    bool toolHoldsShape() const;
+    void beginGesture();
+    void endGesture();
 
     QPointer<VexaContext> m_context;
     VexaColorPicker* m_picker;

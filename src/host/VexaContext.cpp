@@ -54,6 +54,9 @@ void VexaContext::setCurrentTool(IVexaTool* tool)
 {
     if (m_tool == tool)
         return;
+    // A gesture belongs to one tool: a shape left unfinished (a polygon the user walked away
+    // from) does not swallow what comes after it into its undo step.
+    m_history->endGesture();
     m_tool = tool;
     emit currentToolChanged(tool);
 }

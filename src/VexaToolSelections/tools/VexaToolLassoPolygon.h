@@ -14,6 +14,10 @@ class VexaToolLassoPolygonWidget;
 class VexaToolLassoPolygon : public VexaToolSelectionBase
 {
     Q_OBJECT
+    // True from the first corner until the polygon is closed or dropped. A host that groups
+    // the changes of one gesture into one undo step keeps the group open meanwhile, so the
+    // selection dropped at the first corner and the polygon added at the last are undone together.
+    Q_PROPERTY(bool shapeInProgress READ shapeInProgress)
 public:
     explicit VexaToolLassoPolygon(QObject* parent = nullptr);
     ~VexaToolLassoPolygon() override;
@@ -36,6 +40,7 @@ public:
     VexaToolLassoPolygonWidget* getPointsWidget() const { return pointsWidget; }
     // The corners placed so far (null without a polygon).
     const VexaSelectionPath* currentPath() const { return path; }
+    bool shapeInProgress() const { return pressed && path; }
 
 protected slots:
     void onMouseReleased(int x, int y) override;
