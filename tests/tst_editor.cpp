@@ -54,6 +54,16 @@ void drag(QWidget* canvas, QPoint a, QPoint b, Qt::KeyboardModifiers mods = {})
     release(canvas, b, mods);
 }
 
+// The sample photo in a shown editor window, ready for real input.
+bool openShown(VexaEditorWindow& window)
+{
+    QString error;
+    if (!window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error))
+        return false;
+    window.show();
+    return QTest::qWaitForWindowExposed(&window);
+}
+
 } // namespace
 
 class TestEditor : public QObject
@@ -142,10 +152,7 @@ void TestEditor::exportsMaskAndImage()
 void TestEditor::scriptedDemoWritesResults()
 {
     VexaEditorWindow window(m_plugin);
-    QString error;
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(openShown(window));
     QTemporaryDir dir;
     VexaDemoScript script(window, dir.path());
     QCOMPARE(script.run(), 0);
@@ -272,10 +279,7 @@ void TestEditor::selectAllAfterNudge()
 void TestEditor::gestureIsOneUndoStep()
 {
     VexaEditorWindow window(m_plugin);
-    QString error;
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(openShown(window));
     window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
     VexaCanvas* canvas = window.canvas();
     VexaSelection* sel = window.document()->getSelection();
@@ -332,10 +336,7 @@ void TestEditor::heldModifierAtPress()
     QFETCH(bool, keepsOld);
     QFETCH(bool, hasNew);
     VexaEditorWindow window(m_plugin);
-    QString error;
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(openShown(window));
     window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
     VexaCanvas* canvas = window.canvas();
     VexaSelection* sel = window.document()->getSelection();
@@ -410,10 +411,7 @@ void TestEditor::pixelAlignedZoomAndViewMenu()
 void TestEditor::optionsBarKeepsItsHeight()
 {
     VexaEditorWindow window(m_plugin);
-    QString error;
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(openShown(window));
     auto* options = window.findChild<QToolBar*>(QStringLiteral("options"));
     const int canvasTop = window.canvas()->mapTo(&window, QPoint(0, 0)).y();
     QSet<int> heights, tops;
