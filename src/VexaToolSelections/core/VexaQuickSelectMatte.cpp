@@ -3,6 +3,7 @@
 // the shared border smoothing.
 #include "VexaQuickSelectSteps.h"
 
+#include "VexaLanes.h"
 #include "VexaParallel.h"
 #include "VexaQuickSelectShared.h"
 #include "VexaSegmentation.h"
@@ -11,9 +12,7 @@
 #include <cmath>
 #include <deque>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
+#include <climits>
 
 namespace VexaQuickSelect {
 
@@ -46,142 +45,55 @@ struct Slot {
     float distance;
 };
 
-// The eight slots of one side while the samples are visited: their distances (squared pixel
-// distances, exact in an int) and the list index of the sample each holds.
-#ifdef __SSE2__
-// Kept in registers: nearly every sample the search looks at replaces a slot, and writing one
-// lane to memory only to load all eight again for the next sample stalls on every sample.
-class SlotSet
-{
-public:
-    void set(const int* dist, const int* index)
-    {
-        m_lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(dist));
-        m_hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(dist + 4));
-        m_ilo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(index));
-        m_ihi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(index + 4));
-        m_first = dist[0];
-        updateFarthest();
-    }
-    int farthest() const { return m_farthest; }
-    // Puts sample `index` at distance d into the first slot farther than d (d < farthest()).
-    void offer(int d, int index)
-    {
-        if (d < m_first) {
-            // The first slot is farther: the commonest case, one lane to replace.
-            const bool wasFarthest = m_first == m_farthest;
-            m_lo = _mm_castps_si128(_mm_move_ss(_mm_castsi128_ps(m_lo), _mm_castsi128_ps(_mm_cvtsi32_si128(d))));
-            m_ilo = _mm_castps_si128(_mm_move_ss(_mm_castsi128_ps(m_ilo), _mm_castsi128_ps(_mm_cvtsi32_si128(index))));
-            m_first = d;
-            if (wasFarthest)
-                updateFarthest();
-            return;
-        }
-        const __m128i v = _mm_set1_epi32(d);
-        const int mask = _mm_movemask_ps(_mm_castsi128_ps(_mm_cmpgt_epi32(m_lo, v)))
-            | (_mm_movemask_ps(_mm_castsi128_ps(_mm_cmpgt_epi32(m_hi, v))) << 4);
-        const int k = __builtin_ctz(unsigned(mask));
-        const __m128i f = _mm_set1_epi32(m_farthest);
-        const int wasFarthest = (_mm_movemask_ps(_mm_castsi128_ps(_mm_cmpeq_epi32(m_lo, f)))
-                                 | (_mm_movemask_ps(_mm_castsi128_ps(_mm_cmpeq_epi32(m_hi, f))) << 4))
-            & (1 << k);
-        const __m128i lane = _mm_set1_epi32(k);
-        const __m128i selLo = _mm_cmpeq_epi32(lane, _mm_setr_epi32(0, 1, 2, 3));
-        const __m128i selHi = _mm_cmpeq_epi32(lane, _mm_setr_epi32(4, 5, 6, 7));
-        const __m128i vi = _mm_set1_epi32(index);
-        m_lo = _mm_or_si128(_mm_andnot_si128(selLo, m_lo), _mm_and_si128(selLo, v));
-        m_hi = _mm_or_si128(_mm_andnot_si128(selHi, m_hi), _mm_and_si128(selHi, v));
-        m_ilo = _mm_or_si128(_mm_andnot_si128(selLo, m_ilo), _mm_and_si128(selLo, vi));
-        m_ihi = _mm_or_si128(_mm_andnot_si128(selHi, m_ihi), _mm_and_si128(selHi, vi));
-        // Only a replaced farthest slot can lower the bound.
-        if (wasFarthest)
-            updateFarthest();
-    }
-    void get(int* dist, int* index) const
-    {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(dist), m_lo);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(dist + 4), m_hi);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(index), m_ilo);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(index + 4), m_ihi);
-    }
-
-private:
-    void updateFarthest()
-    {
-        int d[8];
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(d), m_lo);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 4), m_hi);
-        m_farthest = *std::max_element(d, d + 8);
-    }
-    __m128i m_lo, m_hi, m_ilo, m_ihi;
-    int m_first = 0; // the distance in the first slot
-    int m_farthest = 0;
+// The sample slots of the nearest-sample rule, for eight pixels at once (one per lane): the first
+// 8 samples fill the slots, and each later sample replaces the first slot (in slot order) that
+// is strictly farther than itself. Slot distances only ever shrink, so a sample at least as far
+// as the farthest slot of a pixel at its turn changes nothing for that pixel; rows (and columns
+// within a row) that far for every lane are skipped. The result is the slots that visiting every
+// sample in list order gives each pixel. Distances are squared pixel distances, exact in an int.
+struct LaneSlots {
+    int distance[8][8]; // [slot][lane]
+    int index[8][8];
 };
-#else
-class SlotSet
-{
-public:
-    void set(const int* dist, const int* index)
-    {
-        std::copy(dist, dist + 8, m_dist);
-        std::copy(index, index + 8, m_index);
-        m_farthest = *std::max_element(m_dist, m_dist + 8);
-    }
-    int farthest() const { return m_farthest; }
-    void offer(int d, int index)
-    {
-        int k = 0;
-        while (m_dist[k] <= d)
-            ++k;
-        const bool wasFarthest = m_dist[k] == m_farthest;
-        m_dist[k] = d;
-        m_index[k] = index;
-        if (wasFarthest)
-            m_farthest = *std::max_element(m_dist, m_dist + 8);
-    }
-    void get(int* dist, int* index) const
-    {
-        std::copy(m_dist, m_dist + 8, dist);
-        std::copy(m_index, m_index + 8, index);
-    }
 
-private:
-    int m_dist[8];
-    int m_index[8];
-    int m_farthest = 0;
-};
-#endif
+int isqrt(int v) { return v > 0 ? int(std::sqrt(double(v))) : 0; }
 
-// The sample slots of the nearest-sample rule: the first 8 samples fill them, and each later sample
-// replaces the first slot (in slot order) that is strictly farther than itself. Slot distances
-// only ever shrink, so a sample at least as far as the farthest slot at its turn changes
-// nothing; rows (and columns within a row) that far are skipped. The result is the slots that
-// visiting every sample in list order gives.
-int nearestSamples(const Samples& s, int x, int y, int H, Slot* chosen)
+VEXA_WIDE
+int nearestSamples(const Samples& s, const int* px, const int* py, int H, LaneSlots& out)
 {
     const int n = int(s.size());
     const int filled = std::min(8, n);
-    int dist[8], index[8];
+    const Lanes X = loadLanes(px), Y = loadLanes(py);
+    Lanes D[8], I[8];
     for (int k = 0; k < filled; ++k) {
-        const int dx = s.x[size_t(k)] - x, dy = s.y[size_t(k)] - y;
-        dist[k] = dx * dx + dy * dy;
-        index[k] = k;
+        const Lanes dx = lanes(s.x[size_t(k)]) - X, dy = lanes(s.y[size_t(k)]) - Y;
+        D[k] = dx * dx + dy * dy;
+        I[k] = lanes(k);
     }
     if (n > 8) {
-        SlotSet slots8;
-        slots8.set(dist, index);
+        // The farthest slot of each lane, as of the start of the row in hand.
+        Lanes F = D[0];
+        for (int k = 1; k < 8; ++k)
+            F = laneMax(F, D[k]);
+        // The first row within reach of some lane above it.
+        auto firstRowInReach = [&] {
+            int r = INT_MAX;
+            for (int l = 0; l < 8; ++l)
+                r = std::min(r, Y[l] - isqrt(F[l]));
+            return r;
+        };
+        int lowest = Y[0];
+        for (int l = 1; l < 8; ++l)
+            lowest = std::max(lowest, Y[l]);
         const int* sx = s.x.data();
-        // Rows above y whose distance alone reaches the farthest slot cannot contribute.
-        int r = s.y[8];
-        if (r < y)
-            r = std::max(r, y - int(std::sqrt(double(slots8.farthest()))));
-        for (; r < H; ++r) {
-            const int dy2 = (r - y) * (r - y);
-            if (dy2 >= slots8.farthest()) {
-                if (r > y)
-                    break;
-                // Still out of reach above the pixel: go straight to the first row within it.
-                r = std::max(r, y - int(std::sqrt(double(slots8.farthest())))) - 1;
+        for (int r = std::max(s.y[8], firstRowInReach()); r < H; ++r) {
+            const Lanes dy = lanes(r) - Y;
+            const Lanes dy2 = dy * dy;
+            const Lanes inReach = dy2 < F;
+            if (!anyLane(inReach)) {
+                if (r > lowest)
+                    break; // below every pixel distances only grow, and the bounds only shrink
+                r = std::max(r, firstRowInReach()) - 1;
                 continue;
             }
             int begin = std::max(s.rowStart[size_t(r)], 8);
@@ -189,26 +101,57 @@ int nearestSamples(const Samples& s, int x, int y, int H, Slot* chosen)
             if (begin >= end)
                 continue;
             if (end - begin > 16) {
-                // A long row: columns with dx^2 >= farthest - dy2 cannot contribute either.
-                const int maxDx = int(std::sqrt(double(slots8.farthest() - dy2 - 1)));
-                begin = int(std::lower_bound(sx + begin, sx + end, x - maxDx) - sx);
-                end = int(std::upper_bound(sx + begin, sx + end, x + maxDx) - sx);
+                // A long row: columns with dx^2 >= farthest - dy^2 for every lane cannot contribute.
+                int left = INT_MAX, right = INT_MIN;
+                for (int l = 0; l < 8; ++l) {
+                    if (!inReach[l])
+                        continue;
+                    const int reach = isqrt(F[l] - dy2[l] - 1);
+                    left = std::min(left, X[l] - reach);
+                    right = std::max(right, X[l] + reach);
+                }
+                begin = int(std::lower_bound(sx + begin, sx + end, left) - sx);
+                end = int(std::upper_bound(sx + begin, sx + end, right) - sx);
             }
+            // No test per sample: a sample no lane takes leaves every slot as it is, and the
+            // update below has no branch to mispredict.
             for (int k = begin; k < end; ++k) {
-                const int d = (sx[k] - x) * (sx[k] - x) + dy2;
-                if (d < slots8.farthest())
-                    slots8.offer(d, k);
-                else if (sx[k] > x)
-                    break; // right of the pixel distances only grow, and the bound only shrinks
+                const Lanes dx = lanes(sx[k]) - X;
+                const Lanes d = dx * dx + dy2;
+                const Lanes kk = lanes(k);
+                Lanes f[8];
+#pragma GCC unroll 8
+                for (int j = 0; j < 8; ++j)
+                    f[j] = D[j] > d;
+                // Slot j takes the sample where it is farther and no earlier slot is.
+                const Lanes f01 = f[0] | f[1], f23 = f[2] | f[3], f45 = f[4] | f[5], f0123 = f01 | f23;
+                const Lanes before[8] = {lanes(0), f[0], f01, f01 | f[2], f0123, f0123 | f[4], f0123 | f45,
+                                         f0123 | f45 | f[6]};
+#pragma GCC unroll 8
+                for (int j = 0; j < 8; ++j) {
+                    const Lanes first = f[j] & ~before[j];
+                    D[j] = first ? d : D[j];
+                    I[j] = first ? kk : I[j];
+                }
             }
+            F = laneMax(laneMax(laneMax(D[0], D[1]), laneMax(D[2], D[3])), laneMax(laneMax(D[4], D[5]), laneMax(D[6], D[7])));
         }
-        slots8.get(dist, index);
     }
-    for (int k = 0; k < filled; ++k) {
-        chosen[k].colour = s.colour[size_t(index[k])];
-        chosen[k].distance = float(dist[k]);
-    }
+    for (int k = 0; k < filled; ++k)
+        for (int l = 0; l < 8; ++l) {
+            out.distance[k][l] = D[k][l];
+            out.index[k][l] = I[k][l];
+        }
     return filled;
+}
+
+// The slots of one lane, as colours and distances.
+void laneSlots(const Samples& s, const LaneSlots& found, int filled, int lane, Slot* chosen)
+{
+    for (int k = 0; k < filled; ++k) {
+        chosen[k].colour = s.colour[size_t(found.index[k][lane])];
+        chosen[k].distance = float(found.distance[k][lane]);
+    }
 }
 
 // A Gaussian weight exp(-d^2 / m^2) where m is the least distance on that side. When m is 0
@@ -462,23 +405,40 @@ void collectSamples(const ConstPixels& source, const Pixels& trimap, Samples& fg
     bg.index(H);
 }
 
-// Each unknown pixel depends on the sample lists alone: they are estimated in parallel. The
-// cost per pixel varies widely (a pixel low in the band searches from its top), so work is
-// handed out in small chunks; the greys are written once all are known.
+// Each unknown pixel depends on the sample lists alone: they are estimated in parallel, eight
+// neighbours at a time in the sample search. The cost varies widely (a pixel low in the band
+// searches from its top), so work is handed out in small chunks; the greys are written once all
+// are known.
 bool estimateUnknown(const ConstPixels& source, const Pixels& trimap, const std::vector<qsizetype>& unknown,
                      const Samples& fgSamples, const Samples& bgSamples, const std::atomic<bool>& cancel)
 {
     const int W = source.width, H = source.height;
+    const int count = int(unknown.size());
     std::vector<int> values(unknown.size());
-    parallelItems(int(unknown.size()), 64, [&](int n) {
+    parallelItems((count + 7) / 8, 8, [&](int group) {
         if (cancel.load(std::memory_order_relaxed))
             return;
-        Slot fg[8], bg[8];
-        const qsizetype i = unknown[size_t(n)];
-        const int x = int(i % W), y = int(i / W);
-        const int nf = nearestSamples(fgSamples, x, y, H, fg);
-        const int nb = nearestSamples(bgSamples, x, y, H, bg);
-        values[size_t(n)] = nf && nb ? estimateAlpha(source.row(y)[x], fg, nf, bg, nb) : 0;
+        // A short last group repeats its last pixel in the spare lanes.
+        const int first = group * 8, lanesUsed = std::min(8, count - first);
+        int px[8], py[8];
+        for (int l = 0; l < 8; ++l) {
+            const qsizetype i = unknown[size_t(first + std::min(l, lanesUsed - 1))];
+            px[l] = int(i % W);
+            py[l] = int(i / W);
+        }
+        LaneSlots fgSlots, bgSlots;
+        const int nf = nearestSamples(fgSamples, px, py, H, fgSlots);
+        const int nb = nearestSamples(bgSamples, px, py, H, bgSlots);
+        for (int l = 0; l < lanesUsed; ++l) {
+            if (!nf || !nb) {
+                values[size_t(first + l)] = 0;
+                continue;
+            }
+            Slot fg[8], bg[8];
+            laneSlots(fgSamples, fgSlots, nf, l, fg);
+            laneSlots(bgSamples, bgSlots, nb, l, bg);
+            values[size_t(first + l)] = estimateAlpha(source.row(py[l])[px[l]], fg, nf, bg, nb);
+        }
     });
     if (cancel)
         return false;
