@@ -1,10 +1,8 @@
 #pragma once
 
 // Eight 32-bit integer lanes for loops that do the same exact integer work for eight items at
-// once. Written with the compiler's vector types, so the same source serves every machine:
-// functions marked VEXA_WIDE are built twice, for processors with 256-bit integer vectors and
-// for the baseline (where each operation becomes two 128-bit ones), and the loader picks one.
-// Integer arithmetic gives the same bits on both.
+// once, written with the compiler's vector types: the same source becomes one 256-bit operation
+// where the processor level allows it and two 128-bit ones on the baseline.
 
 // The helpers below are inline and never cross a call boundary, so the note that vectors are
 // passed differently with and without wider registers does not apply.
@@ -15,11 +13,6 @@ namespace detail {
 
 typedef int Lanes __attribute__((vector_size(32)));
 
-#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__) && !defined(__SANITIZE_THREAD__)
-#define VEXA_WIDE __attribute__((target_clones("arch=x86-64-v4", "avx2", "default")))
-#else
-#define VEXA_WIDE
-#endif
 
 inline Lanes lanes(int v) { return Lanes{} + v; }
 

@@ -3,6 +3,7 @@
 #include "VexaQuickSelectSteps.h"
 
 #include "VexaParallel.h"
+#include "VexaQuickSelectKernels.h"
 #include "VexaQuickSelectShared.h"
 #include "VexaSegmentation.h"
 
@@ -74,8 +75,8 @@ void markedColours(const VexaSegmentation& seg, const std::vector<uint32_t>& fla
 // ---- colour models --------------------------------------------------------------------------
 
 // K centres of one side. The arrays hold 64 entries whatever K is; those past K sit far outside
-// the colour cube (their squares still fit an int), so the distance loop has a fixed length the
-// compiler vectorises, and they are never the nearest.
+// the colour cube (their squares still fit an int), so the distance search has a fixed length
+// in vector lanes, and they are never the nearest.
 struct ColourModel {
     static constexpr int capacity = 64;
     static constexpr int unusedCentre = 20000;
@@ -86,26 +87,7 @@ struct ColourModel {
         : K(k), r(capacity, unusedCentre), g(capacity, unusedCentre), b(capacity, unusedCentre), count(size_t(k))
     {
     }
-    // The least squared distance to a centre, ties to the lowest index: (index, distance).
-    std::pair<int, int> nearest(int cr, int cg, int cb) const
-    {
-        int d[capacity];
-        for (int k = 0; k < capacity; ++k)
-            d[k] = (cr - r[size_t(k)]) * (cr - r[size_t(k)]) + (cg - g[size_t(k)]) * (cg - g[size_t(k)])
-                + (cb - b[size_t(k)]) * (cb - b[size_t(k)]);
-        return least(d);
-    }
-    // The least of 64 slot distances and the first slot holding it.
-    static std::pair<int, int> least(const int* d)
-    {
-        int best = INT_MAX;
-        for (int k = 0; k < capacity; ++k)
-            best = std::min(best, d[k]);
-        int index = 0;
-        while (d[index] != best)
-            ++index;
-        return {index, best};
-    }
+    Nearest nearest(int cr, int cg, int cb) const { return kernels().nearestCentre(r.data(), g.data(), b.data(), cr, cg, cb); }
 };
 
 // Centre k of each side from two draws of a generator seeded with 0 and local to the step: the
@@ -181,24 +163,11 @@ private:
 
     int fullSearch(size_t c)
     {
-        // All 64 centre slots at once (a fixed-length loop the compiler vectorises), then the
-        // nearest and second nearest of the first K, ties to the lowest index.
-        int d[ColourModel::capacity];
-        const int r = set.r[c], g = set.g[c], b = set.b[c];
-        const int* cr = m.r.data();
-        const int* cg = m.g.data();
-        const int* cb = m.b.data();
-        for (int k = 0; k < ColourModel::capacity; ++k)
-            d[k] = (r - cr[k]) * (r - cr[k]) + (g - cg[k]) * (g - cg[k]) + (b - cb[k]) * (b - cb[k]);
-        // Minimum, its first index, and the minimum of the others, each a plain pass over all
-        // 64 slots (vectorised; unused slots never win, and bound nothing when K is 1).
-        const auto [index, best] = ColourModel::least(d);
-        int second = INT_MAX;
-        for (int k = 0; k < ColourModel::capacity; ++k)
-            second = std::min(second, k == index ? INT_MAX : d[k]);
-        upper[c] = std::sqrt(double(best));
-        lower[c] = second == INT_MAX ? std::numeric_limits<double>::infinity() : std::sqrt(double(second));
-        return index;
+        // Unused slots never win, and bound nothing when K is 1.
+        const Nearest n = m.nearest(set.r[c], set.g[c], set.b[c]);
+        upper[c] = std::sqrt(double(n.best));
+        lower[c] = n.second == INT_MAX ? std::numeric_limits<double>::infinity() : std::sqrt(double(n.second));
+        return n.index;
     }
     bool assign(bool first)
     {
@@ -303,8 +272,8 @@ void softWeights(VexaSegmentation& seg, const ColourModel& fg, const ColourModel
     parallelRanges(N, [&](int first, int last) {
         for (int r = first; r < last; ++r) {
             const QColor& c = seg.regionColors[size_t(r)];
-            const int dF = fg.nearest(c.red(), c.green(), c.blue()).second;
-            const int dB = bg.nearest(c.red(), c.green(), c.blue()).second;
+            const int dF = fg.nearest(c.red(), c.green(), c.blue()).best;
+            const int dB = bg.nearest(c.red(), c.green(), c.blue()).best;
             const double D = dF + dB > 0 ? double(dF + dB) : 1.0;
             const double scale = double(lambda * 1000) * std::sqrt(double(seg.regionSizes[size_t(r)]));
             v[size_t(r)] = int(double(dB - dF) * scale / D);

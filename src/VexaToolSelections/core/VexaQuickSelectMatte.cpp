@@ -3,8 +3,8 @@
 // the shared border smoothing.
 #include "VexaQuickSelectSteps.h"
 
-#include "VexaLanes.h"
 #include "VexaParallel.h"
+#include "VexaQuickSelectKernels.h"
 #include "VexaQuickSelectShared.h"
 #include "VexaSegmentation.h"
 
@@ -23,127 +23,10 @@ namespace {
 const char* const extracting = QT_TRANSLATE_NOOP("Thread", "Alpha Extracting ..");
 const char* const extractDone = QT_TRANSLATE_NOOP("Thread", "Alpha Extract done ..");
 
-// Boundary samples of one side, in the order found (row order), with where each row starts.
-struct Samples {
-    std::vector<QRgb> colour;
-    std::vector<int> x, y;
-    std::vector<int> rowStart; // H + 1 entries
-
-    void index(int H)
-    {
-        rowStart.assign(size_t(H) + 1, 0);
-        for (int v : y)
-            ++rowStart[size_t(v) + 1];
-        for (int r = 0; r < H; ++r)
-            rowStart[size_t(r) + 1] += rowStart[size_t(r)];
-    }
-    size_t size() const { return colour.size(); }
-};
-
 struct Slot {
     QRgb colour;
     float distance;
 };
-
-// The sample slots of the nearest-sample rule, for eight pixels at once (one per lane): the first
-// 8 samples fill the slots, and each later sample replaces the first slot (in slot order) that
-// is strictly farther than itself. Slot distances only ever shrink, so a sample at least as far
-// as the farthest slot of a pixel at its turn changes nothing for that pixel; rows (and columns
-// within a row) that far for every lane are skipped. The result is the slots that visiting every
-// sample in list order gives each pixel. Distances are squared pixel distances, exact in an int.
-struct LaneSlots {
-    int distance[8][8]; // [slot][lane]
-    int index[8][8];
-};
-
-int isqrt(int v) { return v > 0 ? int(std::sqrt(double(v))) : 0; }
-
-VEXA_WIDE
-int nearestSamples(const Samples& s, const int* px, const int* py, int H, LaneSlots& out)
-{
-    const int n = int(s.size());
-    const int filled = std::min(8, n);
-    const Lanes X = loadLanes(px), Y = loadLanes(py);
-    Lanes D[8], I[8];
-    for (int k = 0; k < filled; ++k) {
-        const Lanes dx = lanes(s.x[size_t(k)]) - X, dy = lanes(s.y[size_t(k)]) - Y;
-        D[k] = dx * dx + dy * dy;
-        I[k] = lanes(k);
-    }
-    if (n > 8) {
-        // The farthest slot of each lane, as of the start of the row in hand.
-        Lanes F = D[0];
-        for (int k = 1; k < 8; ++k)
-            F = laneMax(F, D[k]);
-        // The first row within reach of some lane above it.
-        auto firstRowInReach = [&] {
-            int r = INT_MAX;
-            for (int l = 0; l < 8; ++l)
-                r = std::min(r, Y[l] - isqrt(F[l]));
-            return r;
-        };
-        int lowest = Y[0];
-        for (int l = 1; l < 8; ++l)
-            lowest = std::max(lowest, Y[l]);
-        const int* sx = s.x.data();
-        for (int r = std::max(s.y[8], firstRowInReach()); r < H; ++r) {
-            const Lanes dy = lanes(r) - Y;
-            const Lanes dy2 = dy * dy;
-            const Lanes inReach = dy2 < F;
-            if (!anyLane(inReach)) {
-                if (r > lowest)
-                    break; // below every pixel distances only grow, and the bounds only shrink
-                r = std::max(r, firstRowInReach()) - 1;
-                continue;
-            }
-            int begin = std::max(s.rowStart[size_t(r)], 8);
-            int end = s.rowStart[size_t(r) + 1];
-            if (begin >= end)
-                continue;
-            if (end - begin > 16) {
-                // A long row: columns with dx^2 >= farthest - dy^2 for every lane cannot contribute.
-                int left = INT_MAX, right = INT_MIN;
-                for (int l = 0; l < 8; ++l) {
-                    if (!inReach[l])
-                        continue;
-                    const int reach = isqrt(F[l] - dy2[l] - 1);
-                    left = std::min(left, X[l] - reach);
-                    right = std::max(right, X[l] + reach);
-                }
-                begin = int(std::lower_bound(sx + begin, sx + end, left) - sx);
-                end = int(std::upper_bound(sx + begin, sx + end, right) - sx);
-            }
-            // No test per sample: a sample no lane takes leaves every slot as it is, and the
-            // update below has no branch to mispredict.
-            for (int k = begin; k < end; ++k) {
-                const Lanes dx = lanes(sx[k]) - X;
-                const Lanes d = dx * dx + dy2;
-                const Lanes kk = lanes(k);
-                Lanes f[8];
-#pragma GCC unroll 8
-                for (int j = 0; j < 8; ++j)
-                    f[j] = D[j] > d;
-                // Slot j takes the sample where it is farther and no earlier slot is.
-                const Lanes f01 = f[0] | f[1], f23 = f[2] | f[3], f45 = f[4] | f[5], f0123 = f01 | f23;
-                const Lanes before[8] = {lanes(0), f[0], f01, f01 | f[2], f0123, f0123 | f[4], f0123 | f45,
-                                         f0123 | f45 | f[6]};
-#pragma GCC unroll 8
-                for (int j = 0; j < 8; ++j) {
-                    const Lanes first = f[j] & ~before[j];
-                    D[j] = first ? d : D[j];
-                    I[j] = first ? kk : I[j];
-                }
-            }
-            F = laneMax(laneMax(laneMax(D[0], D[1]), laneMax(D[2], D[3])), laneMax(laneMax(D[4], D[5]), laneMax(D[6], D[7])));
-        }
-    }
-    for (int k = 0; k < filled; ++k)
-        for (int l = 0; l < 8; ++l) {
-            out.distance[k][l] = D[k][l];
-            out.index[k][l] = I[k][l];
-        }
-    return filled;
-}
 
 // The slots of one lane, as colours and distances.
 void laneSlots(const Samples& s, const LaneSlots& found, int filled, int lane, Slot* chosen)
@@ -427,8 +310,8 @@ bool estimateUnknown(const ConstPixels& source, const Pixels& trimap, const std:
             py[l] = int(i / W);
         }
         LaneSlots fgSlots, bgSlots;
-        const int nf = nearestSamples(fgSamples, px, py, H, fgSlots);
-        const int nb = nearestSamples(bgSamples, px, py, H, bgSlots);
+        const int nf = kernels().nearestSamples(fgSamples, px, py, H, fgSlots);
+        const int nb = kernels().nearestSamples(bgSamples, px, py, H, bgSlots);
         for (int l = 0; l < lanesUsed; ++l) {
             if (!nf || !nb) {
                 values[size_t(first + l)] = 0;

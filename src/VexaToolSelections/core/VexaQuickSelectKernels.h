@@ -1,0 +1,54 @@
+#pragma once
+
+// The innermost loops of quick select, built once per processor level (baseline x86-64, and
+// where the compiler can, with 256-bit integer vectors, and with 512-bit-era registers) from one
+// source; kernels() picks the best the processor runs. They do exact integer work, so every
+// build gives the same results.
+#include <QRgb>
+
+#include <vector>
+
+namespace VexaQuickSelect {
+namespace detail {
+
+// Boundary samples of one side, in the order found (row order), with where each row starts.
+struct Samples {
+    std::vector<QRgb> colour;
+    std::vector<int> x, y;
+    std::vector<int> rowStart; // H + 1 entries
+
+    void index(int H)
+    {
+        rowStart.assign(size_t(H) + 1, 0);
+        for (int v : y)
+            ++rowStart[size_t(v) + 1];
+        for (int r = 0; r < H; ++r)
+            rowStart[size_t(r) + 1] += rowStart[size_t(r)];
+    }
+    size_t size() const { return colour.size(); }
+};
+
+// The eight nearest-sample slots of eight pixels: squared pixel distance and sample index.
+struct LaneSlots {
+    int distance[8][8]; // [slot][lane]
+    int index[8][8];
+};
+
+// The nearest of 64 centre slots to a colour (least squared distance, ties to the lowest index)
+// and the least distance to any other slot.
+struct Nearest {
+    int index, best, second;
+};
+
+struct Kernels {
+    // The slots that the nearest-sample rule leaves for each of the eight pixels (px[l], py[l])
+    // after visiting the samples in list order; returns how many are filled (at most 8).
+    int (*nearestSamples)(const Samples& s, const int* px, const int* py, int H, LaneSlots& out);
+    // Over the 64 entries of each of cr, cg, cb.
+    Nearest (*nearestCentre)(const int* cr, const int* cg, const int* cb, int r, int g, int b);
+};
+
+const Kernels& kernels();
+
+} // namespace detail
+} // namespace VexaQuickSelect
