@@ -29,20 +29,10 @@ struct Grid {
     const Px& sample(float u, float v) const { return at(int(std::floor(u * float(w))), int(std::floor(v * float(h)))); }
 };
 
-inline float byteOf(float v)
-{
-    return float(std::lround(std::clamp(v, 0.0f, 1.0f) * 255.0f)) / 255.0f;
-}
-
-inline Px quantized(const Px& p)
-{
-    return {byteOf(p[0]), byteOf(p[1]), byteOf(p[2]), byteOf(p[3])};
-}
-
-inline Px grey(float a)
-{
-    return {a, a, a, 1.0f};
-}
+// A value as the 8-bit frame buffer stores it.
+inline float byteOf(float v) { return float(std::lround(std::clamp(v, 0.0f, 1.0f) * 255.0f)) / 255.0f; }
+inline Px quantized(const Px& p) { return {byteOf(p[0]), byteOf(p[1]), byteOf(p[2]), byteOf(p[3])}; }
+inline Px grey(float a) { return {a, a, a, 1.0f}; }
 
 inline Grid fromImage(const QImage& image)
 {
@@ -79,10 +69,7 @@ Grid each(int w, int h, F f)
     return out;
 }
 
-inline bool known(float a)
-{
-    return a > 0.75f || a < 0.25f;
-}
+inline bool known(float a) { return a > 0.75f || a < 0.25f; }
 
 inline Grid trimap(const Grid& marks)
 {
@@ -125,11 +112,8 @@ inline Grid expand(const Grid& tri, const Grid& col)
                 float s = 0;
                 for (int k = 0; k < 4; ++k)
                     s += (c[size_t(k)] - c0[size_t(k)]) * (c[size_t(k)] - c0[size_t(k)]);
-                if (s <= 0.0004f && (best < 0 || d < best)) {
-                    best = d;
-                    bi = i;
-                    bj = j;
-                }
+                if (s <= 0.0004f && (best < 0 || d < best))
+                    best = d, bi = i, bj = j;
             }
         return best < 0 ? tri.at(x, y) : tri.at(x + bi, y + bj);
     });
@@ -198,14 +182,11 @@ inline Grid robust(const Grid& tri, const Grid& col)
                 const L v = std::exp(-L(e2) * 100) * std::exp(-L(fd[i]) * L(fd[i]) * 100) * std::exp(-L(bd[j]) * L(bd[j]) * 100);
                 if (filled < 3) {
                     slotA[filled] = a;
-                    slotV[filled] = v;
-                    ++filled;
+                    slotV[filled++] = v;
                 } else {
                     for (int s = 0; s < 3; ++s)
-                        if (slotV[s] < v) {
-                            slotA[s] = a;
-                            slotV[s] = v;
-                        }
+                        if (slotV[s] < v)
+                            slotA[s] = a, slotV[s] = v;
                 }
             }
         float mean = 0;

@@ -47,7 +47,7 @@ inline bool waitForStep(const VexaToolQuickSelectWidget* w)
     return spinUntil([w] { return !w->isStepRunning(); });
 }
 
-// Closes every message box that opens and remembers its text.
+// Closes every message box that opens and remembers its text and title.
 class MessageBoxAnswerer : public QObject
 {
 public:
@@ -57,12 +57,13 @@ public:
         QObject::connect(&timer, &QTimer::timeout, [this] {
             if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 texts << box->text();
+                titles << box->windowTitle();
                 box->accept();
             }
         });
         timer.start();
     }
-    QStringList texts;
+    QStringList texts, titles;
     QTimer timer;
 };
 

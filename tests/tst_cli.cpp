@@ -79,6 +79,8 @@ private slots:
     void outputSizes_data();
     void outputSizes();
     void hintWritesNothing();
+    void badArgumentsExitWithTwo_data();
+    void badArgumentsExitWithTwo();
     void refusesWhatTheMachineCannotHold();
     void cameraSizedPhoto();
 };
@@ -166,8 +168,9 @@ void TestCli::outputSizes()
                      out("marks-out.png"), image, marks};
     if (working)
         args.prepend("--working-size");
-    const Run r = cli(args);
+    const Run r = cli(args << "--timings");
     QVERIFY2(r.status == 0, qPrintable(r.err));
+    QVERIFY2((r.out + r.err).contains("regions ") && (r.out + r.err).contains(" ms"), qPrintable(r.out + r.err));
     const QImage alpha(out("alpha.png")), result(out("result.png")), marksOut(out("marks-out.png"));
     QCOMPARE(alpha.size(), expected);
     QCOMPARE(result.size(), expected);
@@ -200,6 +203,33 @@ void TestCli::hintWritesNothing()
     QVERIFY(r.out.isEmpty());
     for (const char* name : {"alpha.png", "result.png", "marks-out.png"})
         QVERIFY2(!QFile::exists(dir.filePath(QLatin1String(name))), name);
+}
+
+void TestCli::badArgumentsExitWithTwo_data()
+{
+    QTest::addColumn<QStringList>("args"); // image.png 40 x 20, marks.png 40 x 20, small.png 10 x 10
+    QTest::addColumn<QString>("says");
+    QTest::newRow("bad steps") << QStringList{"--steps", "cut", "image.png", "marks.png"} << "--steps";
+    QTest::newRow("bad sensitivity") << QStringList{"--sensitivity", "101", "image.png", "marks.png"} << "--sensitivity";
+    QTest::newRow("marks of another size") << QStringList{"image.png", "small.png"} << "the marks are";
+    QTest::newRow("unreadable image") << QStringList{"missing.png", "marks.png"} << "cannot read the image";
+}
+
+void TestCli::badArgumentsExitWithTwo()
+{
+    QFETCH(QStringList, args);
+    QFETCH(QString, says);
+    QTemporaryDir dir;
+    QVERIFY(halves(QSize(40, 20)).save(dir.filePath("image.png")));
+    QVERIFY(marksFor(QSize(40, 20)).save(dir.filePath("marks.png")));
+    QVERIFY(marksFor(QSize(10, 10)).save(dir.filePath("small.png")));
+    for (QString& a : args)
+        if (a.endsWith(QLatin1String(".png")))
+            a = dir.filePath(a);
+    const Run r = cli(QStringList{"--alpha", dir.filePath("alpha.png")} + args);
+    QCOMPARE(r.status, 2);
+    QVERIFY2((r.out + r.err).contains(says), qPrintable(r.out + r.err));
+    QVERIFY(!QFile::exists(dir.filePath("alpha.png")));
 }
 
 void TestCli::refusesWhatTheMachineCannotHold()

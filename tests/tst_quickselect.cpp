@@ -1,5 +1,5 @@
 // The quick select core: watershed, region graph, marking and matting against a plain
-// reference, exact small cases, report sequences, hints, cancellation, and the command-line tool.
+// reference, exact small cases, report sequences, hints and cancellation.
 #include "QuickSelectReference.h"
 
 #include "VexaQuickSelectSteps.h"
@@ -7,8 +7,6 @@
 #include "VexaWatershed.h"
 
 #include <QPainter>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <future>
@@ -188,8 +186,6 @@ private slots:
     void imagesOfAnotherSizeAreRefused();
     void stepsOnSharedImages();
     void cancellation();
-    void commandLine_data();
-    void commandLine();
 };
 
 void TestQuickSelect::watershedCases_data()
@@ -724,64 +720,6 @@ void TestQuickSelect::cancellation()
         QVERIFY2(log.contains(c.holdAt), qPrintable(log.join(", ")));
         QVERIFY2(log.size() - log.indexOf(c.holdAt) <= 2, qPrintable(log.join(", ")));
         QVERIFY2(!log.contains(QStringLiteral("paint on")), qPrintable(log.join(", ")));
-    }
-}
-
-void TestQuickSelect::commandLine_data()
-{
-    QTest::addColumn<QStringList>("args");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QString>("output");
-    QTest::newRow("mark and matte") << QStringList{"--steps", "mark,matte", "--timings"} << 0 << "regions ";
-    QTest::newRow("no background marks") << QStringList{"--steps", "mark", "NOBG"} << 1 << "Please mark background regions.";
-    QTest::newRow("bad steps") << QStringList{"--steps", "cut"} << 2 << "--steps";
-    QTest::newRow("bad sensitivity") << QStringList{"--sensitivity", "101"} << 2 << "--sensitivity";
-    QTest::newRow("size mismatch") << QStringList{"SMALLMARKS"} << 2 << "the marks are";
-    QTest::newRow("unreadable image") << QStringList{"NOIMAGE"} << 2 << "cannot read the image";
-}
-
-void TestQuickSelect::commandLine()
-{
-    QFETCH(QStringList, args);
-    QFETCH(int, exitCode);
-    QFETCH(QString, output);
-    QTemporaryDir dir;
-    const QImage img = halves(40, 20, qRgb(240, 30, 30), qRgb(30, 30, 240));
-    img.save(dir.filePath("image.png"));
-    QImage marks = flat(40, 20, qRgb(0, 0, 0));
-    for (int y = 2; y < 5; ++y) {
-        marks.setPixel(3, y, qRgb(255, 0, 0));
-        marks.setPixel(36, y, qRgb(0, 0, 255));
-    }
-    marks.save(dir.filePath("marks.png"));
-    QImage onlyFg = marks;
-    for (int y = 2; y < 5; ++y)
-        onlyFg.setPixel(36, y, qRgb(0, 0, 0));
-    onlyFg.save(dir.filePath("fg.png"));
-    flat(10, 10, 0).save(dir.filePath("small.png"));
-
-    QString image = dir.filePath("image.png"), marksFile = dir.filePath("marks.png");
-    if (args.removeAll("NOBG"))
-        marksFile = dir.filePath("fg.png");
-    if (args.removeAll("SMALLMARKS"))
-        marksFile = dir.filePath("small.png");
-    if (args.removeAll("NOIMAGE"))
-        image = dir.filePath("missing.png");
-    QProcess cli;
-    cli.start(QStringLiteral(VEXA_CLI_PATH),
-              args + QStringList{"--alpha", dir.filePath("alpha.png"), "--result", dir.filePath("result.png"), "--marks-out",
-                                 dir.filePath("marks-out.png"), image, marksFile});
-    QVERIFY(cli.waitForFinished(60000));
-    const QString text = QString::fromLocal8Bit(cli.readAllStandardOutput() + cli.readAllStandardError());
-    QCOMPARE(cli.exitCode(), exitCode);
-    QVERIFY2(text.contains(output), qPrintable(text));
-    if (exitCode == 0) {
-        const QImage alpha(dir.filePath("alpha.png"));
-        QCOMPARE(alpha.size(), QSize(40, 20));
-        QCOMPARE(qGray(alpha.pixel(3, 10)), 255);
-        QCOMPARE(qGray(alpha.pixel(36, 10)), 0);
-        QCOMPARE(qAlpha(QImage(dir.filePath("result.png")).pixel(36, 10)), 0);
-        QVERIFY(text.contains("init ") && text.contains(" ms"));
     }
 }
 

@@ -79,8 +79,6 @@ class TestSelection : public QObject
 {
     Q_OBJECT
 private slots:
-    void strideIsWiderThanCanvas_data();
-    void strideIsWiderThanCanvas();
     void combine_data();
     void combine();
     void featherIsClampedAndSymmetric();
@@ -101,24 +99,6 @@ private slots:
     void gestureIsOneStep();
     void pathSamplingIsEven();
 };
-
-void TestSelection::strideIsWiderThanCanvas_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::newRow("1") << 1;
-    QTest::newRow("7") << 7;
-    QTest::newRow("8") << 8;
-    QTest::newRow("1536") << 1536;
-}
-
-void TestSelection::strideIsWiderThanCanvas()
-{
-    QFETCH(int, width);
-    VexaSelection sel(width, 3);
-    QVERIFY(sel.maskStride() > width);
-    QCOMPARE(sel.maskStride() % 8, 0);
-    QVERIFY(!sel.hasSelection());
-}
 
 void TestSelection::combine_data()
 {
@@ -385,9 +365,6 @@ void TestSelection::outlineFollowsPixelEdges()
     for (size_t i = 0; i < segs.size(); i += 4)
         length += qAbs(segs[i + 2] - segs[i]) + qAbs(segs[i + 3] - segs[i + 1]);
     QCOMPARE(length, 12.0f);
-    // Soft bytes below 128 are outside the outline.
-    std::vector<uint8_t> soft(8 * 2, 127);
-    QVERIFY(VexaMaskOps::outline(soft.data(), 2, 2, 8).empty());
 }
 
 void TestSelection::outlineMatchesPixelByPixel()
