@@ -1,5 +1,6 @@
 #include "graph.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -81,6 +82,23 @@ Graph<captype, tcaptype, flowtype>::~Graph()
 {
     std::free(nodes);
     std::free(arcs);
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+void Graph<captype, tcaptype, flowtype>::prefault_arcs(int edge_num) const
+{
+#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+    arc* end = arc_last + 2 * std::ptrdiff_t(std::max(edge_num, 0));
+    if (end > arc_max)
+        end = arc_max;
+    const size_t page = size_t(sysconf(_SC_PAGESIZE));
+    const std::uintptr_t begin = reinterpret_cast<std::uintptr_t>(arc_last) / page * page;
+    const std::uintptr_t stop = reinterpret_cast<std::uintptr_t>(end);
+    if (stop > begin)
+        madvise(reinterpret_cast<void*>(begin), stop - begin, MADV_POPULATE_WRITE);
+#else
+    (void)edge_num;
+#endif
 }
 
 template <typename captype, typename tcaptype, typename flowtype>

@@ -226,6 +226,11 @@ public:
 
     void reset();
 
+    // Asks the kernel to back the arc records of the next `edge_num` edges with memory now (the
+    // records are not touched), so that adding them does not stop at every fresh page. Safe to
+    // run on another thread while edges are added; only a hint, and nothing where unsupported.
+    void prefault_arcs(int edge_num) const;
+
     int get_node_num() const { return node_num; }
     int get_arc_num() const { return int(arc_last - arcs); }
     // Allocated room, in node and arc records.

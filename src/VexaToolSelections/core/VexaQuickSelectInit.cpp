@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <thread>
 
 VexaQuickSelectReporter::~VexaQuickSelectReporter() = default;
 
@@ -22,52 +23,117 @@ namespace {
 const char* const initializing = QT_TRANSLATE_NOOP("Thread", "Initializing ..");
 const char* const initializeDone = QT_TRANSLATE_NOOP("Thread", "Initialize done.");
 
-// Touching pairs, each in the list of its smaller region, counted per pixel edge; lists in
-// the order the pairs were first met.
-struct NodeLink {
-    int neighbour;
-    int count;
-};
-using Adjacency = std::vector<std::vector<NodeLink>>;
-
-// Pixel count and channel sums of every region.
-struct RegionSums {
-    std::vector<int> size, r, g, b;
-    explicit RegionSums(int N) : size(size_t(N)), r(size_t(N)), g(size_t(N)), b(size_t(N)) {}
-};
-
-// Sums are integers, so adding per-core partial sums gives exactly the row-order sums.
-bool sumRegions(const QImage& source, const std::vector<int>& regionMap, int W, int H, RegionSums& sums,
-                const std::atomic<bool>& cancel)
+// What init learns from the labels, row by row: every region's pixel count and channel sums,
+// and its touching pairs. The pairs of a region sit in the list of its smaller member, counted
+// per pixel edge, each list in the order the pairs were first met in a row-order scan. The
+// lists are chains through one array (a pair's `next` follows it in its list), so that 160,000
+// regions do not mean 160,000 allocations. Arrays grow with the labels met so far.
+class RegionScan
 {
-    const ConstPixels src = pixels(source);
-    const int N = int(sums.size.size());
-    std::vector<RegionSums> partial(size_t(parallelParts(H)) - 1, RegionSums(N));
-    parallelParts(H, [&](int part, int first, int last) {
-        RegionSums& s = part == 0 ? sums : partial[size_t(part) - 1];
-        for (int y = first; y < last && !cancel.load(std::memory_order_relaxed); ++y) {
-            const QRgb* px = src.row(y);
-            const int* labels = regionMap.data() + qsizetype(y) * W;
-            for (int x = 0; x < W; ++x) {
-                const size_t r = size_t(labels[x]);
-                s.r[r] += qRed(px[x]);
-                s.g[r] += qGreen(px[x]);
-                s.b[r] += qBlue(px[x]);
-                ++s.size[r];
+public:
+    std::vector<int> size, r, g, b;
+    struct Link {
+        int lo, hi, count, next;
+    };
+    std::vector<Link> links;          // in the order first met
+    std::vector<int> firstLink, lastLink; // per region, -1 for none
+
+    explicit RegionScan(int W) : m_W(W) {}
+
+    void addRow(const QRgb* px, const int* labels, int y)
+    {
+        for (int x = 0; x < m_W; ++x) {
+            const int a = labels[x];
+            if (size_t(a) >= size.size())
+                grow(a);
+            ++size[size_t(a)];
+            r[size_t(a)] += qRed(px[x]);
+            g[size_t(a)] += qGreen(px[x]);
+            b[size_t(a)] += qBlue(px[x]);
+            if (x > 0 && labels[x - 1] != a)
+                record(a, labels[x - 1]);
+            if (y > 0 && labels[x - m_W] != a)
+                record(a, labels[x - m_W]);
+        }
+    }
+    // Exactly N regions (every label 0 .. N-1 occurs).
+    void finish(int N)
+    {
+        for (std::vector<int>* v : {&size, &r, &g, &b, &firstLink, &lastLink})
+            v->resize(size_t(N), v == &firstLink || v == &lastLink ? -1 : 0);
+    }
+
+private:
+    void grow(int label)
+    {
+        const size_t n = std::max(size_t(label) + 1, size.size() * 2);
+        for (std::vector<int>* v : {&size, &r, &g, &b})
+            v->resize(n, 0);
+        firstLink.resize(n, -1);
+        lastLink.resize(n, -1);
+    }
+    void record(int a, int c)
+    {
+        const int lo = std::min(a, c), hi = std::max(a, c);
+        // Along a border the same pair comes again and again: the last one found is tried first.
+        if (m_last >= 0 && links[size_t(m_last)].lo == lo && links[size_t(m_last)].hi == hi) {
+            ++links[size_t(m_last)].count;
+            return;
+        }
+        if (size_t(lo) >= firstLink.size())
+            grow(lo);
+        for (int k = firstLink[size_t(lo)]; k >= 0; k = links[size_t(k)].next) {
+            if (links[size_t(k)].hi == hi) {
+                ++links[size_t(k)].count;
+                m_last = k;
+                return;
             }
         }
-    });
-    for (const RegionSums& p : partial)
-        for (size_t r = 0; r < size_t(N); ++r) {
-            sums.size[r] += p.size[r];
-            sums.r[r] += p.r[r];
-            sums.g[r] += p.g[r];
-            sums.b[r] += p.b[r];
+        m_last = int(links.size());
+        links.push_back({lo, hi, 1, -1});
+        if (lastLink[size_t(lo)] >= 0)
+            links[size_t(lastLink[size_t(lo)])].next = m_last;
+        else
+            firstLink[size_t(lo)] = m_last;
+        lastLink[size_t(lo)] = m_last;
+    }
+
+    int m_W;
+    int m_last = -1;
+};
+
+// The watershed labels the image while the statistics and the pairs of the rows it has
+// finished are gathered on the other core: a row is final once the scan has passed it.
+// Returns the number of regions, or -1 when cancelled.
+int labelAndScan(const QImage& source, std::vector<int>& regionMap, int W, int H, RegionScan& scan,
+                 const std::atomic<bool>& cancel)
+{
+    std::atomic<int> rowsFinal{0};
+    std::atomic<bool> stop{false};
+    std::thread gather([&] {
+        const ConstPixels src = pixels(source);
+        for (int y = 0; y < H;) {
+            const int ready = std::min(H, rowsFinal.load(std::memory_order_acquire));
+            if (y >= ready) {
+                if (stop.load(std::memory_order_acquire) && y >= rowsFinal.load(std::memory_order_acquire))
+                    return;
+                std::this_thread::yield();
+                continue;
+            }
+            for (; y < ready; ++y)
+                scan.addRow(src.row(y), regionMap.data() + qsizetype(y) * W, y);
         }
-    return !cancel;
+    });
+    const int N = watershed(source, regionMap, cancel, &rowsFinal);
+    stop.store(true, std::memory_order_release);
+    gather.join();
+    if (cancel)
+        return -1;
+    scan.finish(N);
+    return N;
 }
 
-std::vector<QColor> meanColours(const RegionSums& sums)
+std::vector<QColor> meanColours(const RegionScan& sums)
 {
     std::vector<QColor> colours(sums.size.size());
     for (size_t r = 0; r < colours.size(); ++r) {
@@ -77,79 +143,22 @@ std::vector<QColor> meanColours(const RegionSums& sums)
     return colours;
 }
 
-// Records the adjacent pairs of rows [first, last) in row order, the left neighbour before the
-// upper one, into `links`: a new pair at the end of its list, a known one counted in place.
-bool adjacentPairs(const std::vector<int>& regionMap, int W, int first, int last, Adjacency& links,
-                   const std::atomic<bool>& cancel)
-{
-    // Along a border the same pair comes again and again: the last one found is tried first.
-    int lastLo = -1, lastHi = -1;
-    size_t lastAt = 0;
-    auto record = [&](int a, int b) {
-        const int lo = std::min(a, b), hi = std::max(a, b);
-        std::vector<NodeLink>& list = links[size_t(lo)];
-        if (lo == lastLo && hi == lastHi) {
-            ++list[lastAt].count;
-            return;
-        }
-        lastLo = lo;
-        lastHi = hi;
-        for (size_t k = 0; k < list.size(); ++k) {
-            if (list[k].neighbour == hi) {
-                ++list[k].count;
-                lastAt = k;
-                return;
-            }
-        }
-        lastAt = list.size();
-        list.push_back({hi, 1});
-    };
-    for (int y = first; y < last; ++y) {
-        if (cancel.load(std::memory_order_relaxed))
-            return false;
-        const int* labels = regionMap.data() + qsizetype(y) * W;
-        for (int x = 0; x < W; ++x) {
-            const int a = labels[x];
-            if (x > 0 && labels[x - 1] != a)
-                record(a, labels[x - 1]);
-            if (y > 0 && labels[x - W] != a)
-                record(a, labels[x - W]);
-        }
-    }
-    return true;
-}
-
-// Every horizontally or vertically adjacent pixel pair of two regions, counted per pair in the
-// list of the smaller region, lists in the order of a row-order scan. (Scanning stretches of
-// rows on two cores and joining the lists in order costs more in the join than it saves.)
-bool findAdjacency(const std::vector<int>& regionMap, int W, int H, Adjacency& links, const std::atomic<bool>& cancel)
-{
-    return adjacentPairs(regionMap, W, 0, H, links, cancel);
-}
-
 // exp(-d^2) * 10000 truncated, d^2 over the channels as fractions channel / 255 in double.
-std::vector<int> linkWeights(const std::vector<QColor>& colours, const Adjacency& links)
+std::vector<int> linkWeights(const std::vector<QColor>& colours, const std::vector<RegionScan::Link>& links)
 {
-    const int N = int(colours.size());
     std::vector<double> fr(colours.size()), fg(colours.size()), fb(colours.size());
-    for (size_t r = 0; r < size_t(N); ++r) {
+    for (size_t r = 0; r < colours.size(); ++r) {
         fr[r] = colours[r].red() / 255.0;
         fg[r] = colours[r].green() / 255.0;
         fb[r] = colours[r].blue() / 255.0;
     }
-    std::vector<size_t> firstLink(size_t(N) + 1, 0);
-    for (size_t r = 0; r < size_t(N); ++r)
-        firstLink[r + 1] = firstLink[r] + links[r].size();
-    std::vector<int> weights(firstLink.back());
+    std::vector<int> weights(links.size());
     // Each link on its own: both cores, the same values.
-    parallelRanges(N, [&](int first, int last) {
-        for (int i = first; i < last; ++i) {
-            size_t at = firstLink[size_t(i)];
-            for (const NodeLink& l : links[size_t(i)]) {
-                const size_t a = size_t(i), b = size_t(l.neighbour);
-                const double dr = fr[b] - fr[a], dg = fg[b] - fg[a], db = fb[b] - fb[a];
-                weights[at++] = int(std::exp(-(dr * dr + dg * dg + db * db)) * 10000.0);
-            }
+    parallelRanges(int(links.size()), [&](int first, int last) {
+        for (int k = first; k < last; ++k) {
+            const size_t a = size_t(links[size_t(k)].lo), b = size_t(links[size_t(k)].hi);
+            const double dr = fr[b] - fr[a], dg = fg[b] - fg[a], db = fb[b] - fb[a];
+            weights[size_t(k)] = int(std::exp(-(dr * dr + dg * dg + db * db)) * 10000.0);
         }
     });
     return weights;
@@ -157,14 +166,14 @@ std::vector<int> linkWeights(const std::vector<QColor>& colours, const Adjacency
 
 // One edge per link, in region order and list order: the capacity is the border length times
 // the weight, the same both ways.
-void addEdges(VexaSegmentation::FlowGraph& graph, const Adjacency& links, const std::vector<int>& weights)
+void addEdges(VexaSegmentation::FlowGraph& graph, const RegionScan& scan, const std::vector<int>& weights)
 {
-    size_t at = 0;
-    for (int i = 0; i < int(links.size()); ++i) {
-        for (const NodeLink& l : links[size_t(i)]) {
+    for (int i = 0; i < int(scan.firstLink.size()); ++i) {
+        for (int k = scan.firstLink[size_t(i)]; k >= 0; k = scan.links[size_t(k)].next) {
+            const RegionScan::Link& l = scan.links[size_t(k)];
             // A border long enough to overflow an int cannot occur on a working image; saturate anyway.
-            const int c = int(std::min<long long>(INT_MAX, (long long)l.count * weights[at++]));
-            graph.add_edge(i, l.neighbour, c, c);
+            const int c = int(std::min<long long>(INT_MAX, (long long)l.count * weights[size_t(k)]));
+            graph.add_edge(i, l.hi, c, c);
         }
     }
 }
@@ -186,26 +195,22 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     if (cancel)
         return;
 
-    const int N = watershed(source, seg.regionMap, cancel);
+    RegionScan scan(W);
+    const int N = labelAndScan(source, seg.regionMap, W, H, scan, cancel);
+    if (N < 0)
+        return;
     seg.terminalWeights.assign(size_t(N), 0);
     report.progress(text, 20);
     if (cancel)
         return;
-
-    RegionSums sums(N);
     report.progress(text, 30);
-    if (!sumRegions(source, seg.regionMap, W, H, sums, cancel))
-        return;
-    seg.regionSizes = sums.size;
+    seg.regionSizes = scan.size;
     report.progress(text, 40);
-
-    seg.regionColors = meanColours(sums);
+    seg.regionColors = meanColours(scan);
     report.progress(text, 50);
-
-    Adjacency links(static_cast<size_t>(N));
-    if (!findAdjacency(seg.regionMap, W, H, links, cancel))
-        return;
     report.progress(text, 60);
+    if (cancel)
+        return;
 
     seg.graph.reset();
     report.progress(text, 70);
@@ -216,11 +221,17 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     }
     report.progress(text, 80);
 
-    const std::vector<int> weights = linkWeights(seg.regionColors, links);
+    // Fresh arc memory is faulted in on the other core meanwhile.
+    std::thread prefault;
+    if (seg.graph)
+        prefault = std::thread([&] { seg.graph->prefault_arcs(int(scan.links.size())); });
+    const std::vector<int> weights = linkWeights(seg.regionColors, scan.links);
+    if (seg.graph && !cancel)
+        addEdges(*seg.graph, scan, weights);
+    if (prefault.joinable())
+        prefault.join();
     if (cancel)
         return;
-    if (seg.graph)
-        addEdges(*seg.graph, links, weights);
     report.progress(threadText(initializeDone), 0);
     report.setPainting(true);
 }

@@ -1,5 +1,7 @@
 #include "VexaWatershed.h"
 
+#include "VexaParallel.h"
+
 int watershed(QImage const& image, std::vector<int>& labels)
 {
     static const std::atomic<bool> never{false};
@@ -7,6 +9,12 @@ int watershed(QImage const& image, std::vector<int>& labels)
 }
 
 int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<bool>& cancel)
+{
+    return watershed(image, labels, cancel, nullptr);
+}
+
+int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<bool>& cancel,
+              std::atomic<int>* rowsFinal)
 {
     const int W = image.width(), H = image.height();
     labels.assign(size_t(W) * size_t(H), -1);
@@ -19,18 +27,20 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
     // Squared central differences, neighbours clamped to the image; the pixel itself takes no part.
     std::vector<int> g(size_t(W) * size_t(H));
     auto sq = [](int d) { return d * d; };
-    for (int y = 0; y < H; ++y) {
-        const auto* up = reinterpret_cast<const QRgb*>(src.constScanLine(y > 0 ? y - 1 : y));
-        const auto* row = reinterpret_cast<const QRgb*>(src.constScanLine(y));
-        const auto* down = reinterpret_cast<const QRgb*>(src.constScanLine(y < H - 1 ? y + 1 : y));
-        int* out = g.data() + size_t(y) * size_t(W);
-        for (int x = 0; x < W; ++x) {
-            const QRgb l = row[x > 0 ? x - 1 : x], r = row[x < W - 1 ? x + 1 : x];
-            const QRgb u = up[x], d = down[x];
-            out[x] = sq(qRed(l) - qRed(r)) + sq(qRed(u) - qRed(d)) + sq(qGreen(l) - qGreen(r)) + sq(qGreen(u) - qGreen(d))
-                + sq(qBlue(l) - qBlue(r)) + sq(qBlue(u) - qBlue(d));
+    parallelRanges(H, [&](int first, int last) {
+        for (int y = first; y < last; ++y) {
+            const auto* up = reinterpret_cast<const QRgb*>(src.constScanLine(y > 0 ? y - 1 : y));
+            const auto* row = reinterpret_cast<const QRgb*>(src.constScanLine(y));
+            const auto* down = reinterpret_cast<const QRgb*>(src.constScanLine(y < H - 1 ? y + 1 : y));
+            int* out = g.data() + size_t(y) * size_t(W);
+            for (int x = 0; x < W; ++x) {
+                const QRgb l = row[x > 0 ? x - 1 : x], r = row[x < W - 1 ? x + 1 : x];
+                const QRgb u = up[x], d = down[x];
+                out[x] = sq(qRed(l) - qRed(r)) + sq(qRed(u) - qRed(d)) + sq(qGreen(l) - qGreen(r)) + sq(qGreen(u) - qGreen(d))
+                    + sq(qBlue(l) - qBlue(r)) + sq(qBlue(u) - qBlue(d));
+            }
         }
-    }
+    });
 
     int regions = 0;
     // A first-in first-out queue over one buffer: each pixel enters it at most once per
@@ -38,8 +48,13 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
     std::vector<int> queue(2 * size_t(W) * size_t(H) + 1);
     const int total = W * H;
     for (int p = 0; p < total; ++p) {
-        if (p % W == 0 && cancel.load(std::memory_order_relaxed))
-            break;
+        if (p % W == 0) {
+            // Every pixel of the rows before this one is labelled, and labels never change.
+            if (rowsFinal && p > 0)
+                rowsFinal->store(p / W, std::memory_order_release);
+            if (cancel.load(std::memory_order_relaxed))
+                break;
+        }
         if (labels[size_t(p)] >= 0)
             continue;
         size_t head = 0, tail = 0;
@@ -73,11 +88,12 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
             const int x = cur % W, y = cur / W;
             const int label = labels[size_t(cur)];
             const int gc = g[size_t(cur)];
+            // Without branches: whether a neighbour joins is as good as random.
             auto visit = [&](int n) {
-                if (labels[size_t(n)] < 0 && g[size_t(n)] >= gc) {
-                    labels[size_t(n)] = label;
-                    queue[tail++] = n;
-                }
+                const bool joins = (labels[size_t(n)] < 0) & (g[size_t(n)] >= gc);
+                labels[size_t(n)] = joins ? label : labels[size_t(n)];
+                queue[tail] = n;
+                tail += joins;
             };
             if (x > 0)
                 visit(cur - 1);
@@ -89,5 +105,7 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
                 visit(cur + W);
         }
     }
+    if (rowsFinal && !cancel.load(std::memory_order_relaxed))
+        rowsFinal->store(H, std::memory_order_release);
     return regions;
 }
