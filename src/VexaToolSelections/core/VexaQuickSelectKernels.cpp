@@ -108,39 +108,51 @@ int nearestSamples(const Samples& s, const int* px, const int* py, int H, LaneSl
     return filled;
 }
 
-inline int smallestLane(Lanes v)
-{
-    int m = v[0];
-    for (int l = 1; l < 8; ++l)
-        m = std::min(m, v[l]);
-    return m;
-}
+// The colour search in single precision, sixteen colours to a vector: channel differences,
+// their squares and the sums of three squares are integers below 2^24, which floats hold
+// exactly, so the distances and their order are those of integer arithmetic. Centres are tried
+// in index order and taken only when strictly nearer, so ties go to the lowest index; two
+// interleaved runs (even and odd centres) are joined by the same rule.
+typedef float Floats __attribute__((vector_size(64)));
+typedef int Ints __attribute__((vector_size(64)));
 
-Nearest nearestCentre(const int* cr, const int* cg, const int* cb, int r, int g, int b)
+void nearestCentres(const int* cr, const int* cg, const int* cb, int K, const int* r, const int* g, const int* b,
+                    int n, int* index, int* best)
 {
-    Lanes d[8];
-    Lanes least = lanes(INT_MAX);
-    for (int v = 0; v < 8; ++v) {
-        const Lanes dr = lanes(r) - loadLanes(cr + 8 * v), dg = lanes(g) - loadLanes(cg + 8 * v),
-                    db = lanes(b) - loadLanes(cb + 8 * v);
-        d[v] = dr * dr + dg * dg + db * db;
-        least = laneMin(least, d[v]);
+    for (int first = 0; first < n; first += 16) {
+        // A short last block repeats its last colour.
+        const int count = std::min(16, n - first);
+        Ints R, G, B;
+        for (int l = 0; l < 16; ++l) {
+            const int c = first + std::min(l, count - 1);
+            R[l] = r[c];
+            G[l] = g[c];
+            B[l] = b[c];
+        }
+        const Floats fr = __builtin_convertvector(R, Floats), fg = __builtin_convertvector(G, Floats),
+                     fb = __builtin_convertvector(B, Floats);
+        Floats least[2] = {Floats{} + 1e30f, Floats{} + 1e30f};
+        Ints at[2] = {Ints{}, Ints{}};
+        for (int k = 0; k < K; ++k) {
+            const Floats dr = fr - float(cr[k]), dg = fg - float(cg[k]), db = fb - float(cb[k]);
+            const Floats d = dr * dr + dg * dg + db * db;
+            const Ints nearer = d < least[k & 1];
+            least[k & 1] = nearer ? d : least[k & 1];
+            at[k & 1] = nearer ? Ints{} + k : at[k & 1];
+        }
+        const Ints odd = (least[1] < least[0]) | ((least[1] == least[0]) & (at[1] < at[0]));
+        const Floats d = odd ? least[1] : least[0];
+        const Ints k = odd ? at[1] : at[0];
+        for (int l = 0; l < count; ++l) {
+            index[first + l] = k[l];
+            best[first + l] = int(d[l]);
+        }
     }
-    const int best = smallestLane(least);
-    const Lanes step = Lanes{0, 1, 2, 3, 4, 5, 6, 7};
-    Lanes first = lanes(INT_MAX);
-    for (int v = 0; v < 8; ++v)
-        first = laneMin(first, pick(d[v] == best, lanes(INT_MAX), step + 8 * v));
-    const int index = smallestLane(first);
-    Lanes others = lanes(INT_MAX);
-    for (int v = 0; v < 8; ++v)
-        others = laneMin(others, pick(step + 8 * v == index, d[v], lanes(INT_MAX)));
-    return {index, best, smallestLane(others)};
 }
 
 } // namespace
 
-const Kernels VEXA_KERNEL_LEVEL = {nearestSamples, nearestCentre};
+const Kernels VEXA_KERNEL_LEVEL = {nearestSamples, nearestCentres};
 
 } // namespace detail
 } // namespace VexaQuickSelect

@@ -34,18 +34,14 @@ struct LaneSlots {
     int index[8][8];
 };
 
-// The nearest of 64 centre slots to a colour (least squared distance, ties to the lowest index)
-// and the least distance to any other slot.
-struct Nearest {
-    int index, best, second;
-};
-
 struct Kernels {
     // The slots that the nearest-sample rule leaves for each of the eight pixels (px[l], py[l])
     // after visiting the samples in list order; returns how many are filled (at most 8).
     int (*nearestSamples)(const Samples& s, const int* px, const int* py, int H, LaneSlots& out);
-    // Over the 64 entries of each of cr, cg, cb.
-    Nearest (*nearestCentre)(const int* cr, const int* cg, const int* cb, int r, int g, int b);
+    // For each of the n colours (r[i], g[i], b[i]), the nearest of the K centres (cr, cg, cb),
+    // least squared distance with ties to the lowest index: index[i] and its distance best[i].
+    void (*nearestCentres)(const int* cr, const int* cg, const int* cb, int K, const int* r, const int* g,
+                           const int* b, int n, int* index, int* best);
 };
 
 const Kernels& kernels();

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <thread>
 
@@ -26,11 +25,6 @@ const char* const markForeground = QT_TRANSLATE_NOOP("Thread", "Please mark fore
 const char* const markBackground = QT_TRANSLATE_NOOP("Thread", "Please mark background regions.");
 
 using FlowGraph = VexaSegmentation::FlowGraph;
-
-inline int squaredDistance(int r1, int g1, int b1, int r2, int g2, int b2)
-{
-    return (r1 - r2) * (r1 - r2) + (g1 - g2) * (g1 - g2) + (b1 - b2) * (b1 - b2);
-}
 
 // ---- marks ----------------------------------------------------------------------------------
 
@@ -74,20 +68,17 @@ void markedColours(const VexaSegmentation& seg, const std::vector<uint32_t>& fla
 
 // ---- colour models --------------------------------------------------------------------------
 
-// K centres of one side. The arrays hold 64 entries whatever K is; those past K sit far outside
-// the colour cube (their squares still fit an int), so the distance search has a fixed length
-// in vector lanes, and they are never the nearest.
+// K centres of one side.
 struct ColourModel {
-    static constexpr int capacity = 64;
-    static constexpr int unusedCentre = 20000;
     int K = 0;
     std::vector<int> r, g, b, count;
 
-    explicit ColourModel(int k)
-        : K(k), r(capacity, unusedCentre), g(capacity, unusedCentre), b(capacity, unusedCentre), count(size_t(k))
+    explicit ColourModel(int k) : K(k), r(size_t(k)), g(size_t(k)), b(size_t(k)), count(size_t(k)) {}
+    // For n colours, the nearest centre (ties to the lowest index) and its squared distance.
+    void nearest(const int* cr, const int* cg, const int* cb, int n, int* index, int* best) const
     {
+        kernels().nearestCentres(r.data(), g.data(), b.data(), K, cr, cg, cb, n, index, best);
     }
-    Nearest nearest(int cr, int cg, int cb) const { return kernels().nearestCentre(r.data(), g.data(), b.data(), cr, cg, cb); }
 };
 
 // Centre k of each side from two draws of a generator seeded with 0 and local to the step: the
@@ -135,86 +126,31 @@ struct ColourSet {
 
 // K-means of one side: each iteration assigns every colour to its nearest centre and moves the
 // centres to the integer means of their clusters (an empty cluster to black).
-//
-// Most colours keep their cluster from one iteration to the next. Each keeps an upper bound on
-// its (Euclidean) distance to its centre and a lower bound on its distance to all the others,
-// loosened by how far the centres moved; while the first stays clearly below the second every
-// other centre is strictly farther, so the least-distance rule (ties to the lowest index) keeps
-// the cluster and the full search is skipped. Close calls and ties go to the exact search.
 class KMeans
 {
 public:
     KMeans(ColourModel& model, const std::vector<QColor>& colours)
-        : m(model), set(colours), member(set.size(), 0), upper(set.size()), lower(set.size()),
-          shift(size_t(model.K), 0.0)
+        : m(model), set(colours), member(set.size(), -1), next(set.size()), distance(set.size())
     {
     }
     // One iteration; false when no colour changed cluster, in which case the centres come out as
     // they went in and every further iteration would repeat this one.
-    bool iterate(bool first)
+    bool iterate()
     {
-        const bool moved = assign(first);
+        m.nearest(set.r.data(), set.g.data(), set.b.data(), int(set.size()), next.data(), distance.data());
+        const bool moved = next != member;
+        member.swap(next);
         recentre();
         return moved;
     }
 
 private:
-    static constexpr double margin = 1e-7; // far below the gap between square roots of distinct integers here
-
-    int fullSearch(size_t c)
-    {
-        // Unused slots never win, and bound nothing when K is 1.
-        const Nearest n = m.nearest(set.r[c], set.g[c], set.b[c]);
-        upper[c] = std::sqrt(double(n.best));
-        lower[c] = n.second == INT_MAX ? std::numeric_limits<double>::infinity() : std::sqrt(double(n.second));
-        return n.index;
-    }
-    bool assign(bool first)
-    {
-        // The lower bound of a colour loses the largest shift of the centres other than its own.
-        int top = -1;
-        double topShift = 0, secondShift = 0;
-        for (int k = 0; !first && k < m.K; ++k) {
-            if (shift[size_t(k)] > topShift) {
-                secondShift = topShift;
-                topShift = shift[size_t(k)];
-                top = k;
-            } else if (shift[size_t(k)] > secondShift) {
-                secondShift = shift[size_t(k)];
-            }
-        }
-        bool moved = first;
-        for (size_t c = 0; c < set.size(); ++c) {
-            int k;
-            if (first) {
-                k = fullSearch(c);
-            } else {
-                const int a = member[c];
-                upper[c] += shift[size_t(a)];
-                lower[c] -= a == top ? secondShift : topShift;
-                if (upper[c] + margin < lower[c]) {
-                    k = a;
-                } else {
-                    upper[c] = std::sqrt(double(squaredDistance(set.r[c], set.g[c], set.b[c], m.r[size_t(a)],
-                                                                m.g[size_t(a)], m.b[size_t(a)])));
-                    k = upper[c] + margin < lower[c] ? a : fullSearch(c);
-                }
-            }
-            moved |= k != member[c];
-            member[c] = k;
-        }
-        return moved;
-    }
-    // New centres from the clusters, noting how far each moved.
     void recentre()
     {
-        const size_t K = size_t(m.K);
-        const std::vector<int> oldR(m.r.begin(), m.r.begin() + m.K), oldG(m.g.begin(), m.g.begin() + m.K),
-            oldB(m.b.begin(), m.b.begin() + m.K);
         std::fill(m.count.begin(), m.count.end(), 0);
-        std::fill(m.r.begin(), m.r.begin() + m.K, 0);
-        std::fill(m.g.begin(), m.g.begin() + m.K, 0);
-        std::fill(m.b.begin(), m.b.begin() + m.K, 0);
+        std::fill(m.r.begin(), m.r.end(), 0);
+        std::fill(m.g.begin(), m.g.end(), 0);
+        std::fill(m.b.begin(), m.b.end(), 0);
         for (size_t c = 0; c < set.size(); ++c) {
             const size_t k = size_t(member[c]);
             const int n = set.times[c];
@@ -223,19 +159,17 @@ private:
             m.g[k] += n * set.g[c];
             m.b[k] += n * set.b[c];
         }
-        for (size_t k = 0; k < K; ++k) {
+        for (size_t k = 0; k < size_t(m.K); ++k) {
             const int n = m.count[k] >= 2 ? m.count[k] : 1;
             m.r[k] /= n;
             m.g[k] /= n;
             m.b[k] /= n;
-            shift[k] = std::sqrt(double(squaredDistance(m.r[k], m.g[k], m.b[k], oldR[k], oldG[k], oldB[k])));
         }
     }
 
     ColourModel& m;
     const ColourSet set;
-    std::vector<int> member;
-    std::vector<double> upper, lower, shift;
+    std::vector<int> member, next, distance;
 };
 
 // 4 K iterations of each model, fewer where it has settled (no further change) or when the
@@ -245,7 +179,7 @@ void clusterColours(ColourModel& fg, ColourModel& bg, const std::vector<QColor>&
 {
     auto run = [&cancel](ColourModel& model, const std::vector<QColor>& colours) {
         KMeans means(model, colours);
-        for (int it = 0; it < 4 * model.K && !cancel.load(std::memory_order_relaxed) && means.iterate(it == 0); ++it) {
+        for (int it = 0; it < 4 * model.K && !cancel.load(std::memory_order_relaxed) && means.iterate(); ++it) {
         }
     };
     std::thread background([&] { run(bg, bgColours); });
@@ -268,19 +202,26 @@ void softWeights(VexaSegmentation& seg, const ColourModel& fg, const ColourModel
 {
     const int N = int(seg.regionColors.size());
     const int lambda = seg.sensitivity;
+    const size_t count = static_cast<size_t>(N);
+    std::vector<int> r(count), g(count), b(count), dF(count), dB(count), index(count);
+    for (size_t i = 0; i < size_t(N); ++i) {
+        r[i] = seg.regionColors[i].red();
+        g[i] = seg.regionColors[i].green();
+        b[i] = seg.regionColors[i].blue();
+    }
     std::vector<int> v(size_t(N), 0);
     parallelRanges(N, [&](int first, int last) {
-        for (int r = first; r < last; ++r) {
-            const QColor& c = seg.regionColors[size_t(r)];
-            const int dF = fg.nearest(c.red(), c.green(), c.blue()).best;
-            const int dB = bg.nearest(c.red(), c.green(), c.blue()).best;
-            const double D = dF + dB > 0 ? double(dF + dB) : 1.0;
-            const double scale = double(lambda * 1000) * std::sqrt(double(seg.regionSizes[size_t(r)]));
-            v[size_t(r)] = int(double(dB - dF) * scale / D);
+        const int n = last - first;
+        fg.nearest(r.data() + first, g.data() + first, b.data() + first, n, index.data() + first, dF.data() + first);
+        bg.nearest(r.data() + first, g.data() + first, b.data() + first, n, index.data() + first, dB.data() + first);
+        for (size_t i = size_t(first); i < size_t(last); ++i) {
+            const double D = dF[i] + dB[i] > 0 ? double(dF[i] + dB[i]) : 1.0;
+            const double scale = double(lambda * 1000) * std::sqrt(double(seg.regionSizes[i]));
+            v[i] = int(double(dB[i] - dF[i]) * scale / D);
         }
     });
-    for (int r = 0; r < N; ++r)
-        setTerminalWeight(seg, r, v[size_t(r)]);
+    for (int i = 0; i < N; ++i)
+        setTerminalWeight(seg, i, v[size_t(i)]);
 }
 
 // Marked regions are tied to their side; one marked both ways ends as background.
