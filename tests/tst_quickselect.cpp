@@ -2,6 +2,7 @@
 // reference, exact small cases, report sequences, hints and cancellation.
 #include "QuickSelectReference.h"
 
+#include "VexaQuickSelectKernels.h"
 #include "VexaQuickSelectSteps.h"
 #include "VexaSegmentation.h"
 #include "VexaWatershed.h"
@@ -363,40 +364,45 @@ void TestQuickSelect::stepsMatchReference()
 {
     QFETCH(QImage, image);
     QFETCH(int, sensitivity);
-    VexaSegmentation fast, plain;
-    fast.load(image);
-    plain.load(image);
-    fast.sensitivity = plain.sensitivity = sensitivity;
-    Recorder r;
-    VexaQuickSelect::init(fast, r, running);
-    Reference::init(plain);
-    std::vector<Edge> fastEdges = edges(*fast.graph), plainEdges = edges(*plain.graph);
-    QVERIFY(fastEdges == plainEdges); // same edges, same order, same capacities
-    compareSegmentations(fast, plain);
-
-    scribble(fast);
-    scribble(plain);
-    // Two marking runs: the second continues from the flow of the first.
-    for (int run = 0; run < 2; ++run) {
-        VexaQuickSelect::mark(fast, r, running);
-        QCOMPARE(Reference::mark(plain), QString());
+    // Every processor level of the inner loops that runs here, the best one last (and kept).
+    for (const char* level : VexaQuickSelect::detail::kernelLevels()) {
+        QVERIFY(VexaQuickSelect::detail::useKernelLevel(level));
+        VexaSegmentation fast, plain;
+        fast.load(image);
+        plain.load(image);
+        fast.sensitivity = plain.sensitivity = sensitivity;
+        Recorder r;
+        VexaQuickSelect::init(fast, r, running);
+        Reference::init(plain);
+        std::vector<Edge> fastEdges = edges(*fast.graph), plainEdges = edges(*plain.graph);
+        QVERIFY2(fastEdges == plainEdges, level); // same edges, same order, same capacities
         compareSegmentations(fast, plain);
-    }
-    VexaQuickSelect::matte(fast, r, running);
-    Reference::matte(plain);
-    compareSegmentations(fast, plain);
-    // The cut took unmarked pixels to both sides, and the matting left a soft edge between them.
-    int selected = 0, unselected = 0, soft = 0;
-    for (int y = 0; y < fast.alphaImage.height(); ++y)
-        for (int x = 0; x < fast.alphaImage.width(); ++x) {
-            const QRgb m = fast.markImage.pixel(x, y);
-            if (qRed(m) || qBlue(m))
-                continue;
-            const int a = qBlue(fast.alphaImage.pixel(x, y));
-            ++(a == 255 ? selected : a == 0 ? unselected : soft);
+
+        scribble(fast);
+        scribble(plain);
+        // Two marking runs: the second continues from the flow of the first.
+        for (int run = 0; run < 2; ++run) {
+            VexaQuickSelect::mark(fast, r, running);
+            QCOMPARE(Reference::mark(plain), QString());
+            compareSegmentations(fast, plain);
         }
-    QVERIFY2(selected > 0 && unselected > 0 && soft > 0,
-             qPrintable(QStringLiteral("%1 selected, %2 unselected, %3 soft").arg(selected).arg(unselected).arg(soft)));
+        VexaQuickSelect::matte(fast, r, running);
+        Reference::matte(plain);
+        compareSegmentations(fast, plain);
+        // The cut took unmarked pixels to both sides, and the matting left a soft edge between them.
+        int selected = 0, unselected = 0, soft = 0;
+        for (int y = 0; y < fast.alphaImage.height(); ++y)
+            for (int x = 0; x < fast.alphaImage.width(); ++x) {
+                const QRgb m = fast.markImage.pixel(x, y);
+                if (qRed(m) || qBlue(m))
+                    continue;
+                const int a = qBlue(fast.alphaImage.pixel(x, y));
+                ++(a == 255 ? selected : a == 0 ? unselected : soft);
+            }
+        QVERIFY2(selected > 0 && unselected > 0 && soft > 0,
+                 qPrintable(QStringLiteral("%1: %2 selected, %3 unselected, %4 soft")
+                                .arg(QLatin1String(level)).arg(selected).arg(unselected).arg(soft)));
+    }
 }
 
 void TestQuickSelect::reportSequences()

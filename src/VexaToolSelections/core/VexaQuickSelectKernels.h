@@ -46,5 +46,11 @@ struct Kernels {
 
 const Kernels& kernels();
 
+// The processor levels built and runnable here, worst first; for tests and benchmarks, which
+// compare them. useKernelLevel makes kernels() return that level from now on (false for a
+// level not in the list).
+std::vector<const char*> kernelLevels();
+bool useKernelLevel(const char* name);
+
 } // namespace detail
 } // namespace VexaQuickSelect
