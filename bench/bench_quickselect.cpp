@@ -5,6 +5,7 @@
 // same image with the ratios. Ends with a check that the steps give exactly what the plain
 // reference gives at this size.
 #include "QuickSelectReference.h"
+#include "VexaQuickSelectKernels.h"
 #include "VexaQuickSelectSteps.h"
 #include "VexaSegmentation.h"
 
@@ -182,11 +183,16 @@ int main(int argc, char** argv)
         return 2;
     }
     const int repeats = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
-    // Options after the photo and the run count: --no-identity, --no-opencv.
+    // Options after the photo and the run count: --no-identity, --no-opencv, --level NAME (the
+    // processor level of the inner loops; the best one the processor runs by default).
     bool check = true, peers = true;
     for (int a = 3; a < argc; ++a) {
         check &= QByteArray(argv[a]) != "--no-identity";
         peers &= QByteArray(argv[a]) != "--no-opencv";
+        if (QByteArray(argv[a]) == "--level" && a + 1 < argc && !VexaQuickSelect::detail::useKernelLevel(argv[++a])) {
+            std::fprintf(stderr, "bench-quickselect: level %s does not run here\n", argv[a]);
+            return 2;
+        }
     }
     const QImage doc = photo.scaled(1536, 1536, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const long before = peakKiB();
@@ -204,7 +210,11 @@ int main(int argc, char** argv)
         timed(matte, clock, "matte", [&] { VexaQuickSelect::matte(seg, clock, never); });
     }
     const long after = peakKiB();
-    std::printf("photo %s at 1536 x 1536, %d runs, medians\n", qPrintable(file), repeats);
+    std::printf("photo %s at 1536 x 1536, %d runs, medians; inner loops at level %s of", qPrintable(file), repeats,
+                VexaQuickSelect::detail::kernelLevel());
+    for (const char* level : VexaQuickSelect::detail::kernelLevels())
+        std::printf(" %s", level);
+    std::printf("\n");
     std::printf("regions %zu\n", regions);
     init.print("init");
     mark.print("mark");

@@ -1,8 +1,8 @@
 #pragma once
 
-// Eight 32-bit integer lanes for loops that do the same exact integer work for eight items at
-// once, written with the compiler's vector types: the same source becomes one 256-bit operation
-// where the processor level allows it and two 128-bit ones on the baseline.
+// VEXA_LANES 32-bit integer lanes, for loops that do the same exact integer work for that many
+// items at once, written with the compiler's vector types (the unit that includes this is
+// built once per processor level, with the lane count of its registers).
 
 // The helpers below are inline and never cross a call boundary, so the note that vectors are
 // passed differently with and without wider registers does not apply.
@@ -11,7 +11,7 @@
 namespace VexaQuickSelect {
 namespace detail {
 
-typedef int Lanes __attribute__((vector_size(32)));
+typedef int Lanes __attribute__((vector_size(4 * VEXA_LANES)));
 
 
 inline Lanes lanes(int v) { return Lanes{} + v; }
@@ -26,9 +26,12 @@ inline Lanes loadLanes(const int* p)
 // Whether any lane of a comparison result (all ones or zero per lane) is set.
 inline bool anyLane(Lanes m)
 {
-    typedef long long Quads __attribute__((vector_size(32)));
+    typedef long long Quads __attribute__((vector_size(4 * VEXA_LANES)));
     const Quads q = reinterpret_cast<Quads>(m);
-    return (q[0] | q[1] | q[2] | q[3]) != 0;
+    long long any = 0;
+    for (int k = 0; k < VEXA_LANES / 2; ++k)
+        any |= q[k];
+    return any != 0;
 }
 
 // Per lane: b where the mask is set, else a.

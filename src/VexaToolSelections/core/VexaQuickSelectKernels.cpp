@@ -1,5 +1,7 @@
 // Built once per processor level, each time with its own VEXA_KERNEL_LEVEL (the name of the
-// table it defines) and compiler flags; see kernels().
+// table it defines), lane counts (VEXA_LANES pixels per nearest-sample search, VEXA_COLOUR_LANES
+// colours per vector in the colour search: what the level's registers hold) and compiler
+// flags; see kernels().
 #include "VexaLanes.h"
 #include "VexaQuickSelectKernels.h"
 
@@ -41,12 +43,12 @@ int nearestSamples(const Samples& s, const int* px, const int* py, int H, LaneSl
         // The first row within reach of some lane above it.
         auto firstRowInReach = [&] {
             int r = INT_MAX;
-            for (int l = 0; l < 8; ++l)
+            for (int l = 0; l < VEXA_LANES; ++l)
                 r = std::min(r, Y[l] - isqrt(F[l]));
             return r;
         };
         int lowest = Y[0];
-        for (int l = 1; l < 8; ++l)
+        for (int l = 1; l < VEXA_LANES; ++l)
             lowest = std::max(lowest, Y[l]);
         const int* sx = s.x.data();
         for (int r = std::max(s.y[8], firstRowInReach()); r < H; ++r) {
@@ -66,7 +68,7 @@ int nearestSamples(const Samples& s, const int* px, const int* py, int H, LaneSl
             if (end - begin > 16) {
                 // A long row: columns with dx^2 >= farthest - dy^2 for every lane cannot contribute.
                 int left = INT_MAX, right = INT_MIN;
-                for (int l = 0; l < 8; ++l) {
+                for (int l = 0; l < VEXA_LANES; ++l) {
                     if (!inReach[l])
                         continue;
                     const int reach = isqrt(F[l] - dy2[l] - 1);
@@ -101,29 +103,29 @@ int nearestSamples(const Samples& s, const int* px, const int* py, int H, LaneSl
         }
     }
     for (int k = 0; k < filled; ++k)
-        for (int l = 0; l < 8; ++l) {
+        for (int l = 0; l < VEXA_LANES; ++l) {
             out.distance[k][l] = D[k][l];
             out.index[k][l] = I[k][l];
         }
     return filled;
 }
 
-// The colour search in single precision, sixteen colours to a vector: channel differences,
+// The colour search in single precision, VEXA_COLOUR_LANES colours to a vector: channel differences,
 // their squares and the sums of three squares are integers below 2^24, which floats hold
 // exactly, so the distances and their order are those of integer arithmetic. Centres are tried
 // in index order and taken only when strictly nearer, so ties go to the lowest index; two
 // interleaved runs (even and odd centres) are joined by the same rule.
-typedef float Floats __attribute__((vector_size(64)));
-typedef int Ints __attribute__((vector_size(64)));
+typedef float Floats __attribute__((vector_size(4 * VEXA_COLOUR_LANES)));
+typedef int Ints __attribute__((vector_size(4 * VEXA_COLOUR_LANES)));
 
 void nearestCentres(const int* cr, const int* cg, const int* cb, int K, const int* r, const int* g, const int* b,
                     int n, int* index, int* best)
 {
-    for (int first = 0; first < n; first += 16) {
+    for (int first = 0; first < n; first += VEXA_COLOUR_LANES) {
         // A short last block repeats its last colour.
-        const int count = std::min(16, n - first);
+        const int count = std::min(VEXA_COLOUR_LANES, n - first);
         Ints R, G, B;
-        for (int l = 0; l < 16; ++l) {
+        for (int l = 0; l < VEXA_COLOUR_LANES; ++l) {
             const int c = first + std::min(l, count - 1);
             R[l] = r[c];
             G[l] = g[c];
@@ -152,7 +154,7 @@ void nearestCentres(const int* cr, const int* cg, const int* cb, int K, const in
 
 } // namespace
 
-const Kernels VEXA_KERNEL_LEVEL = {nearestSamples, nearestCentres};
+const Kernels VEXA_KERNEL_LEVEL = {VEXA_LANES, nearestSamples, nearestCentres};
 
 } // namespace detail
 } // namespace VexaQuickSelect

@@ -28,14 +28,16 @@ struct Samples {
     size_t size() const { return colour.size(); }
 };
 
-// The eight nearest-sample slots of eight pixels: squared pixel distance and sample index.
+// The eight nearest-sample slots of up to 16 pixels: squared pixel distance and sample index.
 struct LaneSlots {
-    int distance[8][8]; // [slot][lane]
-    int index[8][8];
+    int distance[8][16]; // [slot][lane]
+    int index[8][16];
 };
 
 struct Kernels {
-    // The slots that the nearest-sample rule leaves for each of the eight pixels (px[l], py[l])
+    // How many pixels nearestSamples takes at once.
+    int lanes;
+    // The slots that the nearest-sample rule leaves for each of the `lanes` pixels (px[l], py[l])
     // after visiting the samples in list order; returns how many are filled (at most 8).
     int (*nearestSamples)(const Samples& s, const int* px, const int* py, int H, LaneSlots& out);
     // For each of the n colours (r[i], g[i], b[i]), the nearest of the K centres (cr, cg, cb),
@@ -51,6 +53,8 @@ const Kernels& kernels();
 // level not in the list).
 std::vector<const char*> kernelLevels();
 bool useKernelLevel(const char* name);
+// The name of the level kernels() returns.
+const char* kernelLevel();
 
 } // namespace detail
 } // namespace VexaQuickSelect

@@ -73,5 +73,14 @@ bool useKernelLevel(const char* name)
     return false;
 }
 
+const char* kernelLevel()
+{
+    const Kernels* k = &kernels();
+    for (const Level& l : levels())
+        if (l.kernels == k)
+            return l.name;
+    return "";
+}
+
 } // namespace detail
 } // namespace VexaQuickSelect

@@ -288,8 +288,8 @@ void collectSamples(const ConstPixels& source, const Pixels& trimap, Samples& fg
     bg.index(H);
 }
 
-// Each unknown pixel depends on the sample lists alone: they are estimated in parallel, eight
-// neighbours at a time in the sample search. The cost varies widely (a pixel low in the band
+// Each unknown pixel depends on the sample lists alone: they are estimated in parallel, several
+// neighbours at a time in the sample search (as many as the processor's vectors hold). The cost varies widely (a pixel low in the band
 // searches from its top), so work is handed out in small chunks; the greys are written once all
 // are known.
 bool estimateUnknown(const ConstPixels& source, const Pixels& trimap, const std::vector<qsizetype>& unknown,
@@ -298,13 +298,14 @@ bool estimateUnknown(const ConstPixels& source, const Pixels& trimap, const std:
     const int W = source.width, H = source.height;
     const int count = int(unknown.size());
     std::vector<int> values(unknown.size());
-    parallelItems((count + 7) / 8, 8, [&](int group) {
+    const int lanes = kernels().lanes;
+    parallelItems((count + lanes - 1) / lanes, 8, [&](int group) {
         if (cancel.load(std::memory_order_relaxed))
             return;
         // A short last group repeats its last pixel in the spare lanes.
-        const int first = group * 8, lanesUsed = std::min(8, count - first);
-        int px[8], py[8];
-        for (int l = 0; l < 8; ++l) {
+        const int first = group * lanes, lanesUsed = std::min(lanes, count - first);
+        int px[16], py[16];
+        for (int l = 0; l < lanes; ++l) {
             const qsizetype i = unknown[size_t(first + std::min(l, lanesUsed - 1))];
             px[l] = int(i % W);
             py[l] = int(i / W);
