@@ -237,10 +237,14 @@ void hardWeights(VexaSegmentation& seg, const std::vector<uint32_t>& flags)
 
 // ---- the matte ------------------------------------------------------------------------------
 
-// The cut as a hard matte, straight into the float alpha (1 or 0) and the alpha image.
+// The cut as a hard matte, straight into the float alpha (1 or 0) and the alpha image. The side
+// of each region is asked of the graph once, not once per pixel.
 void hardMatte(const VexaSegmentation& seg, const Pixels& alpha, std::vector<float>& A)
 {
     const FlowGraph& graph = *seg.graph;
+    std::vector<unsigned char> source(seg.regionColors.size());
+    for (size_t r = 0; r < source.size(); ++r)
+        source[r] = graph.what_segment(int(r), FlowGraph::SOURCE) == FlowGraph::SOURCE;
     const int W = alpha.width;
     parallelRanges(alpha.height, [&](int first, int last) {
         for (int y = first; y < last; ++y) {
@@ -248,8 +252,7 @@ void hardMatte(const VexaSegmentation& seg, const Pixels& alpha, std::vector<flo
             const int* labels = seg.regionMap.data() + qsizetype(y) * W;
             float* f = A.data() + qsizetype(y) * W;
             for (int x = 0; x < W; ++x) {
-                const bool source = graph.what_segment(labels[x], FlowGraph::SOURCE) == FlowGraph::SOURCE;
-                a[x] = source ? 0xFFFFFFFFu : 0xFF000000u;
+                a[x] = source[size_t(labels[x])] ? 0xFFFFFFFFu : 0xFF000000u;
                 f[x] = float((a[x] & 0xFFu) / 255.0);
             }
         }
