@@ -3,6 +3,7 @@
 #include "VexaQuickSelectSteps.h"
 
 #include "VexaParallel.h"
+#include "VexaQuickSelectKernels.h"
 #include "VexaQuickSelectShared.h"
 
 namespace VexaQuickSelect {
@@ -11,66 +12,44 @@ using namespace detail;
 
 namespace {
 
-inline double intensity(QRgb c) { return 0.3 * qRed(c) + 0.59 * qGreen(c) + 0.11 * qBlue(c); }
-
 // What a pass reads: the alpha of the previous pass, the working image and the marks.
 struct PassInput {
     const float* in;
     ConstPixels source, marks;
 };
 
-// The patch estimate of pixel (x, y): the 3 x 3 patch clipped to the image, the centre first
-// and the others in scan order; sums in double, the centre's own alpha left out.
-float estimate(const PassInput& p, int x, int y)
-{
-    const int W = p.source.width, H = p.source.height;
-    double I[9], alpha[9];
-    I[0] = intensity(p.source.row(y)[x]);
-    alpha[0] = p.in[qsizetype(y) * W + x];
-    int n = 1;
-    for (int yy = y - 1; yy <= y + 1; ++yy) {
-        if (yy < 0 || yy >= H)
-            continue;
-        const QRgb* s = p.source.row(yy);
-        for (int xx = x - 1; xx <= x + 1; ++xx) {
-            if (xx < 0 || xx >= W || (xx == x && yy == y))
-                continue;
-            I[n] = intensity(s[xx]);
-            alpha[n] = p.in[qsizetype(yy) * W + xx];
-            ++n;
-        }
-    }
-    double sum = 0;
-    for (int q = 0; q < n; ++q)
-        sum += I[q];
-    const double mu = sum / n;
-    double d[9], var = 0;
-    for (int q = 0; q < n; ++q) {
-        d[q] = I[q] - mu;
-        var += d[q] * d[q];
-    }
-    var /= n;
-    const double denominator = var + 0.000001 / n;
-    double num = 0, den = 0;
-    for (int q = 1; q < n; ++q) {
-        const double w = (d[0] * d[q] / denominator + 1.0) / n;
-        num += w * alpha[q];
-        den += w;
-    }
-    return float(num / den);
-}
-
-// The new alpha of one pixel: marks pin it, an edge pixel is re-estimated, any other keeps its value.
-inline float smoothed(const PassInput& p, int x, int y)
+// Marks pin a pixel and a pixel off every edge keeps its value; an edge pixel is left in
+// `edges` for estimation. Pixels whose value changed are noted.
+inline void settle(const PassInput& p, float* out, int x, int y, qsizetype i, std::vector<qsizetype>& edges,
+                   std::vector<qsizetype>& changed)
 {
     const QRgb m = p.marks.row(y)[x];
-    if (redByte(m))
-        return 1.0f;
-    if (blueByte(m))
-        return 0.0f;
-    if (onEdge(p.in, p.source.width, p.source.height, x, y))
-        return estimate(p, x, y);
-    return p.in[qsizetype(y) * p.source.width + x];
+    if (redByte(m)) {
+        out[i] = 1.0f;
+    } else if (blueByte(m)) {
+        out[i] = 0.0f;
+    } else if (onEdge(p.in, p.source.width, p.source.height, x, y)) {
+        edges.push_back(i);
+        return;
+    } else {
+        out[i] = p.in[i];
+    }
+    if (out[i] != p.in[i])
+        changed.push_back(i);
+}
+
+// The edge pixels that one core settled, re-estimated from their patches several at a time.
+void estimateEdges(const PassInput& p, float* out, const std::vector<qsizetype>& edges, std::vector<qsizetype>& changed)
+{
+    std::vector<float> values(edges.size());
+    kernels().patchEstimates(p.source.data, p.source.stride, p.in, p.source.width, p.source.height, edges.data(),
+                             int(edges.size()), values.data());
+    for (size_t k = 0; k < edges.size(); ++k) {
+        const qsizetype i = edges[k];
+        out[i] = values[k];
+        if (out[i] != p.in[i])
+            changed.push_back(i);
+    }
 }
 
 // Pixels whose value a pass changed, gathered per core and joined in order.
@@ -90,14 +69,11 @@ std::vector<qsizetype> fullPass(const PassInput& p, float* out, const std::atomi
     const int W = p.source.width;
     Changes changed(size_t(parallelParts(p.source.height)));
     parallelParts(p.source.height, [&](int part, int first, int last) {
-        for (int y = first; y < last && !cancel.load(std::memory_order_relaxed); ++y) {
-            for (int x = 0; x < W; ++x) {
-                const qsizetype i = qsizetype(y) * W + x;
-                out[i] = smoothed(p, x, y);
-                if (out[i] != p.in[i])
-                    changed[size_t(part)].push_back(i);
-            }
-        }
+        std::vector<qsizetype> edges;
+        for (int y = first; y < last && !cancel.load(std::memory_order_relaxed); ++y)
+            for (int x = 0; x < W; ++x)
+                settle(p, out, x, y, qsizetype(y) * W + x, edges, changed[size_t(part)]);
+        estimateEdges(p, out, edges, changed[size_t(part)]);
     });
     return joined(changed);
 }
@@ -124,12 +100,12 @@ std::vector<qsizetype> sparsePass(const PassInput& p, float* out, const std::vec
     }
     Changes changed(size_t(parallelParts(int(todo.size()))));
     parallelParts(int(todo.size()), [&](int part, int first, int last) {
+        std::vector<qsizetype> edges;
         for (int k = first; k < last; ++k) {
             const qsizetype i = todo[size_t(k)];
-            out[i] = smoothed(p, int(i % W), int(i / W));
-            if (out[i] != p.in[i])
-                changed[size_t(part)].push_back(i);
+            settle(p, out, int(i % W), int(i / W), i, edges, changed[size_t(part)]);
         }
+        estimateEdges(p, out, edges, changed[size_t(part)]);
     });
     return joined(changed);
 }

@@ -1,6 +1,7 @@
 // Built once per processor level, each time with its own VEXA_KERNEL_LEVEL (the name of the
 // table it defines), lane counts (VEXA_LANES pixels per nearest-sample search, VEXA_COLOUR_LANES
-// colours per vector in the colour search: what the level's registers hold) and compiler
+// colours per vector in the colour search, VEXA_DOUBLE_LANES pixels per smoothing estimate: what
+// the level's registers hold) and compiler
 // flags; see kernels().
 #include "VexaLanes.h"
 #include "VexaQuickSelectKernels.h"
@@ -152,9 +153,127 @@ void nearestCentres(const int* cr, const int* cg, const int* cb, int K, const in
     }
 }
 
+inline double intensity(QRgb c) { return 0.3 * qRed(c) + 0.59 * qGreen(c) + 0.11 * qBlue(c); }
+
+// The patch estimate of pixel (x, y): the 3 x 3 patch clipped to the image, the centre first
+// and the others in scan order; sums in double, the centre's own alpha left out.
+float patchEstimate(const QRgb* source, qsizetype stride, const float* in, int W, int H, int x, int y)
+{
+    double I[9], alpha[9];
+    I[0] = intensity(source[qsizetype(y) * stride + x]);
+    alpha[0] = in[qsizetype(y) * W + x];
+    int n = 1;
+    for (int yy = y - 1; yy <= y + 1; ++yy) {
+        if (yy < 0 || yy >= H)
+            continue;
+        const QRgb* s = source + qsizetype(yy) * stride;
+        for (int xx = x - 1; xx <= x + 1; ++xx) {
+            if (xx < 0 || xx >= W || (xx == x && yy == y))
+                continue;
+            I[n] = intensity(s[xx]);
+            alpha[n] = in[qsizetype(yy) * W + xx];
+            ++n;
+        }
+    }
+    double sum = 0;
+    for (int q = 0; q < n; ++q)
+        sum += I[q];
+    const double mu = sum / n;
+    double d[9], var = 0;
+    for (int q = 0; q < n; ++q) {
+        d[q] = I[q] - mu;
+        var += d[q] * d[q];
+    }
+    var /= n;
+    const double denominator = var + 0.000001 / n;
+    double num = 0, den = 0;
+    for (int q = 1; q < n; ++q) {
+        const double w = (d[0] * d[q] / denominator + 1.0) / n;
+        num += w * alpha[q];
+        den += w;
+    }
+    return float(num / den);
+}
+
+typedef double Doubles __attribute__((vector_size(8 * VEXA_DOUBLE_LANES)));
+
+// Interior pixels have the whole patch: VEXA_DOUBLE_LANES of them at once, one per lane. Each
+// lane does exactly the operations of patchEstimate in the same order (the unit is built
+// without contracted multiply-adds), so the results are the same bits.
+void interiorEstimates(const QRgb* source, qsizetype stride, const float* in, int W, const qsizetype* at, float* result)
+{
+    constexpr int L = VEXA_DOUBLE_LANES;
+    Doubles I[9], alpha[9];
+    for (int l = 0; l < L; ++l) {
+        const int x = int(at[l] % W), y = int(at[l] / W);
+        const QRgb* row = source + qsizetype(y) * stride + x;
+        const float* a = in + at[l];
+        const QRgb patch[9] = {row[0], row[-stride - 1], row[-stride], row[-stride + 1], row[-1], row[1],
+                               row[stride - 1], row[stride], row[stride + 1]};
+        const float alphas[9] = {a[0], a[-W - 1], a[-W], a[-W + 1], a[-1], a[1], a[W - 1], a[W], a[W + 1]};
+        for (int q = 0; q < 9; ++q) {
+            I[q][l] = intensity(patch[q]);
+            alpha[q][l] = double(alphas[q]);
+        }
+    }
+    Doubles sum = Doubles{} + 0.0;
+    for (int q = 0; q < 9; ++q)
+        sum += I[q];
+    const Doubles mu = sum / 9.0;
+    Doubles d[9], var = Doubles{} + 0.0;
+    for (int q = 0; q < 9; ++q) {
+        d[q] = I[q] - mu;
+        var += d[q] * d[q];
+    }
+    var /= 9.0;
+    const Doubles denominator = var + 0.000001 / 9;
+    Doubles num = Doubles{} + 0.0, den = Doubles{} + 0.0;
+    for (int q = 1; q < 9; ++q) {
+        const Doubles w = (d[0] * d[q] / denominator + 1.0) / 9.0;
+        num += w * alpha[q];
+        den += w;
+    }
+    const Doubles r = num / den;
+    for (int l = 0; l < L; ++l)
+        result[l] = float(r[l]);
+}
+
+void patchEstimates(const QRgb* source, qsizetype stride, const float* in, int W, int H, const qsizetype* at,
+                    int count, float* result)
+{
+    constexpr int L = VEXA_DOUBLE_LANES;
+    qsizetype group[L];
+    int members[L];
+    int filled = 0;
+    auto flush = [&] {
+        if (!filled)
+            return;
+        // A short group repeats its last pixel in the spare lanes.
+        for (int l = filled; l < L; ++l)
+            group[l] = group[filled - 1];
+        float out[L];
+        interiorEstimates(source, stride, in, W, group, out);
+        for (int l = 0; l < filled; ++l)
+            result[members[l]] = out[l];
+        filled = 0;
+    };
+    for (int k = 0; k < count; ++k) {
+        const int x = int(at[k] % W), y = int(at[k] / W);
+        if (x > 0 && y > 0 && x < W - 1 && y < H - 1) {
+            group[filled] = at[k];
+            members[filled++] = k;
+            if (filled == L)
+                flush();
+        } else {
+            result[k] = patchEstimate(source, stride, in, W, H, x, y);
+        }
+    }
+    flush();
+}
+
 } // namespace
 
-const Kernels VEXA_KERNEL_LEVEL = {VEXA_LANES, nearestSamples, nearestCentres};
+const Kernels VEXA_KERNEL_LEVEL = {VEXA_LANES, nearestSamples, nearestCentres, patchEstimates};
 
 } // namespace detail
 } // namespace VexaQuickSelect

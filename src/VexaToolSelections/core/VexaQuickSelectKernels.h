@@ -5,6 +5,7 @@
 // source; kernels() picks the best the processor runs. They do exact integer work, so every
 // build gives the same results.
 #include <QRgb>
+#include <QtGlobal>
 
 #include <vector>
 
@@ -44,6 +45,11 @@ struct Kernels {
     // least squared distance with ties to the lowest index: index[i] and its distance best[i].
     void (*nearestCentres)(const int* cr, const int* cg, const int* cb, int K, const int* r, const int* g,
                            const int* b, int n, int* index, int* best);
+    // The border smoothing's patch estimates of the `count` pixels at[k] (indices y W + x),
+    // over the working image (rows `stride` words apart) and the alpha `in` (W x H), into
+    // result[k].
+    void (*patchEstimates)(const QRgb* source, qsizetype stride, const float* in, int W, int H, const qsizetype* at,
+                           int count, float* result);
 };
 
 const Kernels& kernels();
