@@ -237,25 +237,20 @@ void hardWeights(VexaSegmentation& seg, const std::vector<uint32_t>& flags)
 
 // ---- the matte ------------------------------------------------------------------------------
 
-// The cut as a hard matte, straight into the float alpha (1 or 0) and the alpha image. The side
-// of each region is asked of the graph once, not once per pixel.
-void hardMatte(const VexaSegmentation& seg, const Pixels& alpha, std::vector<float>& A)
+// The cut as a hard matte, straight into the float alpha: 1 for the source side, 0 for the
+// sink. (The alpha image is written once, after smoothing; nothing reads it in between.) The
+// side of each region is asked of the graph once, not once per pixel.
+void hardMatte(const VexaSegmentation& seg, std::vector<float>& A, int W, int H)
 {
     const FlowGraph& graph = *seg.graph;
-    std::vector<unsigned char> source(seg.regionColors.size());
-    for (size_t r = 0; r < source.size(); ++r)
-        source[r] = graph.what_segment(int(r), FlowGraph::SOURCE) == FlowGraph::SOURCE;
-    const int W = alpha.width;
-    parallelRanges(alpha.height, [&](int first, int last) {
-        for (int y = first; y < last; ++y) {
-            QRgb* a = alpha.row(y);
-            const int* labels = seg.regionMap.data() + qsizetype(y) * W;
-            float* f = A.data() + qsizetype(y) * W;
-            for (int x = 0; x < W; ++x) {
-                a[x] = source[size_t(labels[x])] ? 0xFFFFFFFFu : 0xFF000000u;
-                f[x] = float((a[x] & 0xFFu) / 255.0);
-            }
-        }
+    std::vector<float> side(seg.regionColors.size());
+    for (size_t r = 0; r < side.size(); ++r)
+        side[r] = graph.what_segment(int(r), FlowGraph::SOURCE) == FlowGraph::SOURCE ? 1.0f : 0.0f;
+    parallelRanges(H, [&](int first, int last) {
+        const int* labels = seg.regionMap.data() + qsizetype(first) * W;
+        float* f = A.data() + qsizetype(first) * W;
+        for (qsizetype i = 0, n = qsizetype(last - first) * W; i < n; ++i)
+            f[i] = side[size_t(labels[i])];
     });
 }
 
@@ -364,7 +359,7 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     const Pixels result = writablePixels(seg.resultImage), alpha = writablePixels(seg.alphaImage),
                  marks = writablePixels(seg.markImage);
     std::vector<float> A(size_t(source.width) * size_t(source.height));
-    hardMatte(seg, alpha, A);
+    hardMatte(seg, A, source.width, source.height);
     report.progress(text, 80);
     report.progress(text, 90);
 
