@@ -90,7 +90,7 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
             const int gc = g[size_t(cur)];
             // Without branches: whether a neighbour joins is as good as random.
             auto visit = [&](int n) {
-                const bool joins = (labels[size_t(n)] < 0) & (g[size_t(n)] >= gc);
+                const int joins = int(labels[size_t(n)] < 0) & int(g[size_t(n)] >= gc);
                 labels[size_t(n)] = joins ? label : labels[size_t(n)];
                 queue[tail] = n;
                 tail += joins;
