@@ -226,10 +226,16 @@ public:
 
     void reset();
 
-    // Asks the kernel to back the arc records of the next `edge_num` edges with memory now (the
-    // records are not touched), so that adding them does not stop at every fresh page. Safe to
-    // run on another thread while edges are added; only a hint, and nothing where unsupported.
-    void prefault_arcs(int edge_num) const;
+    // Pages of memory that fresh records will occupy. prefault() asks the kernel to back them
+    // now (the contents are not touched), so that filling them does not stop at every fresh
+    // page; it may run on another thread while the records are written. Only a hint, and
+    // nothing where unsupported.
+    struct page_range {
+        std::uintptr_t begin = 0, end = 0;
+        void prefault() const;
+    };
+    // The arc records of the next `edge_num` edges (taken on the thread that adds them).
+    page_range arc_pages(int edge_num) const;
 
     int get_node_num() const { return node_num; }
     int get_arc_num() const { return int(arc_last - arcs); }

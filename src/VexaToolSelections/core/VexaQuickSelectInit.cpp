@@ -224,7 +224,7 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     // Fresh arc memory is faulted in on the other core meanwhile.
     std::thread prefault;
     if (seg.graph)
-        prefault = std::thread([&] { seg.graph->prefault_arcs(int(scan.links.size())); });
+        prefault = std::thread([pages = seg.graph->arc_pages(int(scan.links.size()))] { pages.prefault(); });
     const std::vector<int> weights = linkWeights(seg.regionColors, scan.links);
     if (seg.graph && !cancel)
         addEdges(*seg.graph, scan, weights);

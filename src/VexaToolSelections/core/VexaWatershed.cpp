@@ -88,12 +88,12 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
             const int x = cur % W, y = cur / W;
             const int label = labels[size_t(cur)];
             const int gc = g[size_t(cur)];
-            // Without branches: whether a neighbour joins is as good as random.
+            // Only unlabelled pixels are written: rows above the scan are being read meanwhile.
             auto visit = [&](int n) {
-                const int joins = int(labels[size_t(n)] < 0) & int(g[size_t(n)] >= gc);
-                labels[size_t(n)] = joins ? label : labels[size_t(n)];
-                queue[tail] = n;
-                tail += joins;
+                if (labels[size_t(n)] < 0 && g[size_t(n)] >= gc) {
+                    labels[size_t(n)] = label;
+                    queue[tail++] = n;
+                }
             };
             if (x > 0)
                 visit(cur - 1);
