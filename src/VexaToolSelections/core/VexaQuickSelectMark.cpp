@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <functional>
 #include <random>
 #include <thread>
 
@@ -124,6 +125,65 @@ struct ColourSet {
     size_t size() const { return r.size(); }
 };
 
+// Splits work over [0, n) between the calling thread (the first half) and one helper thread (the
+// second), meeting before it returns; for many short rounds, where starting a thread each time
+// would cost more than the round. Rounds are handed over by generations of an atomic counter.
+class HalfShare
+{
+public:
+    HalfShare()
+    {
+        if (std::thread::hardware_concurrency() > 1)
+            m_helper = std::thread([this] { serve(); });
+    }
+    ~HalfShare()
+    {
+        if (m_helper.joinable()) {
+            post(nullptr, 0);
+            m_helper.join();
+        }
+    }
+    template <class Job>
+    void run(int n, const Job& job)
+    {
+        if (!m_helper.joinable() || n < 128) {
+            job(0, n);
+            return;
+        }
+        const std::function<void(int, int)> work = job;
+        const int generation = post(&work, n);
+        job(0, n / 2);
+        while (m_done.load(std::memory_order_acquire) != generation)
+            std::this_thread::yield();
+    }
+
+private:
+    int post(const std::function<void(int, int)>* job, int n)
+    {
+        m_job = job;
+        m_n = n;
+        return m_generation.fetch_add(1, std::memory_order_release) + 1;
+    }
+    void serve()
+    {
+        for (int seen = 0;;) {
+            int generation;
+            while ((generation = m_generation.load(std::memory_order_acquire)) == seen)
+                std::this_thread::yield();
+            seen = generation;
+            if (!m_job)
+                return;
+            (*m_job)(m_n / 2, m_n);
+            m_done.store(generation, std::memory_order_release);
+        }
+    }
+
+    const std::function<void(int, int)>* m_job = nullptr;
+    int m_n = 0;
+    std::atomic<int> m_generation{0}, m_done{0};
+    std::thread m_helper;
+};
+
 // K-means of one side: each iteration assigns every colour to its nearest centre and moves the
 // centres to the integer means of their clusters (an empty cluster to black).
 class KMeans
@@ -135,9 +195,12 @@ public:
     }
     // One iteration; false when no colour changed cluster, in which case the centres come out as
     // they went in and every further iteration would repeat this one.
-    bool iterate()
+    bool iterate(HalfShare& share)
     {
-        m.nearest(set.r.data(), set.g.data(), set.b.data(), int(set.size()), next.data(), distance.data());
+        share.run(int(set.size()), [this](int first, int last) {
+            m.nearest(set.r.data() + first, set.g.data() + first, set.b.data() + first, last - first,
+                      next.data() + first, distance.data() + first);
+        });
         const bool moved = next != member;
         member.swap(next);
         recentre();
@@ -173,18 +236,19 @@ private:
 };
 
 // 4 K iterations of each model, fewer where it has settled (no further change) or when the
-// step is cancelled. The two models are independent: one runs on a second thread.
+// step is cancelled. The models are unequal in size (the background strokes usually cover far
+// more regions), so rather than one model per core, each iteration's search is shared by both.
 void clusterColours(ColourModel& fg, ColourModel& bg, const std::vector<QColor>& fgColours,
                     const std::vector<QColor>& bgColours, const std::atomic<bool>& cancel)
 {
-    auto run = [&cancel](ColourModel& model, const std::vector<QColor>& colours) {
+    HalfShare share;
+    auto run = [&](ColourModel& model, const std::vector<QColor>& colours) {
         KMeans means(model, colours);
-        for (int it = 0; it < 4 * model.K && !cancel.load(std::memory_order_relaxed) && means.iterate(); ++it) {
+        for (int it = 0; it < 4 * model.K && !cancel.load(std::memory_order_relaxed) && means.iterate(share); ++it) {
         }
     };
-    std::thread background([&] { run(bg, bgColours); });
     run(fg, fgColours);
-    background.join();
+    run(bg, bgColours);
 }
 
 // ---- terminal weights -----------------------------------------------------------------------
