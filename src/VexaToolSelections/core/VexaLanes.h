@@ -13,7 +13,6 @@ namespace detail {
 
 typedef int Lanes __attribute__((vector_size(4 * VEXA_LANES)));
 
-
 inline Lanes lanes(int v) { return Lanes{} + v; }
 
 inline Lanes loadLanes(const int* p)

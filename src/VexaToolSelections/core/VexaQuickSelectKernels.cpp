@@ -1,8 +1,7 @@
 // Built once per processor level, each time with its own VEXA_KERNEL_LEVEL (the name of the
-// table it defines), lane counts (VEXA_LANES pixels per nearest-sample search, VEXA_COLOUR_LANES
-// colours per vector in the colour search, VEXA_DOUBLE_LANES pixels per smoothing estimate: what
-// the level's registers hold) and compiler
-// flags; see kernels().
+// table it defines), compiler flags and lane counts, which are what the level's registers hold:
+// VEXA_LANES pixels per nearest-sample search, VEXA_COLOUR_LANES colours per vector in the
+// colour search, VEXA_DOUBLE_LANES pixels per smoothing estimate. See kernels().
 #include "VexaLanes.h"
 #include "VexaQuickSelectKernels.h"
 
@@ -17,14 +16,15 @@ extern const Kernels VEXA_KERNEL_LEVEL;
 
 namespace {
 
-// The sample slots of the nearest-sample rule, for eight pixels at once (one per lane): the first
-// 8 samples fill the slots, and each later sample replaces the first slot (in slot order) that
-// is strictly farther than itself. Slot distances only ever shrink, so a sample at least as far
-// as the farthest slot of a pixel at its turn changes nothing for that pixel; rows (and columns
-// within a row) that far for every lane are skipped. The result is the slots that visiting every
-// sample in list order gives each pixel. Distances are squared pixel distances, exact in an int.
 int isqrt(int v) { return v > 0 ? int(std::sqrt(double(v))) : 0; }
 
+// The sample slots of the nearest-sample rule, for VEXA_LANES pixels at once (one per lane): the
+// first 8 samples fill the slots, and each later sample replaces the first slot (in slot order)
+// that is strictly farther than itself. Slot distances only ever shrink, so a sample at least as
+// far as the farthest slot of a pixel at its turn changes nothing for that pixel; rows (and
+// columns within a row) that far for every lane are skipped. The result is the slots that
+// visiting every sample in list order gives each pixel. Distances are squared pixel distances,
+// exact in an int.
 int nearestSamples(const Samples& s, const int* px, const int* py, int H, LaneSlots& out)
 {
     const int n = int(s.size());
@@ -111,8 +111,8 @@ int nearestSamples(const Samples& s, const int* px, const int* py, int H, LaneSl
     return filled;
 }
 
-// The colour search in single precision, VEXA_COLOUR_LANES colours to a vector: channel differences,
-// their squares and the sums of three squares are integers below 2^24, which floats hold
+// The colour search in single precision, VEXA_COLOUR_LANES colours to a vector: channel
+// differences, their squares and the sums of three squares are integers below 2^24, which floats hold
 // exactly, so the distances and their order are those of integer arithmetic. Centres are tried
 // in index order and taken only when strictly nearer, so ties go to the lowest index; two
 // interleaved runs (even and odd centres) are joined by the same rule.
