@@ -220,37 +220,35 @@ bool shrinkUnknown(const ConstPixels& source, const Pixels& trimap, std::vector<
                    const std::atomic<bool>& cancel)
 {
     const int W = source.width, H = source.height;
-    std::vector<int> positionOf(size_t(W) * size_t(H), -1); // unknown pixel -> index in `unknown`
-    for (size_t n = 0; n < unknown.size(); ++n)
-        positionOf[size_t(unknown[n])] = int(n);
-    std::vector<char> dirty(unknown.size(), 1);
+    // Per pixel, whether it is to be looked at (again); only unknown pixels ever are.
+    std::vector<unsigned char> dirty(size_t(W) * size_t(H), 0);
+    for (const qsizetype i : unknown)
+        dirty[size_t(i)] = 1;
     for (bool changed = true; changed;) {
         changed = false;
-        for (size_t n = 0; n < unknown.size(); ++n) {
-            if (!dirty[n])
+        for (const qsizetype i : unknown) {
+            if (!dirty[size_t(i)])
                 continue;
-            dirty[n] = 0;
-            const qsizetype i = unknown[n];
+            dirty[size_t(i)] = 0;
             const int x = int(i % W), y = int(i / W);
+            if (trimap.row(y)[x] != trimapUnknown)
+                continue;
             const QRgb label = gridMatch(source, trimap, x, y);
             if (!label)
                 continue;
             trimap.row(y)[x] = label;
             changed = true;
-            positionOf[size_t(i)] = -1;
             // The grid is symmetric: the pixels that have this one as a candidate are its own
             // candidates.
             for (int j = -4; j <= 4; ++j) {
                 const int yy = y + 4 * j;
                 if (yy < 0 || yy >= H)
                     continue;
+                unsigned char* row = dirty.data() + size_t(yy) * size_t(W);
                 for (int k = -4; k <= 4; ++k) {
                     const int xx = x + 4 * k;
-                    if (xx < 0 || xx >= W)
-                        continue;
-                    const int at = positionOf[size_t(yy) * size_t(W) + size_t(xx)];
-                    if (at >= 0)
-                        dirty[size_t(at)] = 1;
+                    if (xx >= 0 && xx < W)
+                        row[xx] = 1;
                 }
             }
         }
