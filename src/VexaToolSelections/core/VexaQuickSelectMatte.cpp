@@ -8,9 +8,10 @@
 #include "VexaQuickSelectShared.h"
 #include "VexaSegmentation.h"
 
+#include <QPoint>
+
 #include <algorithm>
 #include <cmath>
-#include <deque>
 
 #include <climits>
 
@@ -119,16 +120,16 @@ int estimateAlpha(QRgb c, const Slot* fg, int nf, Slot* bg, int nb)
 
 // Foreground marks seed the foreground (and the flood queue), the green band is unknown, blue
 // marks are background; everything else is not yet assigned.
-std::deque<qsizetype> seedTrimap(const ConstPixels& marks, const Pixels& trimap)
+std::vector<QPoint> seedTrimap(const ConstPixels& marks, const Pixels& trimap)
 {
-    std::deque<qsizetype> queue;
+    std::vector<QPoint> queue;
     for (int y = 0; y < trimap.height; ++y) {
         const QRgb* m = marks.row(y);
         QRgb* a = trimap.row(y);
         for (int x = 0; x < trimap.width; ++x) {
             if (redByte(m[x])) {
                 a[x] = trimapForeground;
-                queue.push_back(qsizetype(y) * trimap.width + x);
+                queue.emplace_back(x, y);
             } else if (greenByte(m[x])) {
                 a[x] = trimapUnknown;
             } else if (blueByte(m[x])) {
@@ -143,28 +144,27 @@ std::deque<qsizetype> seedTrimap(const ConstPixels& marks, const Pixels& trimap)
 
 // The foreground spreads to every unassigned pixel it reaches without crossing the band or a
 // background mark.
-void floodForeground(std::deque<qsizetype>& queue, const Pixels& trimap)
+void floodForeground(std::vector<QPoint>& queue, const Pixels& trimap)
 {
     const int W = trimap.width, H = trimap.height;
-    while (!queue.empty()) {
-        const qsizetype i = queue.front();
-        queue.pop_front();
-        const int x = int(i % W), y = int(i / W);
-        auto grow = [&](qsizetype n) {
-            QRgb& w = trimap.at(n);
+    // First in, first out: the queue is walked from its head while it grows at its end.
+    for (size_t head = 0; head < queue.size(); ++head) {
+        const int x = queue[head].x(), y = queue[head].y();
+        auto grow = [&](int nx, int ny) {
+            QRgb& w = trimap.row(ny)[nx];
             if (w == 0u) {
                 w = trimapForeground;
-                queue.push_back(n);
+                queue.emplace_back(nx, ny);
             }
         };
         if (x > 0)
-            grow(i - 1);
+            grow(x - 1, y);
         if (x < W - 1)
-            grow(i + 1);
+            grow(x + 1, y);
         if (y > 0)
-            grow(i - W);
+            grow(x, y - 1);
         if (y < H - 1)
-            grow(i + W);
+            grow(x, y + 1);
     }
 }
 
@@ -413,7 +413,7 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
     const ConstPixels source = pixels(src), marks = pixels(seg.markImage);
     const Pixels alpha = writablePixels(seg.alphaImage), result = writablePixels(seg.resultImage);
 
-    std::deque<qsizetype> queue = seedTrimap(marks, alpha);
+    std::vector<QPoint> queue = seedTrimap(marks, alpha);
     report.progress(text, 10);
     if (cancel)
         return;
