@@ -33,11 +33,7 @@ inline bool anyLane(Lanes m)
     return any != 0;
 }
 
-// Per lane: b where the mask is set, else a.
-inline Lanes pick(Lanes mask, Lanes a, Lanes b) { return mask ? b : a; }
-
 inline Lanes laneMax(Lanes a, Lanes b) { return a > b ? a : b; }
-inline Lanes laneMin(Lanes a, Lanes b) { return a < b ? a : b; }
 
 } // namespace detail
 } // namespace VexaQuickSelect

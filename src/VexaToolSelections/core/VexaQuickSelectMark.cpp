@@ -8,7 +8,6 @@
 #include "VexaSegmentation.h"
 
 #include <algorithm>
-#include <climits>
 #include <cmath>
 #include <functional>
 #include <random>
