@@ -81,30 +81,47 @@ std::vector<qsizetype> fullPass(const PassInput& p, float* out, const std::atomi
 // A later pass: a pixel none of whose 3 x 3 patch changed in the previous pass would get the
 // value it got then, which is the value it had before, and that is what the buffer written now
 // still holds from two passes ago. Only the patches around the previous changes are computed.
+//
+// The work is split by rows, so that each core gathers and settles the pixels of its own rows
+// (and marks them seen) without meeting the other; the split row halves the previous changes.
 std::vector<qsizetype> sparsePass(const PassInput& p, float* out, const std::vector<qsizetype>& changedBefore,
                                   std::vector<unsigned char>& seen, unsigned char stamp)
 {
     const int W = p.source.width, H = p.source.height;
-    std::vector<qsizetype> todo;
-    todo.reserve(changedBefore.size() * 3);
-    for (const qsizetype i : changedBefore) {
-        const int x = int(i % W), y = int(i / W);
-        for (int yy = std::max(0, y - 1); yy <= std::min(H - 1, y + 1); ++yy)
-            for (int xx = std::max(0, x - 1); xx <= std::min(W - 1, x + 1); ++xx) {
-                const qsizetype n = qsizetype(yy) * W + xx;
-                if (seen[size_t(n)] != stamp) {
-                    seen[size_t(n)] = stamp;
-                    todo.push_back(n);
-                }
-            }
-    }
-    Changes changed(size_t(parallelParts(int(todo.size()))));
-    parallelParts(int(todo.size()), [&](int part, int first, int last) {
-        std::vector<qsizetype> edges;
-        for (int k = first; k < last; ++k) {
-            const qsizetype i = todo[size_t(k)];
-            settle(p, out, int(i % W), int(i / W), i, edges, changed[size_t(part)]);
+    const int parts = parallelParts(int(changedBefore.size()));
+    std::vector<int> bounds{0, H};
+    if (parts > 1) {
+        std::vector<int> perRow(size_t(H), 0);
+        for (const qsizetype i : changedBefore)
+            ++perRow[size_t(i / W)];
+        bounds.assign(size_t(parts) + 1, H);
+        bounds[0] = 0;
+        size_t seenSoFar = 0;
+        for (int y = 0, part = 1; y < H && part < parts; ++y) {
+            seenSoFar += size_t(perRow[size_t(y)]);
+            if (seenSoFar * size_t(parts) >= changedBefore.size() * size_t(part))
+                bounds[size_t(part++)] = y + 1;
         }
+    }
+    Changes changed(bounds.size() - 1);
+    eachPart(int(bounds.size()) - 1, [&](int part) {
+        const int top = bounds[size_t(part)], bottom = bounds[size_t(part) + 1];
+        std::vector<qsizetype> todo, edges;
+        for (const qsizetype i : changedBefore) {
+            const int x = int(i % W), y = int(i / W);
+            if (y < top - 1 || y > bottom)
+                continue;
+            for (int yy = std::max(top, y - 1); yy <= std::min(bottom - 1, y + 1); ++yy)
+                for (int xx = std::max(0, x - 1); xx <= std::min(W - 1, x + 1); ++xx) {
+                    const qsizetype n = qsizetype(yy) * W + xx;
+                    if (seen[size_t(n)] != stamp) {
+                        seen[size_t(n)] = stamp;
+                        todo.push_back(n);
+                    }
+                }
+        }
+        for (const qsizetype i : todo)
+            settle(p, out, int(i % W), int(i / W), i, edges, changed[size_t(part)]);
         estimateEdges(p, out, edges, changed[size_t(part)]);
     });
     return joined(changed);

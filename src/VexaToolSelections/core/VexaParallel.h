@@ -35,6 +35,18 @@ void parallelParts(int count, Body&& body)
         t.join();
 }
 
+// Runs body(part) for every part in [0, parts), each on its own thread (part 0 on the caller's).
+template <class Body>
+void eachPart(int parts, Body&& body)
+{
+    std::vector<std::thread> threads;
+    for (int part = 1; part < parts; ++part)
+        threads.emplace_back([&body, part] { body(part); });
+    body(0);
+    for (std::thread& t : threads)
+        t.join();
+}
+
 // Runs body(first, last) over [0, count) split into contiguous ranges, one per core.
 template <class Body>
 void parallelRanges(int count, Body&& body)
