@@ -12,29 +12,6 @@ inline int parallelParts(int count)
     return std::max(1, std::min<int>(int(std::thread::hardware_concurrency()), count / 64));
 }
 
-// Runs body(part, first, last) over [0, count) split into parallelParts(count) contiguous
-// ranges, part 0 first. Work on separate ranges must be independent, so the result never
-// depends on the split.
-template <class Body>
-void parallelParts(int count, Body&& body)
-{
-    const int workers = parallelParts(count);
-    if (workers <= 1) {
-        body(0, 0, count);
-        return;
-    }
-    std::vector<std::thread> threads;
-    const int chunk = (count + workers - 1) / workers;
-    for (int w = 1; w < workers; ++w) {
-        const int first = w * chunk, last = std::min(count, first + chunk);
-        if (first < last)
-            threads.emplace_back([&body, w, first, last] { body(w, first, last); });
-    }
-    body(0, 0, std::min(count, chunk));
-    for (std::thread& t : threads)
-        t.join();
-}
-
 // Runs body(part) for every part in [0, parts), each on its own thread (part 0 on the caller's).
 template <class Body>
 void eachPart(int parts, Body&& body)
@@ -45,6 +22,21 @@ void eachPart(int parts, Body&& body)
     body(0);
     for (std::thread& t : threads)
         t.join();
+}
+
+// Runs body(part, first, last) over [0, count) split into parallelParts(count) contiguous
+// ranges, part 0 first. Work on separate ranges must be independent, so the result never
+// depends on the split.
+template <class Body>
+void parallelParts(int count, Body&& body)
+{
+    const int workers = parallelParts(count);
+    const int chunk = (count + workers - 1) / workers;
+    eachPart(workers, [&](int part) {
+        const int first = std::min(count, part * chunk), last = std::min(count, first + chunk);
+        if (part == 0 || first < last)
+            body(part, first, last);
+    });
 }
 
 // Runs body(first, last) over [0, count) split into contiguous ranges, one per core.
