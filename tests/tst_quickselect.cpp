@@ -10,6 +10,9 @@
 #include <QPainter>
 #include <QtTest>
 
+#include <map>
+#include <set>
+
 #include <future>
 #include <thread>
 
@@ -180,6 +183,7 @@ private slots:
     void markingRules();
     void resetMarksStopActing();
     void mattingCases();
+    void nearColoursIsTheFloatTest();
     void noBandOnlySoftensEdges();
     void emptyImage();
     void initReadsOtherFormats();
@@ -565,6 +569,34 @@ void TestQuickSelect::mattingCases()
     const int mixed = VexaQuickSelect::alphaFromSamples(grey, fgs, 2, &black, 1);
     QVERIFY(mixed > 0 && mixed <= 255);
     QCOMPARE(VexaQuickSelect::alphaFromSamples(grey, fgs, 2, nullptr, 0), 0); // no background sample
+}
+
+void TestQuickSelect::nearColoursIsTheFloatTest()
+{
+    // Every square the single-precision test can meet, per channel difference: a channel 3 or
+    // more apart fails on its own, and for the nearer ones every combination of the squares is
+    // tried against the whole-step predicate the shrinking uses.
+    std::map<int, std::set<float>> squares;
+    for (int a = 0; a < 256; ++a)
+        for (int b = 0; b < 256; ++b) {
+            const float d = float(a) / 255.0f - float(b) / 255.0f;
+            if (std::abs(a - b) <= 2)
+                squares[a - b].insert(d * d);
+            else
+                QVERIFY2(d * d >= 0.0001f, qPrintable(QStringLiteral("%1 against %2").arg(a).arg(b)));
+        }
+    for (int dr = -2; dr <= 2; ++dr)
+        for (int dg = -2; dg <= 2; ++dg)
+            for (int db = -2; db <= 2; ++db) {
+                const bool near = VexaQuickSelect::detail::nearColours(qRgb(100 + dr, 100 + dg, 100 + db), qRgb(100, 100, 100));
+                for (const float r : squares[dr])
+                    for (const float g : squares[dg])
+                        for (const float b : squares[db])
+                            if ((r + g + b < 0.0001f) != near)
+                                QFAIL(qPrintable(QStringLiteral("differences %1 %2 %3").arg(dr).arg(dg).arg(db)));
+            }
+    QVERIFY(VexaQuickSelect::detail::nearColours(qRgb(10, 11, 12), qRgb(12, 10, 11)));  // 4 + 1 + 1
+    QVERIFY(!VexaQuickSelect::detail::nearColours(qRgb(10, 10, 10), qRgb(12, 12, 10))); // 4 + 4
 }
 
 void TestQuickSelect::noBandOnlySoftensEdges()

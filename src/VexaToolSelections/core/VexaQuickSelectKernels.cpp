@@ -153,6 +153,51 @@ void nearestCentres(const int* cr, const int* cg, const int* cb, int K, const in
     }
 }
 
+// Nine candidates of a row are nine neighbouring words: they are tested VEXA_COLOUR_LANES at a
+// time, with the arithmetic of the one-by-one test lane by lane.
+
+inline bool anyColourLane(Ints m)
+{
+    typedef long long Quads __attribute__((vector_size(4 * VEXA_COLOUR_LANES)));
+    const Quads q = reinterpret_cast<Quads>(m);
+    long long any = 0;
+    for (int k = 0; k < VEXA_COLOUR_LANES / 2; ++k)
+        any |= q[k];
+    return any != 0;
+}
+
+int gridMatch(const GridPlanes& p, size_t at)
+{
+    constexpr int L = VEXA_COLOUR_LANES, chunks = (9 + L - 1) / L;
+    // All nine rows are tested without a branch (padding rows and columns are never known),
+    // then the first hit is looked for.
+    Ints inRow[chunks];
+    for (int k = 0; k < chunks; ++k)
+        for (int l = 0; l < L; ++l)
+            inRow[k][l] = k * L + l < 9 ? -1 : 0;
+    const QRgb c = p.words[at];
+    const int cr = qRed(c), cg = qGreen(c), cb = qBlue(c);
+    const QRgb* first = p.words.data() + at - 4 - 16 * size_t(p.stride);
+    Ints hits[9][chunks];
+    Ints any = Ints{};
+    for (int j = 0; j < 9; ++j)
+        for (int k = 0; k < chunks; ++k) {
+            Ints w;
+            __builtin_memcpy(&w, first + size_t(4 * j) * size_t(p.stride) + size_t(k * L), sizeof w);
+            const Ints dr = ((w >> 16) & 0xFF) - cr, dg = ((w >> 8) & 0xFF) - cg, db = (w & 0xFF) - cb;
+            hits[j][k] = inRow[k] & (((w >> 24) & 0xFF) != 0) & (dr * dr + dg * dg + db * db <= nearColourLimit);
+            any |= hits[j][k];
+        }
+    if (!anyColourLane(any))
+        return 0;
+    for (int j = 0; j < 9; ++j)
+        for (int k = 0; k < chunks; ++k)
+            for (int l = 0; l < L; ++l)
+                if (hits[j][k][l])
+                    return int(first[size_t(4 * j) * size_t(p.stride) + size_t(k * L + l)] >> 24);
+    return 0;
+}
+
 inline double intensity(QRgb c) { return 0.3 * qRed(c) + 0.59 * qGreen(c) + 0.11 * qBlue(c); }
 
 // The patch estimate of pixel (x, y): the 3 x 3 patch clipped to the image, the centre first
@@ -273,7 +318,7 @@ void patchEstimates(const QRgb* source, qsizetype stride, const float* in, int W
 
 } // namespace
 
-const Kernels VEXA_KERNEL_LEVEL = {VEXA_LANES, nearestSamples, nearestCentres, patchEstimates};
+const Kernels VEXA_KERNEL_LEVEL = {VEXA_LANES, nearestSamples, nearestCentres, gridMatch, patchEstimates};
 
 } // namespace detail
 } // namespace VexaQuickSelect

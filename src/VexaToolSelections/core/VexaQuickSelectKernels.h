@@ -7,6 +7,8 @@
 #include <QRgb>
 #include <QtGlobal>
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace VexaQuickSelect {
@@ -29,6 +31,62 @@ struct Samples {
     size_t size() const { return colour.size(); }
 };
 
+// An allocator whose resize leaves the new elements uninitialised, for buffers that are filled
+// on several threads right after (zero-filling first would be one more pass on one core).
+template <class T>
+struct FilledLater : std::allocator<T> {
+    template <class U>
+    struct rebind {
+        using other = FilledLater<U>;
+    };
+    FilledLater() = default;
+    template <class U>
+    FilledLater(const FilledLater<U>&) noexcept
+    {
+    }
+    template <class U>
+    void construct(U*) noexcept
+    {
+    }
+    template <class U, class... Args>
+    void construct(U* p, Args&&... args)
+    {
+        ::new (static_cast<void*>(p)) U(std::forward<Args>(args)...);
+    }
+};
+
+// The image and the trimap as the shrinking reads them, one word per pixel: the colour in the
+// low three bytes and the side in the top byte (0 unknown, and padding; 1 foreground;
+// 2 background). The pixels of one residue x mod 4 of a row are stored together (plane x mod 4,
+// row y, column 4 + x / 4), so the nine grid columns x - 16, x - 12, .., x + 16 of a row are
+// nine neighbouring words. Four padding words on either side of every row, 16 padding rows
+// above and below every plane, and `slack` words after the last are never known, so no
+// candidate needs a bounds test.
+struct GridPlanes {
+    static constexpr int slack = 16;
+    int W = 0, H = 0, stride = 0;
+    std::vector<QRgb, FilledLater<QRgb>> words;
+
+    size_t at(int x, int y) const
+    {
+        return (size_t(x & 3) * size_t(H + 32) + size_t(y + 16)) * size_t(stride) + 4 + size_t(x >> 2);
+    }
+    int side(size_t at) const { return int(words[at] >> 24); }
+    void setSide(size_t at, int side) { words[at] = (words[at] & 0xFFFFFFu) | (QRgb(side) << 24); }
+};
+
+// Whether two colours are within 0.01 of each other, the sum of the squared channel
+// differences taken over single-precision fractions c / 255 and compared with 0.0001. In whole
+// channel steps that is a sum of squares of at most 6: 6 / 255^2 and 7 / 255^2 lie 8 % below
+// and above 0.0001, far beyond what single-precision rounding moves, and a channel 3 or more
+// apart is too far alone (a test checks every case).
+constexpr int nearColourLimit = 6;
+inline bool nearColours(QRgb a, QRgb b)
+{
+    const int dr = qRed(a) - qRed(b), dg = qGreen(a) - qGreen(b), db = qBlue(a) - qBlue(b);
+    return dr * dr + dg * dg + db * db <= nearColourLimit;
+}
+
 // The eight nearest-sample slots of up to 16 pixels: squared pixel distance and sample index.
 struct LaneSlots {
     int distance[8][16]; // [slot][lane]
@@ -48,6 +106,10 @@ struct Kernels {
     // The border smoothing's patch estimates of the `count` pixels at[k] (indices y W + x),
     // over the working image (rows `stride` words apart) and the alpha `in` (W x H), into
     // result[k].
+    // The side (1 or 2) of the first known candidate around the pixel at `at`, rows y - 16 ..
+    // y + 16 and in a row columns x - 16 .. x + 16, in steps of 4, whose colour is near the
+    // pixel's (see nearColours); 0 if there is none.
+    int (*gridMatch)(const GridPlanes& p, size_t at);
     void (*patchEstimates)(const QRgb* source, qsizetype stride, const float* in, int W, int H, const qsizetype* at,
                            int count, float* result);
 };

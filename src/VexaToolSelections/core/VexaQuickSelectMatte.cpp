@@ -14,6 +14,7 @@
 #include <cmath>
 
 #include <climits>
+#include <cstring>
 
 namespace VexaQuickSelect {
 
@@ -184,30 +185,39 @@ std::vector<qsizetype> fillBackground(const Pixels& trimap)
     return unknown;
 }
 
-// The first known candidate on the grid of step 4 around (x, y) whose colour is within 0.01 of
-// C (squared, over single-precision fractions), or 0.
-inline QRgb gridMatch(const ConstPixels& source, const Pixels& trimap, int x, int y)
+// The image and the trimap in the layout the grid search reads (see GridPlanes), each core
+// writing whole plane rows, padding included.
+GridPlanes gridPlanes(const ConstPixels& source, const Pixels& trimap)
 {
-    const float* u = unitChannels();
-    const QRgb c = source.row(y)[x];
-    const float cr = u[qRed(c)], cg = u[qGreen(c)], cb = u[qBlue(c)];
-    for (int j = -4; j <= 4; ++j) {
-        const int yy = y + 4 * j;
-        if (yy < 0 || yy >= source.height)
-            continue;
-        const QRgb* arow = trimap.row(yy);
-        const QRgb* srow = source.row(yy);
-        for (int k = -4; k <= 4; ++k) {
-            const int xx = x + 4 * k;
-            if ((j == 0 && k == 0) || xx < 0 || xx >= source.width || arow[xx] == trimapUnknown)
-                continue;
-            const QRgb d = srow[xx];
-            const float dr = cr - u[qRed(d)], dg = cg - u[qGreen(d)], db = cb - u[qBlue(d)];
-            if (dr * dr + dg * dg + db * db < 0.0001f)
-                return arow[xx];
-        }
+    GridPlanes p;
+    p.W = source.width;
+    p.H = source.height;
+    p.stride = (p.W + 3) / 4 + 8;
+    const size_t plane = size_t(p.H + 32) * size_t(p.stride), body = 4 * plane;
+    p.words.resize(body + GridPlanes::slack);
+    std::fill(p.words.begin() + qsizetype(body), p.words.end(), 0u);
+    for (int r = 0; r < 4; ++r) {
+        QRgb* top = p.words.data() + size_t(r) * plane;
+        std::fill(top, top + 16 * p.stride, 0u);
+        std::fill(top + size_t(p.H + 16) * size_t(p.stride), top + plane, 0u);
     }
-    return 0u;
+    parallelRanges(p.H, [&](int top, int bottom) {
+        for (int y = top; y < bottom; ++y) {
+            const QRgb* s = source.row(y);
+            const QRgb* t = trimap.row(y);
+            for (int r = 0; r < 4; ++r) {
+                QRgb* out = p.words.data() + p.at(r, y) - 4;
+                std::fill(out, out + 4, 0u);
+                int q = 0;
+                for (int x = r; x < p.W; x += 4, ++q) {
+                    const QRgb side = t[x] == trimapForeground ? 1u : t[x] == trimapBackground ? 2u : 0u;
+                    out[4 + q] = (s[x] & 0xFFFFFFu) | side << 24;
+                }
+                std::fill(out + 4 + q, out + p.stride, 0u);
+            }
+        }
+    });
+    return p;
 }
 
 // Shrinking: an unknown pixel takes the label of the first known pixel of (nearly) its colour
@@ -219,44 +229,50 @@ inline QRgb gridMatch(const ConstPixels& source, const Pixels& trimap, int x, in
 bool shrinkUnknown(const ConstPixels& source, const Pixels& trimap, std::vector<qsizetype>& unknown,
                    const std::atomic<bool>& cancel)
 {
-    const int W = source.width, H = source.height;
-    // Per pixel, whether it is to be looked at (again); only unknown pixels ever are.
-    std::vector<unsigned char> dirty(size_t(W) * size_t(H), 0);
-    for (const qsizetype i : unknown)
-        dirty[size_t(i)] = 1;
+    const int W = source.width;
+    if (unknown.empty())
+        return true;
+    GridPlanes planes = gridPlanes(source, trimap);
+    const auto gridMatch = kernels().gridMatch;
+    // Per pixel, whether it is to be looked at (again); only unknown pixels ever are. Laid out
+    // as the planes are, so the nine grid columns of a row are nine neighbouring bytes.
+    std::vector<unsigned char> dirty(planes.words.size(), 0);
+    std::vector<size_t> where(unknown.size());
+    for (size_t n = 0; n < unknown.size(); ++n) {
+        where[n] = planes.at(int(unknown[n] % W), int(unknown[n] / W));
+        dirty[where[n]] = 1;
+    }
     for (bool changed = true; changed;) {
         changed = false;
-        for (const qsizetype i : unknown) {
-            if (!dirty[size_t(i)])
+        for (size_t n = 0; n < unknown.size(); ++n) {
+            const size_t at = where[n];
+            if (!dirty[at])
                 continue;
-            dirty[size_t(i)] = 0;
-            const int x = int(i % W), y = int(i / W);
-            if (trimap.row(y)[x] != trimapUnknown)
+            dirty[at] = 0;
+            if (planes.side(at))
                 continue;
-            const QRgb label = gridMatch(source, trimap, x, y);
-            if (!label)
+            const int side = gridMatch(planes, at);
+            if (!side)
                 continue;
-            trimap.row(y)[x] = label;
+            planes.setSide(at, side);
             changed = true;
             // The grid is symmetric: the pixels that have this one as a candidate are its own
-            // candidates.
-            for (int j = -4; j <= 4; ++j) {
-                const int yy = y + 4 * j;
-                if (yy < 0 || yy >= H)
-                    continue;
-                unsigned char* row = dirty.data() + size_t(yy) * size_t(W);
-                for (int k = -4; k <= 4; ++k) {
-                    const int xx = x + 4 * k;
-                    if (xx >= 0 && xx < W)
-                        row[xx] = 1;
-                }
-            }
+            // candidates. Marking the padding is harmless: it is never visited.
+            for (int j = -4; j <= 4; ++j)
+                std::memset(dirty.data() + at - 4 + ptrdiff_t(4 * j) * planes.stride, 1, 9);
         }
         if (cancel)
             return false;
     }
-    unknown.erase(std::remove_if(unknown.begin(), unknown.end(), [&](qsizetype i) { return trimap.at(i) != trimapUnknown; }),
-                  unknown.end());
+    std::vector<qsizetype> left;
+    for (size_t n = 0; n < unknown.size(); ++n) {
+        const int side = planes.side(where[n]);
+        if (side)
+            trimap.at(unknown[n]) = side == 1 ? trimapForeground : trimapBackground;
+        else
+            left.push_back(unknown[n]);
+    }
+    unknown.swap(left);
     return true;
 }
 
