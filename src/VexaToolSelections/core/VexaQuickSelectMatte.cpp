@@ -119,70 +119,97 @@ int estimateAlpha(QRgb c, const Slot* fg, int nf, Slot* bg, int nb)
 
 // ---- trimap ---------------------------------------------------------------------------------
 
-// Foreground marks seed the foreground (and the flood queue), the green band is unknown, blue
-// marks are background; everything else is not yet assigned.
+// Per-row work split over the cores: each part fills its own T from its rows, and the parts
+// are returned in row order.
+template <class T, class Body>
+std::vector<T> rowParts(int H, Body&& body)
+{
+    std::vector<T> parts(size_t(parallelParts(H)));
+    parallelParts(H, [&](int part, int top, int bottom) { body(parts[size_t(part)], top, bottom); });
+    return parts;
+}
+
+template <class T>
+std::vector<T> joined(std::vector<std::vector<T>>& parts)
+{
+    std::vector<T> all = std::move(parts[0]);
+    for (size_t k = 1; k < parts.size(); ++k)
+        all.insert(all.end(), parts[k].begin(), parts[k].end());
+    return all;
+}
+
+// Foreground marks seed the foreground (and the flood), the green band is unknown, blue marks
+// are background; everything else is not yet assigned.
 std::vector<QPoint> seedTrimap(const ConstPixels& marks, const Pixels& trimap)
 {
-    std::vector<QPoint> queue;
-    for (int y = 0; y < trimap.height; ++y) {
-        const QRgb* m = marks.row(y);
-        QRgb* a = trimap.row(y);
-        for (int x = 0; x < trimap.width; ++x) {
-            if (redByte(m[x])) {
-                a[x] = trimapForeground;
-                queue.emplace_back(x, y);
-            } else if (greenByte(m[x])) {
-                a[x] = trimapUnknown;
-            } else if (blueByte(m[x])) {
-                a[x] = trimapBackground;
-            } else {
-                a[x] = 0u;
+    auto parts = rowParts<std::vector<QPoint>>(trimap.height, [&](std::vector<QPoint>& seeds, int top, int bottom) {
+        for (int y = top; y < bottom; ++y) {
+            const QRgb* m = marks.row(y);
+            QRgb* a = trimap.row(y);
+            for (int x = 0; x < trimap.width; ++x) {
+                if (redByte(m[x])) {
+                    a[x] = trimapForeground;
+                    seeds.emplace_back(x, y);
+                } else if (greenByte(m[x])) {
+                    a[x] = trimapUnknown;
+                } else if (blueByte(m[x])) {
+                    a[x] = trimapBackground;
+                } else {
+                    a[x] = 0u;
+                }
             }
         }
-    }
-    return queue;
+    });
+    return joined(parts);
 }
 
 // The foreground spreads to every unassigned pixel it reaches without crossing the band or a
-// background mark.
-void floodForeground(std::vector<QPoint>& queue, const Pixels& trimap)
+// background mark. What is reached does not depend on the order, so the spread goes by runs
+// along rows: a run is filled out from a foreground pixel, and the first pixel of every
+// unassigned run touching it above and below is taken and followed in turn.
+void floodForeground(std::vector<QPoint>& stack, const Pixels& trimap)
 {
     const int W = trimap.width, H = trimap.height;
-    // First in, first out: the queue is walked from its head while it grows at its end.
-    for (size_t head = 0; head < queue.size(); ++head) {
-        const int x = queue[head].x(), y = queue[head].y();
-        auto grow = [&](int nx, int ny) {
-            QRgb& w = trimap.row(ny)[nx];
-            if (w == 0u) {
-                w = trimapForeground;
-                queue.emplace_back(nx, ny);
+    while (!stack.empty()) {
+        const QPoint p = stack.back();
+        stack.pop_back();
+        QRgb* row = trimap.row(p.y());
+        int left = p.x(), right = p.x();
+        while (left > 0 && row[left - 1] == 0u)
+            row[--left] = trimapForeground;
+        while (right < W - 1 && row[right + 1] == 0u)
+            row[++right] = trimapForeground;
+        for (const int y : {p.y() - 1, p.y() + 1}) {
+            if (y < 0 || y >= H)
+                continue;
+            QRgb* next = trimap.row(y);
+            for (int x = left; x <= right; ++x) {
+                if (next[x] != 0u)
+                    continue;
+                next[x] = trimapForeground;
+                stack.emplace_back(x, y);
+                while (x < right && next[x + 1] == 0u)
+                    ++x; // the rest of this run is filled from the pixel just taken
             }
-        };
-        if (x > 0)
-            grow(x - 1, y);
-        if (x < W - 1)
-            grow(x + 1, y);
-        if (y > 0)
-            grow(x, y - 1);
-        if (y < H - 1)
-            grow(x, y + 1);
+        }
     }
 }
 
 // What the foreground did not reach is background. Returns the unknown pixels in row order.
 std::vector<qsizetype> fillBackground(const Pixels& trimap)
 {
-    std::vector<qsizetype> unknown;
-    for (int y = 0; y < trimap.height; ++y) {
-        QRgb* a = trimap.row(y);
-        for (int x = 0; x < trimap.width; ++x) {
-            if (a[x] == 0u)
-                a[x] = trimapBackground;
-            else if (a[x] == trimapUnknown)
-                unknown.push_back(qsizetype(y) * trimap.width + x);
+    auto parts = rowParts<std::vector<qsizetype>>(trimap.height, [&](std::vector<qsizetype>& unknown, int top, int bottom) {
+        for (int y = top; y < bottom; ++y) {
+            QRgb* a = trimap.row(y);
+            for (int x = 0; x < trimap.width; ++x) {
+                if (a[x] == 0u)
+                    a[x] = trimapBackground;
+                else if (a[x] == trimapUnknown)
+                    unknown.push_back(qsizetype(y) * trimap.width + x);
+            }
         }
-    }
-    return unknown;
+    });
+    return joined(parts);
 }
 
 // The image and the trimap in the layout the grid search reads (see GridPlanes), each core
@@ -280,24 +307,35 @@ bool shrinkUnknown(const ConstPixels& source, const Pixels& trimap, std::vector<
 void collectSamples(const ConstPixels& source, const Pixels& trimap, Samples& fg, Samples& bg)
 {
     const int W = source.width, H = source.height;
-    for (int y = 0; y < H; ++y) {
-        const QRgb* a = trimap.row(y);
-        const QRgb* up = y > 0 ? trimap.row(y - 1) : nullptr;
-        const QRgb* down = y < H - 1 ? trimap.row(y + 1) : nullptr;
-        const QRgb* s = source.row(y);
-        for (int x = 0; x < W; ++x) {
-            if (a[x] != trimapForeground && a[x] != trimapBackground)
-                continue;
-            const bool touches = (x > 0 && a[x - 1] == trimapUnknown) || (x < W - 1 && a[x + 1] == trimapUnknown)
-                || (up && up[x] == trimapUnknown) || (down && down[x] == trimapUnknown);
-            if (!touches)
-                continue;
-            Samples& side = a[x] == trimapBackground ? bg : fg;
-            side.colour.push_back(s[x]);
-            side.x.push_back(x);
-            side.y.push_back(y);
+    struct Found {
+        Samples fg, bg;
+    };
+    std::vector<Found> parts = rowParts<Found>(H, [&](Found& found, int top, int bottom) {
+        for (int y = top; y < bottom; ++y) {
+            const QRgb* a = trimap.row(y);
+            const QRgb* up = y > 0 ? trimap.row(y - 1) : nullptr;
+            const QRgb* down = y < H - 1 ? trimap.row(y + 1) : nullptr;
+            const QRgb* s = source.row(y);
+            for (int x = 0; x < W; ++x) {
+                if (a[x] != trimapForeground && a[x] != trimapBackground)
+                    continue;
+                const bool touches = (x > 0 && a[x - 1] == trimapUnknown) || (x < W - 1 && a[x + 1] == trimapUnknown)
+                    || (up && up[x] == trimapUnknown) || (down && down[x] == trimapUnknown);
+                if (!touches)
+                    continue;
+                Samples& side = a[x] == trimapBackground ? found.bg : found.fg;
+                side.colour.push_back(s[x]);
+                side.x.push_back(x);
+                side.y.push_back(y);
+            }
         }
-    }
+    });
+    for (Found& part : parts)
+        for (auto [to, from] : {std::pair<Samples*, Samples*>{&fg, &part.fg}, {&bg, &part.bg}}) {
+            to->colour.insert(to->colour.end(), from->colour.begin(), from->colour.end());
+            to->x.insert(to->x.end(), from->x.begin(), from->x.end());
+            to->y.insert(to->y.end(), from->y.begin(), from->y.end());
+        }
     fg.index(H);
     bg.index(H);
 }
@@ -429,11 +467,11 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
     const ConstPixels source = pixels(src), marks = pixels(seg.markImage);
     const Pixels alpha = writablePixels(seg.alphaImage), result = writablePixels(seg.resultImage);
 
-    std::vector<QPoint> queue = seedTrimap(marks, alpha);
+    std::vector<QPoint> seeds = seedTrimap(marks, alpha);
     report.progress(text, 10);
     if (cancel)
         return;
-    floodForeground(queue, alpha);
+    floodForeground(seeds, alpha);
     report.progress(text, 20);
     std::vector<qsizetype> unknown = fillBackground(alpha);
     report.progress(text, 30);
