@@ -2,8 +2,34 @@
 
 #include <algorithm>
 #include <atomic>
+#include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
+
+// An allocator whose resize leaves the new elements uninitialised, for buffers that are filled
+// on several threads right after (zero-filling first would be one more pass on one core).
+template <class T>
+struct FilledLater : std::allocator<T> {
+    template <class U>
+    struct rebind {
+        using other = FilledLater<U>;
+    };
+    FilledLater() = default;
+    template <class U>
+    FilledLater(const FilledLater<U>&) noexcept
+    {
+    }
+    template <class U>
+    void construct(U*) noexcept
+    {
+    }
+    template <class U, class... Args>
+    void construct(U* p, Args&&... args)
+    {
+        ::new (static_cast<void*>(p)) U(std::forward<Args>(args)...);
+    }
+};
 
 // How many contiguous ranges parallelRanges splits `count` items into: one per core, each of
 // at least 64 items.

@@ -7,8 +7,8 @@
 #include <QRgb>
 #include <QtGlobal>
 
-#include <memory>
-#include <utility>
+#include "VexaParallel.h"
+
 #include <vector>
 
 namespace VexaQuickSelect {
@@ -29,30 +29,6 @@ struct Samples {
             rowStart[size_t(r) + 1] += rowStart[size_t(r)];
     }
     size_t size() const { return colour.size(); }
-};
-
-// An allocator whose resize leaves the new elements uninitialised, for buffers that are filled
-// on several threads right after (zero-filling first would be one more pass on one core).
-template <class T>
-struct FilledLater : std::allocator<T> {
-    template <class U>
-    struct rebind {
-        using other = FilledLater<U>;
-    };
-    FilledLater() = default;
-    template <class U>
-    FilledLater(const FilledLater<U>&) noexcept
-    {
-    }
-    template <class U>
-    void construct(U*) noexcept
-    {
-    }
-    template <class U, class... Args>
-    void construct(U* p, Args&&... args)
-    {
-        ::new (static_cast<void*>(p)) U(std::forward<Args>(args)...);
-    }
 };
 
 // The image and the trimap as the shrinking reads them, one word per pixel: the colour in the

@@ -45,7 +45,8 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
     int regions = 0;
     // A first-in first-out queue over one buffer: each pixel enters it at most once per
     // descent and once per flood, so a run never needs more than twice the pixel count.
-    std::vector<int> queue(2 * size_t(W) * size_t(H) + 1);
+    // Left uninitialised: only the pages a run reaches are ever touched.
+    std::vector<int, FilledLater<int>> queue(2 * size_t(W) * size_t(H) + 1);
     const int total = W * H;
     for (int p = 0; p < total; ++p) {
         if (p % W == 0) {
@@ -82,27 +83,34 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
             queue[tail++] = cur;
             break;
         }
-        // Flood: climb along non-decreasing gradients through unlabelled pixels.
+        // Flood: climb along non-decreasing gradients through unlabelled pixels. The tests go
+        // without branches (an outcome per neighbour is a coin toss the processor would often
+        // guess wrong): a neighbour's label is written back as it is when not taken, and the
+        // queue's next slot is written and kept only when taken. Rows above the scan are final
+        // and being read meanwhile, so above the scan's row a label is written only when taken.
+        const int scanRowEnd = p - p % W + W;
+        int* const label = labels.data();
+        const int* const grad = g.data();
+        int* const fifo = queue.data();
         while (head < tail) {
-            const int cur = queue[head++];
-            const int x = cur % W, y = cur / W;
-            const int label = labels[size_t(cur)];
-            const int gc = g[size_t(cur)];
-            // Only unlabelled pixels are written: rows above the scan are being read meanwhile.
-            auto visit = [&](int n) {
-                if (labels[size_t(n)] < 0 && g[size_t(n)] >= gc) {
-                    labels[size_t(n)] = label;
-                    queue[tail++] = n;
-                }
+            const int cur = fifo[head++];
+            const int x = cur % W;
+            const int own = label[cur], gc = grad[cur];
+            auto take = [&](int n, bool inside) {
+                const bool taken = inside & (label[n] < 0) & (grad[n] >= gc);
+                label[n] = taken ? own : label[n];
+                fifo[tail] = n;
+                tail += taken;
             };
-            if (x > 0)
-                visit(cur - 1);
-            if (x < W - 1)
-                visit(cur + 1);
-            if (y > 0)
-                visit(cur - W);
-            if (y < H - 1)
-                visit(cur + W);
+            take(x > 0 ? cur - 1 : cur, x > 0);
+            take(x < W - 1 ? cur + 1 : cur, x < W - 1);
+            if (cur >= scanRowEnd) {
+                take(cur - W, true);
+            } else if (cur >= W && label[cur - W] < 0 && grad[cur - W] >= gc) {
+                label[cur - W] = own;
+                fifo[tail++] = cur - W;
+            }
+            take(cur < total - W ? cur + W : cur, cur < total - W);
         }
     }
     if (rowsFinal && !cancel.load(std::memory_order_relaxed))
