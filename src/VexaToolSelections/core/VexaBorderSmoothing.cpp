@@ -63,16 +63,36 @@ std::vector<qsizetype> joined(Changes& parts)
     return all;
 }
 
-// The first pass writes every pixel (the other buffer holds nothing yet).
+// The first pass writes every pixel (the other buffer holds nothing yet). Most pixels are
+// neither marked nor on an edge and keep their value: a row is copied whole, and only the
+// pixels that a mark or a differing neighbour singles out are settled one by one. The image's
+// outer pixels are always settled, so the one-by-one test keeps its bounds.
 std::vector<qsizetype> fullPass(const PassInput& p, float* out, const std::atomic<bool>& cancel)
 {
-    const int W = p.source.width;
-    Changes changed(size_t(parallelParts(p.source.height)));
-    parallelParts(p.source.height, [&](int part, int first, int last) {
+    const int W = p.source.width, H = p.source.height;
+    Changes changed(size_t(parallelParts(H)));
+    parallelParts(H, [&](int part, int first, int last) {
         std::vector<qsizetype> edges;
-        for (int y = first; y < last && !cancel.load(std::memory_order_relaxed); ++y)
+        std::vector<unsigned char> single(static_cast<size_t>(W));
+        for (int y = first; y < last && !cancel.load(std::memory_order_relaxed); ++y) {
+            const qsizetype row = qsizetype(y) * W;
+            const float* in = p.in + row;
+            std::copy(in, in + W, out + row);
+            if (y == 0 || y == H - 1 || W < 3) {
+                for (int x = 0; x < W; ++x)
+                    settle(p, out, x, y, row + x, edges, changed[size_t(part)]);
+                continue;
+            }
+            const float *up = in - W, *down = in + W;
+            const QRgb* m = p.marks.row(y);
+            for (int x = 1; x < W - 1; ++x)
+                single[size_t(x)] = ((m[x] & 0x00FF00FFu) != 0) | (in[x] != in[x - 1]) | (in[x] != in[x + 1])
+                    | (in[x] != up[x]) | (in[x] != down[x]);
+            single[0] = single[size_t(W) - 1] = 1;
             for (int x = 0; x < W; ++x)
-                settle(p, out, x, y, qsizetype(y) * W + x, edges, changed[size_t(part)]);
+                if (single[size_t(x)])
+                    settle(p, out, x, y, row + x, edges, changed[size_t(part)]);
+        }
         estimateEdges(p, out, edges, changed[size_t(part)]);
     });
     return joined(changed);
@@ -129,10 +149,10 @@ std::vector<qsizetype> sparsePass(const PassInput& p, float* out, const std::vec
 
 } // namespace
 
-bool smoothBorder(std::vector<float>& a, const QImage& source, const QImage& marks, int passes,
+bool smoothBorder(AlphaBuffer& a, const QImage& source, const QImage& marks, int passes,
                   const std::atomic<bool>& cancel)
 {
-    std::vector<float> b(a.size(), 0.0f);
+    AlphaBuffer b(a.size()); // the first pass writes all of it
     std::vector<unsigned char> seen;
     std::vector<qsizetype> changed;
     for (int pass = 0; pass < passes; ++pass) {

@@ -303,7 +303,7 @@ void hardWeights(VexaSegmentation& seg, const std::vector<uint32_t>& flags)
 // The cut as a hard matte, straight into the float alpha: 1 for the source side, 0 for the
 // sink. (The alpha image is written once, after smoothing; nothing reads it in between.) The
 // side of each region is asked of the graph once, not once per pixel.
-void hardMatte(const VexaSegmentation& seg, std::vector<float>& A, int W, int H)
+void hardMatte(const VexaSegmentation& seg, AlphaBuffer& A, int W, int H)
 {
     const FlowGraph& graph = *seg.graph;
     std::vector<float> side(seg.regionColors.size());
@@ -320,7 +320,7 @@ void hardMatte(const VexaSegmentation& seg, std::vector<float>& A, int W, int H)
 // The smoothed matte into the result and alpha images, and the new boundary band: every pixel
 // on an edge of the matte; green marks away from it are erased.
 void writeBack(const ConstPixels& source, const Pixels& result, const Pixels& alpha, const Pixels& marks,
-               const std::vector<float>& A)
+               const AlphaBuffer& A)
 {
     const int W = source.width, H = source.height;
     parallelRanges(H, [&](int first, int last) {
@@ -421,7 +421,7 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     const ConstPixels source = pixels(seg.sourceImage);
     const Pixels result = writablePixels(seg.resultImage), alpha = writablePixels(seg.alphaImage),
                  marks = writablePixels(seg.markImage);
-    std::vector<float> A(size_t(source.width) * size_t(source.height));
+    AlphaBuffer A(size_t(source.width) * size_t(source.height));
     hardMatte(seg, A, source.width, source.height);
     report.progress(text, 80);
     report.progress(text, 90);

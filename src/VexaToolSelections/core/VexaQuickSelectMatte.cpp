@@ -399,10 +399,10 @@ void previewResult(const ConstPixels& source, const Pixels& alpha, const Pixels&
     });
 }
 
-std::vector<float> floatAlpha(const Pixels& alpha)
+AlphaBuffer floatAlpha(const Pixels& alpha)
 {
     const int W = alpha.width;
-    std::vector<float> A(size_t(W) * size_t(alpha.height));
+    AlphaBuffer A(size_t(W) * size_t(alpha.height));
     parallelRanges(alpha.height, [&](int first, int last) {
         for (int y = first; y < last; ++y) {
             const QRgb* a = alpha.row(y);
@@ -414,7 +414,7 @@ std::vector<float> floatAlpha(const Pixels& alpha)
     return A;
 }
 
-void writeBack(const ConstPixels& source, const Pixels& alpha, const Pixels& result, const std::vector<float>& A)
+void writeBack(const ConstPixels& source, const Pixels& alpha, const Pixels& result, const AlphaBuffer& A)
 {
     const int W = source.width;
     parallelRanges(source.height, [&](int first, int last) {
@@ -493,7 +493,7 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
     previewResult(source, alpha, result);
     report.progress(text, 70);
 
-    std::vector<float> A = floatAlpha(alpha);
+    AlphaBuffer A = floatAlpha(alpha);
     if (!smoothBorder(A, src, seg.markImage, 8, cancel))
         return;
     report.progress(text, 80);

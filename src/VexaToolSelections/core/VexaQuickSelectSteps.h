@@ -7,6 +7,8 @@
 #include <atomic>
 #include <vector>
 
+#include "VexaParallel.h"
+
 struct VexaSegmentation;
 class QImage;
 
@@ -55,10 +57,14 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
 // (at most 8 each, in slot order): the mean over the three best-fitting sample pairs.
 int alphaFromSamples(QRgb colour, const QRgb* foreground, int nf, const QRgb* background, int nb);
 
+// A float per pixel, W x H in row order, left unset when allocated: every user writes all of it
+// first, on both cores.
+using AlphaBuffer = std::vector<float, FilledLater<float>>;
+
 // `passes` passes of re-estimating every pixel on an edge of the alpha `a` (W x H, row order)
 // from its 3 x 3 patch of `source`, weighted by the patch's intensities; pixels with a
 // foreground or background mark keep 1 or 0. The result is in `a`.
-bool smoothBorder(std::vector<float>& a, const QImage& source, const QImage& marks, int passes,
+bool smoothBorder(AlphaBuffer& a, const QImage& source, const QImage& marks, int passes,
                   const std::atomic<bool>& cancel);
 
 } // namespace VexaQuickSelect
