@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <vector>
 
 namespace VexaQuickSelect {
 namespace detail {
@@ -122,32 +123,48 @@ typedef int Ints __attribute__((vector_size(4 * VEXA_COLOUR_LANES)));
 void nearestCentres(const int* cr, const int* cg, const int* cb, int K, const int* r, const int* g, const int* b,
                     int n, int* index, int* best)
 {
+    // The centres as floats once, not once per block.
+    std::vector<float> centres(3 * size_t(K));
+    for (int k = 0; k < K; ++k) {
+        centres[3 * size_t(k)] = float(cr[k]);
+        centres[3 * size_t(k) + 1] = float(cg[k]);
+        centres[3 * size_t(k) + 2] = float(cb[k]);
+    }
+    const float* c = centres.data();
     for (int first = 0; first < n; first += VEXA_COLOUR_LANES) {
         // A short last block repeats its last colour.
         const int count = std::min(VEXA_COLOUR_LANES, n - first);
         Ints R, G, B;
         for (int l = 0; l < VEXA_COLOUR_LANES; ++l) {
-            const int c = first + std::min(l, count - 1);
-            R[l] = r[c];
-            G[l] = g[c];
-            B[l] = b[c];
+            const int i = first + std::min(l, count - 1);
+            R[l] = r[i];
+            G[l] = g[i];
+            B[l] = b[i];
         }
         const Floats fr = __builtin_convertvector(R, Floats), fg = __builtin_convertvector(G, Floats),
                      fb = __builtin_convertvector(B, Floats);
-        Floats least[2] = {Floats{} + 1e30f, Floats{} + 1e30f};
-        Ints at[2] = {Ints{}, Ints{}};
-        for (int k = 0; k < K; ++k) {
-            const Floats dr = fr - float(cr[k]), dg = fg - float(cg[k]), db = fb - float(cb[k]);
+        // The two runs in named variables: indexed by k & 1 they would live in memory.
+        Floats least0 = Floats{} + 1e30f, least1 = least0;
+        Ints at0 = Ints{}, at1 = Ints{};
+        auto visit = [&](int k, Floats& least, Ints& at) {
+            const Floats dr = fr - c[3 * k], dg = fg - c[3 * k + 1], db = fb - c[3 * k + 2];
             const Floats d = dr * dr + dg * dg + db * db;
-            const Ints nearer = d < least[k & 1];
-            least[k & 1] = nearer ? d : least[k & 1];
-            at[k & 1] = nearer ? Ints{} + k : at[k & 1];
+            const Ints nearer = d < least;
+            least = nearer ? d : least;
+            at = nearer ? Ints{} + k : at;
+        };
+        int k = 0;
+        for (; k + 1 < K; k += 2) {
+            visit(k, least0, at0);
+            visit(k + 1, least1, at1);
         }
-        const Ints odd = (least[1] < least[0]) | ((least[1] == least[0]) & (at[1] < at[0]));
-        const Floats d = odd ? least[1] : least[0];
-        const Ints k = odd ? at[1] : at[0];
+        if (k < K)
+            visit(k, least0, at0);
+        const Ints odd = (least1 < least0) | ((least1 == least0) & (at1 < at0));
+        const Floats d = odd ? least1 : least0;
+        const Ints nearest = odd ? at1 : at0;
         for (int l = 0; l < count; ++l) {
-            index[first + l] = k[l];
+            index[first + l] = nearest[l];
             best[first + l] = int(d[l]);
         }
     }
