@@ -149,10 +149,10 @@ std::vector<qsizetype> sparsePass(const PassInput& p, float* out, const std::vec
 
 } // namespace
 
-bool smoothBorder(AlphaBuffer& a, const QImage& source, const QImage& marks, int passes,
+bool smoothBorder(AlphaBuffer& a, AlphaBuffer& b, const QImage& source, const QImage& marks, int passes,
                   const std::atomic<bool>& cancel)
 {
-    AlphaBuffer b(a.size()); // the first pass writes all of it
+    b.resize(a.size()); // the first pass writes all of it
     std::vector<unsigned char> seen;
     std::vector<qsizetype> changed;
     for (int pass = 0; pass < passes; ++pass) {

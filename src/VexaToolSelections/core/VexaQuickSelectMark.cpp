@@ -29,28 +29,36 @@ using FlowGraph = VexaSegmentation::FlowGraph;
 // ---- marks ----------------------------------------------------------------------------------
 
 // Per region, the OR of 0xFFFF0000 (red byte), 0xFF00FF00 (green) and 0xFF0000FF (blue) over
-// the marks on its pixels.
+// the marks on its pixels. Each core ORs its rows into its own flags; ORs join in any order.
 bool regionMarkFlags(const VexaSegmentation& seg, std::vector<uint32_t>& flags, const std::atomic<bool>& cancel)
 {
     const ConstPixels marks = pixels(seg.markImage);
     const int W = marks.width, H = marks.height;
-    for (int y = 0; y < H; ++y) {
-        if (cancel)
-            return false;
-        const QRgb* m = marks.row(y);
-        const int* labels = seg.regionMap.data() + qsizetype(y) * W;
-        for (int x = 0; x < W; ++x) {
-            if (!m[x])
-                continue;
-            uint32_t& f = flags[size_t(labels[x])];
-            if (redByte(m[x]))
-                f |= 0xFFFF0000u;
-            if (greenByte(m[x]))
-                f |= 0xFF00FF00u;
-            if (blueByte(m[x]))
-                f |= 0xFF0000FFu;
+    std::vector<std::vector<uint32_t>> parts(size_t(parallelParts(H)));
+    parallelParts(H, [&](int part, int first, int last) {
+        std::vector<uint32_t>& own = part == 0 ? flags : parts[size_t(part)];
+        own.resize(flags.size(), 0);
+        for (int y = first; y < last && !cancel.load(std::memory_order_relaxed); ++y) {
+            const QRgb* m = marks.row(y);
+            const int* labels = seg.regionMap.data() + qsizetype(y) * W;
+            for (int x = 0; x < W; ++x) {
+                if (!m[x])
+                    continue;
+                uint32_t& f = own[size_t(labels[x])];
+                if (redByte(m[x]))
+                    f |= 0xFFFF0000u;
+                if (greenByte(m[x]))
+                    f |= 0xFF00FF00u;
+                if (blueByte(m[x]))
+                    f |= 0xFF0000FFu;
+            }
         }
-    }
+    });
+    if (cancel)
+        return false;
+    for (size_t part = 1; part < parts.size(); ++part)
+        for (size_t r = 0; r < flags.size(); ++r)
+            flags[r] |= parts[part][r];
     return true;
 }
 
@@ -413,7 +421,17 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     if (cancel)
         return;
 
+    // The cut runs on one core; meanwhile the other faults in the two alpha buffers that the
+    // matte and its smoothing write next.
+    const size_t pixelCount = size_t(seg.sourceImage.width()) * size_t(seg.sourceImage.height());
+    AlphaBuffer A(pixelCount), B(pixelCount);
+    std::thread fault([&A, &B] {
+        for (AlphaBuffer* buffer : {&A, &B})
+            for (size_t i = 0; i < buffer->size(); i += 1024)
+                (*buffer)[i] = 0.0f;
+    });
     seg.graph->maxflow(false, nullptr);
+    fault.join();
     if (cancel)
         return;
 
@@ -421,12 +439,11 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     const ConstPixels source = pixels(seg.sourceImage);
     const Pixels result = writablePixels(seg.resultImage), alpha = writablePixels(seg.alphaImage),
                  marks = writablePixels(seg.markImage);
-    AlphaBuffer A(size_t(source.width) * size_t(source.height));
     hardMatte(seg, A, source.width, source.height);
     report.progress(text, 80);
     report.progress(text, 90);
 
-    if (!smoothBorder(A, seg.sourceImage, seg.markImage, 4, cancel))
+    if (!smoothBorder(A, B, seg.sourceImage, seg.markImage, 4, cancel))
         return;
     report.progress(text, 100);
 

@@ -493,8 +493,8 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
     previewResult(source, alpha, result);
     report.progress(text, 70);
 
-    AlphaBuffer A = floatAlpha(alpha);
-    if (!smoothBorder(A, src, seg.markImage, 8, cancel))
+    AlphaBuffer A = floatAlpha(alpha), scratch;
+    if (!smoothBorder(A, scratch, src, seg.markImage, 8, cancel))
         return;
     report.progress(text, 80);
 

@@ -63,8 +63,9 @@ using AlphaBuffer = std::vector<float, FilledLater<float>>;
 
 // `passes` passes of re-estimating every pixel on an edge of the alpha `a` (W x H, row order)
 // from its 3 x 3 patch of `source`, weighted by the patch's intensities; pixels with a
-// foreground or background mark keep 1 or 0. The result is in `a`.
-bool smoothBorder(AlphaBuffer& a, const QImage& source, const QImage& marks, int passes,
+// foreground or background mark keep 1 or 0. The result is in `a`; `scratch` is the other
+// buffer of the passes, any contents, brought to the size of `a`.
+bool smoothBorder(AlphaBuffer& a, AlphaBuffer& scratch, const QImage& source, const QImage& marks, int passes,
                   const std::atomic<bool>& cancel);
 
 } // namespace VexaQuickSelect
