@@ -165,16 +165,25 @@ std::vector<int> linkWeights(const std::vector<QColor>& colours, const std::vect
 }
 
 // One edge per link, in region order and list order: the capacity is the border length times
-// the weight, the same both ways.
+// the weight, the same both ways. A region's list holds its links in the order they were made,
+// so that order is the links stably sorted by their smaller region; sorting them by counting
+// first lets the loop read links independently of each other instead of walking the chains
+// one dependent load after another.
 void addEdges(VexaSegmentation::FlowGraph& graph, const RegionScan& scan, const std::vector<int>& weights)
 {
-    for (int i = 0; i < int(scan.firstLink.size()); ++i) {
-        for (int k = scan.firstLink[size_t(i)]; k >= 0; k = scan.links[size_t(k)].next) {
-            const RegionScan::Link& l = scan.links[size_t(k)];
-            // A border long enough to overflow an int cannot occur on a working image; saturate anyway.
-            const int c = int(std::min<long long>(INT_MAX, (long long)l.count * weights[size_t(k)]));
-            graph.add_edge(i, l.hi, c, c);
-        }
+    const size_t regions = scan.firstLink.size(), count = scan.links.size();
+    std::vector<int> start(regions + 1, 0), order(count);
+    for (const RegionScan::Link& l : scan.links)
+        ++start[size_t(l.lo) + 1];
+    for (size_t r = 0; r < regions; ++r)
+        start[r + 1] += start[r];
+    for (size_t k = 0; k < count; ++k)
+        order[size_t(start[size_t(scan.links[k].lo)]++)] = int(k);
+    for (const int k : order) {
+        const RegionScan::Link& l = scan.links[size_t(k)];
+        // A border long enough to overflow an int cannot occur on a working image; saturate anyway.
+        const int c = int(std::min<long long>(INT_MAX, (long long)l.count * weights[size_t(k)]));
+        graph.add_edge(l.lo, l.hi, c, c);
     }
 }
 
