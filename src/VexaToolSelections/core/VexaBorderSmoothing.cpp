@@ -55,14 +55,6 @@ void estimateEdges(const PassInput& p, float* out, const std::vector<qsizetype>&
 // Pixels whose value a pass changed, gathered per core and joined in order.
 using Changes = std::vector<std::vector<qsizetype>>;
 
-std::vector<qsizetype> joined(Changes& parts)
-{
-    std::vector<qsizetype> all;
-    for (std::vector<qsizetype>& part : parts)
-        all.insert(all.end(), part.begin(), part.end());
-    return all;
-}
-
 // The first pass writes every pixel (the other buffer holds nothing yet). Most pixels are
 // neither marked nor on an edge and keep their value: a row is copied whole, and only the
 // pixels that a mark or a differing neighbour singles out are settled one by one. The image's

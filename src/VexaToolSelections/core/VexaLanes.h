@@ -22,13 +22,29 @@ inline Lanes loadLanes(const int* p)
     return v;
 }
 
-// Whether any lane of a comparison result (all ones or zero per lane) is set.
-inline bool anyLane(Lanes m)
+// Whether any lane of a comparison result (all ones or zero per lane) is set, for a vector of
+// 32-bit lanes of any width the levels use; it is read as 64-bit quads.
+template <int Bytes>
+struct QuadsOf;
+template <>
+struct QuadsOf<16> {
+    typedef long long type __attribute__((vector_size(16)));
+};
+template <>
+struct QuadsOf<32> {
+    typedef long long type __attribute__((vector_size(32)));
+};
+template <>
+struct QuadsOf<64> {
+    typedef long long type __attribute__((vector_size(64)));
+};
+
+template <class Vector>
+inline bool anyLane(Vector m)
 {
-    typedef long long Quads __attribute__((vector_size(4 * VEXA_LANES)));
-    const Quads q = reinterpret_cast<Quads>(m);
+    const typename QuadsOf<sizeof(Vector)>::type q = reinterpret_cast<typename QuadsOf<sizeof(Vector)>::type>(m);
     long long any = 0;
-    for (int k = 0; k < VEXA_LANES / 2; ++k)
+    for (int k = 0; k < int(sizeof(Vector) / 8); ++k)
         any |= q[k];
     return any != 0;
 }

@@ -97,3 +97,13 @@ void parallelItems(int count, int chunk, Body&& body)
     for (std::thread& t : threads)
         t.join();
 }
+
+// What parts worked out separately, one after another in part order.
+template <class T>
+std::vector<T> joined(std::vector<std::vector<T>>& parts)
+{
+    std::vector<T> all = std::move(parts[0]);
+    for (size_t k = 1; k < parts.size(); ++k)
+        all.insert(all.end(), parts[k].begin(), parts[k].end());
+    return all;
+}

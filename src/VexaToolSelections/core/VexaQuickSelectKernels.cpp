@@ -172,17 +172,6 @@ void nearestCentres(const int* cr, const int* cg, const int* cb, int K, const in
 
 // Nine candidates of a row are nine neighbouring words: they are tested VEXA_COLOUR_LANES at a
 // time, with the arithmetic of the one-by-one test lane by lane.
-
-inline bool anyColourLane(Ints m)
-{
-    typedef long long Quads __attribute__((vector_size(4 * VEXA_COLOUR_LANES)));
-    const Quads q = reinterpret_cast<Quads>(m);
-    long long any = 0;
-    for (int k = 0; k < VEXA_COLOUR_LANES / 2; ++k)
-        any |= q[k];
-    return any != 0;
-}
-
 int gridMatch(const GridPlanes& p, size_t at)
 {
     constexpr int L = VEXA_COLOUR_LANES, chunks = (9 + L - 1) / L;
@@ -205,7 +194,7 @@ int gridMatch(const GridPlanes& p, size_t at)
             hits[j][k] = inRow[k] & (((w >> 24) & 0xFF) != 0) & (dr * dr + dg * dg + db * db <= nearColourLimit);
             any |= hits[j][k];
         }
-    if (!anyColourLane(any))
+    if (!anyLane(any))
         return 0;
     for (int j = 0; j < 9; ++j)
         for (int k = 0; k < chunks; ++k)

@@ -129,15 +129,6 @@ std::vector<T> rowParts(int H, Body&& body)
     return parts;
 }
 
-template <class T>
-std::vector<T> joined(std::vector<std::vector<T>>& parts)
-{
-    std::vector<T> all = std::move(parts[0]);
-    for (size_t k = 1; k < parts.size(); ++k)
-        all.insert(all.end(), parts[k].begin(), parts[k].end());
-    return all;
-}
-
 // Foreground marks seed the foreground (and the flood), the green band is unknown, blue marks
 // are background; everything else is not yet assigned.
 std::vector<QPoint> seedTrimap(const ConstPixels& marks, const Pixels& trimap)
