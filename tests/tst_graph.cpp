@@ -216,6 +216,7 @@ private slots:
     void randomGraphsMatchReference_data();
     void randomGraphsMatchReference();
     void otherInstantiations();
+    void edgeBatchLeavesWhatAddEdgeLeaves();
     void treeReuseMatchesFreshSolve();
     void growthBetweenReusingCalls();
     void blocksKeepInsertionOrder();
@@ -416,6 +417,61 @@ void TestGraph::otherInstantiations()
         QCOMPARE((long long)std::lround(gf.maxflow()), expected); // small integers are exact in float
         QCOMPARE((long long)std::lround(gd.maxflow()), expected);
         QCOMPARE(p.cutCapacity(gd), expected);
+    }
+}
+
+// Arc lists decide the order of the solver's work and so its residuals: two graphs whose every
+// arc and residual agree after a cut were built with the same lists.
+void TestGraph::edgeBatchLeavesWhatAddEdgeLeaves()
+{
+    std::mt19937 rng(4711);
+    for (int k = 0; k < 300; ++k) {
+        const Problem p = randomProblem(rng, 3 + k % 70, k % 2 ? 0.3 : 0.08, 100);
+        const int m = int(p.edges.size());
+        // Small room, so that both ways grow the arc array, the batch with arcs already in it.
+        GraphI one(p.n / 3, m / 4), batched(p.n / 3, m / 4);
+        p.build(one);
+        batched.add_node(p.n);
+        for (int i = 0; i < p.n; ++i)
+            batched.add_tweights(i, p.source[size_t(i)], p.sink[size_t(i)]);
+        const int single = m / 3;
+        for (int e = 0; e < single; ++e)
+            batched.add_edge(p.edges[size_t(e)].i, p.edges[size_t(e)].j, p.edges[size_t(e)].cap, p.edges[size_t(e)].rev);
+        std::vector<int> tails, heads;
+        for (int e = single; e < m; ++e) {
+            tails.push_back(p.edges[size_t(e)].i);
+            heads.push_back(p.edges[size_t(e)].j);
+        }
+        auto batch = batched.begin_edges(tails.data(), heads.data(), int(tails.size()));
+        // Uneven node ranges, the last first.
+        const int cut1 = p.n / 3, cut2 = cut1 + 1 + k % (p.n - cut1);
+        for (const auto& [first, last] : {std::pair{cut2, p.n}, std::pair{0, cut1}, std::pair{cut1, cut2}})
+            batch.fill(first, last, [&](int e) {
+                const Problem::E& edge = p.edges[size_t(single + e)];
+                return std::pair<int, int>(edge.cap, edge.rev);
+            });
+        batch.finish();
+
+        QCOMPARE(batched.get_arc_num(), one.get_arc_num());
+        QCOMPARE(batched.get_arc_capacity(), one.get_arc_capacity());
+        auto sameArcs = [&] {
+            auto a = one.get_first_arc();
+            auto b = batched.get_first_arc();
+            for (int n = 0; n < one.get_arc_num(); ++n, a = one.get_next_arc(a), b = batched.get_next_arc(b)) {
+                int i1, j1, i2, j2;
+                one.get_arc_ends(a, i1, j1);
+                batched.get_arc_ends(b, i2, j2);
+                if (i1 != i2 || j1 != j2 || one.get_rcap(a) != batched.get_rcap(b))
+                    return false;
+            }
+            return true;
+        };
+        QVERIFY2(sameArcs(), qPrintable(QString("graph %1 as built").arg(k)));
+        QCOMPARE(batched.maxflow(), one.maxflow());
+        QVERIFY2(sameArcs(), qPrintable(QString("graph %1 after the cut").arg(k)));
+        for (int i = 0; i < p.n; ++i)
+            QCOMPARE(batched.what_segment(i, GraphI::SINK), one.what_segment(i, GraphI::SINK));
+        batched.test_consistency();
     }
 }
 

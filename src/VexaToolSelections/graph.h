@@ -16,6 +16,7 @@
 #include <limits>
 #include <memory>
 #include <type_traits>
+#include <vector>
 
 namespace graph_detail {
 // Adds to the total flow. Integral totals wrap instead of overflowing: callers that keep
@@ -220,6 +221,30 @@ public:
     // Adds terminal capacities; only their difference is stored, the common part counts as flow.
     void add_tweights(node_id i, tcaptype cap_source, tcaptype cap_sink);
 
+    // Many edges at once, ending in exactly the records that add_edge(i[k], j[k], ...) for
+    // k = 0 .. count-1 in turn would leave, but written by several threads. begin_edges
+    // reserves the records. fill writes every new arc that leaves a node of [first_node,
+    // last_node), in edge order, with caps(k) giving edge k's pair {cap, rev_cap}; ranges that do
+    // not overlap may be filled at the same time, since an arc and its tail's list belong to
+    // the tail's range alone. Once fill has covered every node exactly once, finish ends the
+    // batch. In between nothing else may use the graph.
+    class edge_batch
+    {
+    public:
+        template <class Caps>
+        void fill(node_id first_node, node_id last_node, Caps&& caps) const;
+        void finish();
+
+    private:
+        friend class Graph;
+        Graph* g = nullptr;
+        arc* base = nullptr;
+        const node_id* tails = nullptr;
+        const node_id* heads = nullptr;
+        int count = 0;
+    };
+    edge_batch begin_edges(const node_id* i, const node_id* j, int count);
+
     flowtype maxflow(bool reuse_trees = false, Block<node_id>* _changed_list = nullptr);
     // The side of the cut node i lies on; a node in neither tree gets `default_segm`.
     termtype what_segment(node_id i, termtype default_segm = SOURCE) const;
@@ -370,6 +395,64 @@ inline void Graph<captype, tcaptype, flowtype>::add_edge(node_id _i, node_id _j,
     a_rev->head = i;
     a->r_cap = cap;
     a_rev->r_cap = rev_cap;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+typename Graph<captype, tcaptype, flowtype>::edge_batch
+Graph<captype, tcaptype, flowtype>::begin_edges(const node_id* i, const node_id* j, int count)
+{
+    edge_batch batch;
+    batch.g = this;
+    batch.tails = i;
+    batch.heads = j;
+    batch.count = count > 0 ? count : 0;
+    for (int k = 0; k < batch.count; ++k) {
+        assert(i[k] >= 0 && i[k] < node_num);
+        assert(j[k] >= 0 && j[k] < node_num);
+        assert(i[k] != j[k]);
+    }
+    // The same growth steps as one edge at a time: the array grows by half until it has room.
+    while (arc_max - arc_last < 2 * std::ptrdiff_t(batch.count))
+        reallocate_arcs();
+    batch.base = arc_last;
+    return batch;
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+template <class Caps>
+inline void Graph<captype, tcaptype, flowtype>::edge_batch::fill(node_id first_node, node_id last_node, Caps&& caps) const
+{
+    // Edge k's forward arc leaves i[k] and its sister leaves j[k]. Pushing each at the front of
+    // its tail's list in edge order leaves every list as add_edge would.
+    node* const nodes = g->nodes;
+    auto push = [nodes](arc* a, node_id tail, node_id head, arc* sister, captype cap) {
+        node* t = nodes + tail;
+        a->head = nodes + head;
+        a->next = t->first;
+        a->sister = sister;
+        a->r_cap = cap;
+        t->first = a;
+    };
+    for (int k = 0; k < count; ++k) {
+        const node_id i = tails[k], j = heads[k];
+        const bool forward = i >= first_node && i < last_node, back = j >= first_node && j < last_node;
+        if (!forward && !back)
+            continue;
+        const auto [cap, rev_cap] = caps(k);
+        assert(cap >= 0);
+        assert(rev_cap >= 0);
+        arc* a = base + 2 * std::ptrdiff_t(k);
+        if (forward)
+            push(a, i, j, a + 1, cap);
+        if (back)
+            push(a + 1, j, i, a, rev_cap);
+    }
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+inline void Graph<captype, tcaptype, flowtype>::edge_batch::finish()
+{
+    g->arc_last = base + 2 * std::ptrdiff_t(count);
 }
 
 template <typename captype, typename tcaptype, typename flowtype>

@@ -143,48 +143,58 @@ std::vector<QColor> meanColours(const RegionScan& sums)
     return colours;
 }
 
-// exp(-d^2) * 10000 truncated, d^2 over the channels as fractions channel / 255 in double.
-std::vector<int> linkWeights(const std::vector<QColor>& colours, const std::vector<RegionScan::Link>& links)
-{
-    std::vector<double> fr(colours.size()), fg(colours.size()), fb(colours.size());
-    for (size_t r = 0; r < colours.size(); ++r) {
-        fr[r] = colours[r].red() / 255.0;
-        fg[r] = colours[r].green() / 255.0;
-        fb[r] = colours[r].blue() / 255.0;
-    }
-    std::vector<int> weights(links.size());
-    // Each link on its own: both cores, the same values.
-    parallelRanges(int(links.size()), [&](int first, int last) {
-        for (int k = first; k < last; ++k) {
-            const size_t a = size_t(links[size_t(k)].lo), b = size_t(links[size_t(k)].hi);
-            const double dr = fr[b] - fr[a], dg = fg[b] - fg[a], db = fb[b] - fb[a];
-            weights[size_t(k)] = int(std::exp(-(dr * dr + dg * dg + db * db)) * 10000.0);
+// The edges in region order and list order. A region's list holds its links in the order they
+// were made, so that order is the links stably sorted by their smaller region: a counting sort.
+struct EdgeOrder {
+    std::vector<int, FilledLater<int>> lo, hi, count;
+    explicit EdgeOrder(const RegionScan& scan)
+    {
+        const size_t regions = scan.firstLink.size(), n = scan.links.size();
+        std::vector<int> start(regions + 1, 0);
+        for (const RegionScan::Link& l : scan.links)
+            ++start[size_t(l.lo) + 1];
+        for (size_t r = 0; r < regions; ++r)
+            start[r + 1] += start[r];
+        lo.resize(n);
+        hi.resize(n);
+        count.resize(n);
+        for (const RegionScan::Link& l : scan.links) {
+            const size_t at = size_t(start[size_t(l.lo)]++);
+            lo[at] = l.lo;
+            hi[at] = l.hi;
+            count[at] = l.count;
         }
-    });
-    return weights;
-}
-
-// One edge per link, in region order and list order: the capacity is the border length times
-// the weight, the same both ways. A region's list holds its links in the order they were made,
-// so that order is the links stably sorted by their smaller region; sorting them by counting
-// first lets the loop read links independently of each other instead of walking the chains
-// one dependent load after another.
-void addEdges(VexaSegmentation::FlowGraph& graph, const RegionScan& scan, const std::vector<int>& weights)
-{
-    const size_t regions = scan.firstLink.size(), count = scan.links.size();
-    std::vector<int> start(regions + 1, 0), order(count);
-    for (const RegionScan::Link& l : scan.links)
-        ++start[size_t(l.lo) + 1];
-    for (size_t r = 0; r < regions; ++r)
-        start[r + 1] += start[r];
-    for (size_t k = 0; k < count; ++k)
-        order[size_t(start[size_t(scan.links[k].lo)]++)] = int(k);
-    for (const int k : order) {
-        const RegionScan::Link& l = scan.links[size_t(k)];
-        // A border long enough to overflow an int cannot occur on a working image; saturate anyway.
-        const int c = int(std::min<long long>(INT_MAX, (long long)l.count * weights[size_t(k)]));
-        graph.add_edge(l.lo, l.hi, c, c);
     }
+};
+
+// One edge per link: the capacity is the border length times exp(-d^2) * 10000 truncated, with
+// d^2 over the channels as fractions channel / 255 in double, the same both ways. The records
+// are written on both cores, each core the arcs leaving its half of the regions; the graph ends
+// as if the edges had been added one by one.
+void addEdges(VexaSegmentation::FlowGraph& graph, const RegionScan& scan, const std::vector<QColor>& colours)
+{
+    // Fresh arc memory is faulted in on the other core while the edges are put in order.
+    std::thread prefault([pages = graph.arc_pages(int(scan.links.size()))] { pages.prefault(); });
+    const EdgeOrder order(scan);
+    std::vector<QRgb> rgb(colours.size());
+    for (size_t r = 0; r < colours.size(); ++r)
+        rgb[r] = colours[r].rgb();
+    double unit[256];
+    for (int c = 0; c < 256; ++c)
+        unit[c] = c / 255.0;
+    prefault.join();
+    auto capacity = [&](int k) {
+        const QRgb a = rgb[size_t(order.lo[size_t(k)])], b = rgb[size_t(order.hi[size_t(k)])];
+        const double dr = unit[qRed(b)] - unit[qRed(a)], dg = unit[qGreen(b)] - unit[qGreen(a)],
+                     db = unit[qBlue(b)] - unit[qBlue(a)];
+        const int w = int(std::exp(-(dr * dr + dg * dg + db * db)) * 10000.0);
+        // A border long enough to overflow an int cannot occur on a working image; saturate anyway.
+        const int c = int(std::min<long long>(INT_MAX, (long long)order.count[size_t(k)] * w));
+        return std::pair<int, int>(c, c);
+    };
+    auto batch = graph.begin_edges(order.lo.data(), order.hi.data(), int(order.lo.size()));
+    parallelParts(graph.get_node_num(), [&](int, int first, int last) { batch.fill(first, last, capacity); });
+    batch.finish();
 }
 
 } // namespace
@@ -230,15 +240,8 @@ void init(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     }
     report.progress(text, 80);
 
-    // Fresh arc memory is faulted in on the other core meanwhile.
-    std::thread prefault;
-    if (seg.graph)
-        prefault = std::thread([pages = seg.graph->arc_pages(int(scan.links.size()))] { pages.prefault(); });
-    const std::vector<int> weights = linkWeights(seg.regionColors, scan.links);
     if (seg.graph && !cancel)
-        addEdges(*seg.graph, scan, weights);
-    if (prefault.joinable())
-        prefault.join();
+        addEdges(*seg.graph, scan, seg.regionColors);
     if (cancel)
         return;
     report.progress(threadText(initializeDone), 0);
