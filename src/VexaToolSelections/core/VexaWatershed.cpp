@@ -25,7 +25,8 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
         : image.convertToFormat(QImage::Format_ARGB32);
 
     // Squared central differences, neighbours clamped to the image; the pixel itself takes no part.
-    std::vector<int> g(size_t(W) * size_t(H));
+    // Every value is written below, on both cores: no zero-filling on one core first.
+    std::vector<int, FilledLater<int>> g(size_t(W) * size_t(H));
     auto sq = [](int d) { return d * d; };
     parallelRanges(H, [&](int first, int last) {
         for (int y = first; y < last; ++y) {
