@@ -181,6 +181,7 @@ private slots:
     void hintsLeaveEverythingAlone_data();
     void hintsLeaveEverythingAlone();
     void markingRules();
+    void colourModelsBreakTiesLow();
     void resetMarksStopActing();
     void mattingCases();
     void nearColoursIsTheFloatTest();
@@ -504,6 +505,42 @@ void TestQuickSelect::markingRules()
     const QImage once = seg.alphaImage;
     VexaQuickSelect::mark(seg, r, running);
     QCOMPARE(seg.alphaImage, once);
+}
+
+// Regions made by hand, one pixel column each, so that the colours are exactly as given. With
+// these six object colours (red only) and one background colour, K = 6, and a colour in one
+// iteration lies exactly halfway between its centre and a lower one, whose clearance is then
+// exactly twice its distance: the lower centre must take it. The models show in the soft weights
+// of the unmarked regions.
+void TestQuickSelect::colourModelsBreakTiesLow()
+{
+    const std::vector<int> reds{2, 20, 0, 20, 8, 2, 0, 2, 5, 8, 14};
+    const int N = int(reds.size()), H = 3;
+    auto build = [&](VexaSegmentation& seg) {
+        seg.load(flat(N, H, qRgb(0, 0, 0)));
+        seg.sensitivity = 50;
+        seg.regionMap.resize(size_t(N * H));
+        for (int i = 0; i < N * H; ++i)
+            seg.regionMap[size_t(i)] = i % N;
+        seg.regionSizes.assign(size_t(N), H);
+        seg.terminalWeights.assign(size_t(N), 0);
+        seg.regionColors.clear();
+        for (int r = 0; r < N; ++r)
+            seg.regionColors.push_back(r == 6 ? QColor(200, 200, 200) : QColor(reds[size_t(r)], 0, 0));
+        seg.graph = std::make_unique<VexaSegmentation::FlowGraph>(N, 6 * N);
+        seg.graph->add_node(N);
+        for (int r = 0; r + 1 < N; ++r)
+            seg.graph->add_edge(r, r + 1, 7, 7);
+        paintMarks(seg, QRect(0, 0, 6, 1), VexaSegmentation::ForegroundMark);
+        paintMarks(seg, QRect(6, 0, 1, 1), VexaSegmentation::BackgroundMark);
+    };
+    VexaSegmentation fast, plain;
+    build(fast);
+    build(plain);
+    Recorder r;
+    VexaQuickSelect::mark(fast, r, running);
+    QCOMPARE(Reference::mark(plain), QString());
+    compareSegmentations(fast, plain);
 }
 
 void TestQuickSelect::resetMarksStopActing()
