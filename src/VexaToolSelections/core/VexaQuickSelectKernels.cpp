@@ -254,18 +254,31 @@ typedef double Doubles __attribute__((vector_size(8 * VEXA_DOUBLE_LANES)));
 void interiorEstimates(const QRgb* source, qsizetype stride, const float* in, int W, const qsizetype* at, float* result)
 {
     constexpr int L = VEXA_DOUBLE_LANES;
-    Doubles I[9], alpha[9];
+    typedef int LaneInts __attribute__((vector_size(4 * L)));
+    typedef float LaneFloats __attribute__((vector_size(4 * L)));
+    // The words and alphas lane by lane; the intensities then in vectors, with the operations of
+    // intensity() in its order.
+    LaneInts P[9];
+    LaneFloats A[9];
     for (int l = 0; l < L; ++l) {
-        const int x = int(at[l] % W), y = int(at[l] / W);
-        const QRgb* row = source + qsizetype(y) * stride + x;
-        const float* a = in + at[l];
+        const qsizetype i = at[l];
+        const QRgb* row = stride == W ? source + i : source + (i / W) * stride + i % W;
+        const float* a = in + i;
         const QRgb patch[9] = {row[0], row[-stride - 1], row[-stride], row[-stride + 1], row[-1], row[1],
                                row[stride - 1], row[stride], row[stride + 1]};
         const float alphas[9] = {a[0], a[-W - 1], a[-W], a[-W + 1], a[-1], a[1], a[W - 1], a[W], a[W + 1]};
         for (int q = 0; q < 9; ++q) {
-            I[q][l] = intensity(patch[q]);
-            alpha[q][l] = double(alphas[q]);
+            P[q][l] = int(patch[q]);
+            A[q][l] = alphas[q];
         }
+    }
+    Doubles I[9], alpha[9];
+    for (int q = 0; q < 9; ++q) {
+        const Doubles r = __builtin_convertvector((P[q] >> 16) & 0xFF, Doubles),
+                      g = __builtin_convertvector((P[q] >> 8) & 0xFF, Doubles),
+                      b = __builtin_convertvector(P[q] & 0xFF, Doubles);
+        I[q] = 0.3 * r + 0.59 * g + 0.11 * b;
+        alpha[q] = __builtin_convertvector(A[q], Doubles);
     }
     Doubles sum = Doubles{} + 0.0;
     for (int q = 0; q < 9; ++q)
