@@ -382,27 +382,39 @@ void hardMatte(const VexaSegmentation& seg, AlphaBuffer& A, int W, int H)
 }
 
 // The smoothed matte into the result and alpha images, and the new boundary band: every pixel
-// on an edge of the matte; green marks away from it are erased.
+// on an edge of the matte; green marks away from it are erased. Inside the frame of the image
+// every pixel has its four neighbours, and a row goes without branches, so that it runs in
+// vectors; the frame takes the bounded test.
 void writeBack(const ConstPixels& source, const Pixels& result, const Pixels& alpha, const Pixels& marks,
                const AlphaBuffer& A)
 {
-    const int W = source.width, H = source.height;
-    parallelRanges(H, [&](int first, int last) {
+    parallelRanges(source.height, [&](int first, int last) {
+        // Copies: stores through the row pointers could otherwise change them, as far as the
+        // compiler can tell, and a loop whose bound may change is not run in vectors.
+        const int W = source.width, H = source.height;
+        const float* const matte = A.data();
         for (int y = first; y < last; ++y) {
             const QRgb* s = source.row(y);
             QRgb* res = result.row(y);
             QRgb* al = alpha.row(y);
             QRgb* m = marks.row(y);
-            const float* a = A.data() + qsizetype(y) * W;
-            for (int x = 0; x < W; ++x) {
-                const int a8 = alphaByte(a[x]);
-                res[x] = (s[x] & 0x00FFFFFFu) + (QRgb(a8) << 24);
-                al[x] = 0xFF000000u + QRgb(a8) * 0x010101u;
-                if (onEdge(A.data(), W, H, x, y))
-                    m[x] = VexaSegmentation::BoundaryMark;
-                else if (greenByte(m[x]))
-                    m[x] = 0;
+            const float* a = matte + qsizetype(y) * W;
+            auto pixel = [s, res, al, m, a](int x, bool edge) {
+                const QRgb a8 = QRgb(alphaByte(a[x]));
+                res[x] = (s[x] & 0x00FFFFFFu) + (a8 << 24);
+                al[x] = 0xFF000000u + a8 * 0x010101u;
+                m[x] = edge ? VexaSegmentation::BoundaryMark : greenByte(m[x]) ? 0u : m[x];
+            };
+            if (y == 0 || y == H - 1 || W < 3) {
+                for (int x = 0; x < W; ++x)
+                    pixel(x, onEdge(matte, W, H, x, y));
+                continue;
             }
+            const float *up = a - W, *down = a + W;
+            pixel(0, onEdge(matte, W, H, 0, y));
+            for (int x = 1; x < W - 1; ++x)
+                pixel(x, (a[x] != a[x - 1]) | (a[x] != a[x + 1]) | (a[x] != up[x]) | (a[x] != down[x]));
+            pixel(W - 1, onEdge(matte, W, H, W - 1, y));
         }
     });
 }

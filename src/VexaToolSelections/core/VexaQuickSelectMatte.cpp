@@ -380,11 +380,12 @@ bool estimateUnknown(const ConstPixels& source, const Pixels& trimap, const std:
 void previewResult(const ConstPixels& source, const Pixels& alpha, const Pixels& result)
 {
     parallelRanges(source.height, [&](int first, int last) {
+        const int W = source.width; // a copy: stores through the rows could change it, as far as the compiler knows
         for (int y = first; y < last; ++y) {
             const QRgb* s = source.row(y);
             const QRgb* a = alpha.row(y);
             QRgb* res = result.row(y);
-            for (int x = 0; x < source.width; ++x)
+            for (int x = 0; x < W; ++x)
                 res[x] = (s[x] & 0x00FFFFFFu) + ((a[x] & 0xFFu) << 24);
         }
     });
@@ -407,8 +408,8 @@ AlphaBuffer floatAlpha(const Pixels& alpha)
 
 void writeBack(const ConstPixels& source, const Pixels& alpha, const Pixels& result, const AlphaBuffer& A)
 {
-    const int W = source.width;
     parallelRanges(source.height, [&](int first, int last) {
+        const int W = source.width; // a copy: stores through the rows could change it, as far as the compiler knows
         for (int y = first; y < last; ++y) {
             const QRgb* s = source.row(y);
             QRgb* res = result.row(y);
