@@ -170,11 +170,11 @@ struct EdgeOrder {
 // One edge per link: the capacity is the border length times exp(-d^2) * 10000 truncated, with
 // d^2 over the channels as fractions channel / 255 in double, the same both ways. The records
 // are written on both cores, each core the arcs leaving its half of the regions; the graph ends
-// as if the edges had been added one by one.
+// as if the edges had been added one by one. The fresh arc pages are faulted in by the cores as
+// they write: asking the kernel to populate them ahead, on the other core, stalled for tens of
+// milliseconds now and then.
 void addEdges(VexaSegmentation::FlowGraph& graph, const RegionScan& scan, const std::vector<QColor>& colours)
 {
-    // Fresh arc memory is faulted in on the other core while the edges are put in order.
-    std::thread prefault([pages = graph.arc_pages(int(scan.links.size()))] { pages.prefault(); });
     const EdgeOrder order(scan);
     std::vector<QRgb> rgb(colours.size());
     for (size_t r = 0; r < colours.size(); ++r)
@@ -182,7 +182,6 @@ void addEdges(VexaSegmentation::FlowGraph& graph, const RegionScan& scan, const 
     double unit[256];
     for (int c = 0; c < 256; ++c)
         unit[c] = c / 255.0;
-    prefault.join();
     auto capacity = [&](int k) {
         const QRgb a = rgb[size_t(order.lo[size_t(k)])], b = rgb[size_t(order.hi[size_t(k)])];
         const double dr = unit[qRed(b)] - unit[qRed(a)], dg = unit[qGreen(b)] - unit[qGreen(a)],
