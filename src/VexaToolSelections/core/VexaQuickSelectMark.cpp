@@ -1,5 +1,3 @@
-#include <QElapsedTimer>
-#include <cstdio>
 // The marking step: colour models of the marked regions by k-means, terminal weights from
 // them and from the marks, the cut, a softened matte and the new boundary band.
 #include "VexaQuickSelectSteps.h"
@@ -307,11 +305,8 @@ void clusterColours(ColourModel& fg, ColourModel& bg, const std::vector<QColor>&
         for (int it = 0; it < 4 * model.K && !cancel.load(std::memory_order_relaxed) && means.iterate(share); ++it) {
         }
     };
-    QElapsedTimer t; t.start();
     run(fg, fgColours);
-    double a = t.nsecsElapsed()/1e6; t.restart();
     run(bg, bgColours);
-    fprintf(stderr, "fg %.2f bg %.2f\n", a, t.nsecsElapsed()/1e6);
 }
 
 // ---- terminal weights -----------------------------------------------------------------------
