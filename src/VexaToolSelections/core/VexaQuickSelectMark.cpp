@@ -205,38 +205,41 @@ class KMeans
 {
 public:
     KMeans(ColourModel& model, const std::vector<QColor>& colours)
-        : m(model), set(colours), member(set.size(), -1), next(set.size()), sums(3 * size_t(m.K), 0),
-          search(set.size()), sr(set.size()), sg(set.size()), sb(set.size()), index(set.size()), distance(set.size())
+        : m(model), set(colours), member(set.size(), -1), sums(3 * size_t(m.K), 0), search(set.size()),
+          sr(set.size()), sg(set.size()), sb(set.size()), index(set.size()), distance(set.size())
     {
+        for (Half& half : halves)
+            half.delta.resize(4 * size_t(m.K));
     }
     // One iteration; false when no colour changed cluster, in which case the centres come out as
     // they went in and every further iteration would repeat this one.
     bool iterate(HalfShare& share)
     {
-        const std::vector<long long> clear = clearance();
-        share.run(int(set.size()), [&](int first, int last) { assign(first, last, clear); });
-        bool moved = false;
-        for (size_t c = 0; c < set.size(); ++c) {
-            if (next[c] == member[c])
-                continue;
-            moved = true;
-            if (member[c] >= 0)
-                add(c, member[c], -1);
-            add(c, next[c], 1);
-            member[c] = next[c];
+        const std::vector<int> clear = clearance();
+        for (Half& half : halves) {
+            std::fill(half.delta.begin(), half.delta.end(), 0);
+            half.moved = false;
         }
+        share.run(int(set.size()), [&](int first, int last) { assign(first, last, clear); });
         for (size_t k = 0; k < size_t(m.K); ++k) {
+            for (const Half& half : halves) {
+                m.count[k] += half.delta[4 * k];
+                sums[3 * k] += half.delta[4 * k + 1];
+                sums[3 * k + 1] += half.delta[4 * k + 2];
+                sums[3 * k + 2] += half.delta[4 * k + 3];
+            }
             const int n = m.count[k] >= 2 ? m.count[k] : 1;
             m.r[k] = sums[3 * k] / n;
             m.g[k] = sums[3 * k + 1] / n;
             m.b[k] = sums[3 * k + 2] / n;
         }
-        return moved;
+        return halves[0].moved || halves[1].moved;
     }
 
 private:
-    // The nearest centre of colours [first, last) into `next`.
-    void assign(int first, int last, const std::vector<long long>& clear)
+    // The nearest centre of colours [first, last); those that changed cluster move their share
+    // of the sums in the half's deltas.
+    void assign(int first, int last, const std::vector<int>& clear)
     {
         // Colours that keep their centre without a search; the others are listed, without
         // branches (whether a colour is kept is a coin toss to the processor).
@@ -248,7 +251,6 @@ private:
             const int dr = set.r[size_t(c)] - m.r[size_t(k)], dg = set.g[size_t(c)] - m.g[size_t(k)],
                       db = set.b[size_t(c)] - m.b[size_t(k)];
             const bool kept = a >= 0 && 4 * (long long)(dr * dr + dg * dg + db * db) < clear[size_t(k)];
-            next[size_t(c)] = a;
             list[count] = c;
             count += !kept;
         }
@@ -259,37 +261,54 @@ private:
         }
         m.nearest(sr.data() + first, sg.data() + first, sb.data() + first, count, index.data() + first,
                   distance.data() + first);
-        for (int i = 0; i < count; ++i)
-            next[size_t(list[i])] = index[size_t(first + i)];
+        Half& half = halves[first == 0 ? 0 : 1];
+        for (int i = 0; i < count; ++i) {
+            const size_t c = size_t(list[i]);
+            const int to = index[size_t(first + i)], from = member[c];
+            if (to == from)
+                continue;
+            half.moved = true;
+            if (from >= 0)
+                add(half, c, from, -1);
+            add(half, c, to, 1);
+            member[c] = to;
+        }
     }
     // Per centre, the least squared distance to another centre (none: beyond any colour).
-    std::vector<long long> clearance() const
+    std::vector<int> clearance() const
     {
-        std::vector<long long> clear(size_t(m.K), std::numeric_limits<long long>::max());
-        for (int a = 0; a < m.K; ++a)
-            for (int k = a + 1; k < m.K; ++k) {
-                const int dr = m.r[size_t(a)] - m.r[size_t(k)], dg = m.g[size_t(a)] - m.g[size_t(k)],
-                          db = m.b[size_t(a)] - m.b[size_t(k)];
-                const long long d = dr * dr + dg * dg + db * db;
-                clear[size_t(a)] = std::min(clear[size_t(a)], d);
-                clear[size_t(k)] = std::min(clear[size_t(k)], d);
+        std::vector<int> clear(size_t(m.K));
+        const int *r = m.r.data(), *g = m.g.data(), *b = m.b.data();
+        for (int a = 0; a < m.K; ++a) {
+            int least = std::numeric_limits<int>::max();
+            for (int k = 0; k < m.K; ++k) {
+                const int dr = r[a] - r[k], dg = g[a] - g[k], db = b[a] - b[k];
+                const int d = dr * dr + dg * dg + db * db;
+                least = k != a && d < least ? d : least;
             }
+            clear[size_t(a)] = least;
+        }
         return clear;
     }
+    struct Half {
+        std::vector<int> delta; // per cluster: count, red, green and blue sums
+        bool moved = false;
+    };
     // Colour c (with its multiplicity) into or out of cluster k.
-    void add(size_t c, int k, int sign)
+    void add(Half& half, size_t c, int k, int sign)
     {
         const int n = sign * set.times[c];
-        m.count[size_t(k)] += n;
-        sums[3 * size_t(k)] += n * set.r[c];
-        sums[3 * size_t(k) + 1] += n * set.g[c];
-        sums[3 * size_t(k) + 2] += n * set.b[c];
+        half.delta[4 * size_t(k)] += n;
+        half.delta[4 * size_t(k) + 1] += n * set.r[c];
+        half.delta[4 * size_t(k) + 2] += n * set.g[c];
+        half.delta[4 * size_t(k) + 3] += n * set.b[c];
     }
 
     ColourModel& m;
     const ColourSet set;
-    std::vector<int> member, next;
+    std::vector<int> member;
     std::vector<int> sums; // per cluster: red, green and blue sums
+    Half halves[2];
     std::vector<int> search, sr, sg, sb, index, distance; // scratch of the searches, by colour range
 };
 
