@@ -345,13 +345,13 @@ void softWeights(VexaSegmentation& seg, const ColourModel& fg, const ColourModel
     const int lambda = seg.sensitivity;
     const size_t count = static_cast<size_t>(N);
     std::vector<int> r(count), g(count), b(count), dF(count), dB(count), index(count);
-    for (size_t i = 0; i < size_t(N); ++i) {
-        r[i] = seg.regionColors[i].red();
-        g[i] = seg.regionColors[i].green();
-        b[i] = seg.regionColors[i].blue();
-    }
     std::vector<int> v(size_t(N), 0);
     parallelRanges(N, [&](int first, int last) {
+        for (size_t i = size_t(first); i < size_t(last); ++i) {
+            r[i] = seg.regionColors[i].red();
+            g[i] = seg.regionColors[i].green();
+            b[i] = seg.regionColors[i].blue();
+        }
         const int n = last - first;
         fg.nearest(r.data() + first, g.data() + first, b.data() + first, n, index.data() + first, dF.data() + first);
         bg.nearest(r.data() + first, g.data() + first, b.data() + first, n, index.data() + first, dB.data() + first);
