@@ -85,6 +85,26 @@ Graph<captype, tcaptype, flowtype>::~Graph()
 }
 
 template <typename captype, typename tcaptype, typename flowtype>
+typename Graph<captype, tcaptype, flowtype>::page_range Graph<captype, tcaptype, flowtype>::arc_pages(int edge_num) const
+{
+    arc* end = arc_last + 2 * std::ptrdiff_t(std::max(edge_num, 0));
+    if (end > arc_max)
+        end = arc_max;
+    return {reinterpret_cast<std::uintptr_t>(arc_last), reinterpret_cast<std::uintptr_t>(end)};
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
+void Graph<captype, tcaptype, flowtype>::page_range::prefault() const
+{
+#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+    const std::uintptr_t page = std::uintptr_t(sysconf(_SC_PAGESIZE));
+    const std::uintptr_t first = begin / page * page;
+    if (end > first)
+        madvise(reinterpret_cast<void*>(first), end - first, MADV_POPULATE_WRITE);
+#endif
+}
+
+template <typename captype, typename tcaptype, typename flowtype>
 void Graph<captype, tcaptype, flowtype>::reset()
 {
     node_last = nodes;

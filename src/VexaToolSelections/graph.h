@@ -251,6 +251,16 @@ public:
 
     void reset();
 
+    // Pages of memory that fresh records will occupy. prefault() asks the kernel to back them
+    // now (the contents are not touched), so that filling them does not stop at every fresh
+    // page; it may run on another thread while the records are written. Only a hint, and
+    // nothing where unsupported.
+    struct page_range {
+        std::uintptr_t begin = 0, end = 0;
+        void prefault() const;
+    };
+    // The arc records of the next `edge_num` edges (taken on the thread that adds them).
+    page_range arc_pages(int edge_num) const;
 
     int get_node_num() const { return node_num; }
     int get_arc_num() const { return int(arc_last - arcs); }
