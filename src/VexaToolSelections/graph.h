@@ -16,7 +16,6 @@
 #include <limits>
 #include <memory>
 #include <type_traits>
-#include <vector>
 
 namespace graph_detail {
 // Adds to the total flow. Integral totals wrap instead of overflowing: callers that keep
