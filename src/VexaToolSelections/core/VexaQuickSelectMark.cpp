@@ -397,14 +397,14 @@ void hardMatte(const VexaSegmentation& seg, AlphaBuffer& A, int W, int H)
 
 // The smoothed matte into the result and alpha images, and the new boundary band: every pixel
 // on an edge of the matte; green marks away from it are erased. Inside the frame of the image
-// every pixel has its four neighbours, and a row goes without branches, so that it runs in
-// vectors; the frame takes the bounded test.
+// every pixel has its four neighbours, so the edge test there goes without bound checks; the
+// frame takes the bounded test.
 void writeBack(const ConstPixels& source, const Pixels& result, const Pixels& alpha, const Pixels& marks,
                const AlphaBuffer& A)
 {
     parallelRanges(source.height, [&](int first, int last) {
         // Copies: stores through the row pointers could otherwise change them, as far as the
-        // compiler can tell, and a loop whose bound may change is not run in vectors.
+        // compiler can tell, and they would be read again for every pixel.
         const int W = source.width, H = source.height;
         const float* const matte = A.data();
         for (int y = first; y < last; ++y) {
