@@ -79,13 +79,13 @@ struct Kernels {
     // least squared distance with ties to the lowest index: index[i] and its distance best[i].
     void (*nearestCentres)(const int* cr, const int* cg, const int* cb, int K, const int* r, const int* g,
                            const int* b, int n, int* index, int* best);
-    // The border smoothing's patch estimates of the `count` pixels at[k] (indices y W + x),
-    // over the working image (rows `stride` words apart) and the alpha `in` (W x H), into
-    // result[k].
     // The side (1 or 2) of the first known candidate around the pixel at `at`, rows y - 16 ..
     // y + 16 and in a row columns x - 16 .. x + 16, in steps of 4, whose colour is near the
     // pixel's (see nearColours); 0 if there is none.
     int (*gridMatch)(const GridPlanes& p, size_t at);
+    // The border smoothing's patch estimates of the `count` pixels at[k] (indices y W + x),
+    // over the working image (rows `stride` words apart) and the alpha `in` (W x H), into
+    // result[k].
     void (*patchEstimates)(const QRgb* source, qsizetype stride, const float* in, int W, int H, const qsizetype* at,
                            int count, float* result);
 };
