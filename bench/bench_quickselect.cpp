@@ -94,32 +94,27 @@ struct Timing {
     }
 };
 
-// Object strokes in the middle, background strokes along the frame and one across the right.
-void scribble(QImage& marks)
+// The scripted strokes. First: object strokes in the middle, background strokes along the frame
+// and one across the right. Again: the stroke a user adds before pressing "Preview" once more,
+// one more object stroke left of the first ones.
+enum class Strokes { First, Again };
+void scribble(QImage& marks, Strokes which = Strokes::First)
 {
     const double w = marks.width(), h = marks.height();
     QPainter p(&marks);
     p.setCompositionMode(QPainter::CompositionMode_Source);
     p.setRenderHint(QPainter::Antialiasing, false);
     p.setPen(QPen(QColor::fromRgba(VexaSegmentation::ForegroundMark), 20));
+    if (which == Strokes::Again) {
+        p.drawLine(QPointF(w * 0.30, h * 0.50), QPointF(w * 0.38, h * 0.60));
+        return;
+    }
     p.drawLine(QPointF(w * 0.40, h * 0.35), QPointF(w * 0.62, h * 0.35));
     p.drawLine(QPointF(w * 0.45, h * 0.25), QPointF(w * 0.58, h * 0.55));
     p.drawLine(QPointF(w * 0.35, h * 0.70), QPointF(w * 0.65, h * 0.75));
     p.setPen(QPen(QColor::fromRgba(VexaSegmentation::BackgroundMark), 24));
     p.drawRect(QRectF(w * 0.03, h * 0.03, w * 0.94, h * 0.94));
     p.drawLine(QPointF(w * 0.9, h * 0.1), QPointF(w * 0.85, h * 0.9));
-}
-
-// The stroke a user adds before pressing "Preview" again: one more object stroke, left of the
-// first ones.
-void secondStroke(QImage& marks)
-{
-    const double w = marks.width(), h = marks.height();
-    QPainter p(&marks);
-    p.setCompositionMode(QPainter::CompositionMode_Source);
-    p.setRenderHint(QPainter::Antialiasing, false);
-    p.setPen(QPen(QColor::fromRgba(VexaSegmentation::ForegroundMark), 20));
-    p.drawLine(QPointF(w * 0.30, h * 0.50), QPointF(w * 0.38, h * 0.60));
 }
 
 void prepare(VexaSegmentation& seg, const QImage& doc)
@@ -180,8 +175,8 @@ bool sameAsReference(const QImage& doc)
     Reference::matte(plain);
     const bool matteSame = fast.alphaImage == plain.alphaImage && fast.resultImage == plain.resultImage;
     std::printf("identity matte: %s\n", matteSame ? "same" : "DIFFERENT");
-    secondStroke(fast.markImage);
-    secondStroke(plain.markImage);
+    scribble(fast.markImage, Strokes::Again);
+    scribble(plain.markImage, Strokes::Again);
     VexaQuickSelect::mark(fast, quiet, never);
     Reference::mark(plain);
     const bool againSame = fast.alphaImage == plain.alphaImage && fast.resultImage == plain.resultImage
@@ -228,7 +223,7 @@ int main(int argc, char** argv)
         timed(mark, clock, "mark", [&] { VexaQuickSelect::mark(seg, clock, never); });
         timed(matte, clock, "matte", [&] { VexaQuickSelect::matte(seg, clock, never); });
         // "Preview" again after one more stroke: the cut continues from the flow of the first.
-        secondStroke(seg.markImage);
+        scribble(seg.markImage, Strokes::Again);
         timed(again, clock, "mark again", [&] { VexaQuickSelect::mark(seg, clock, never); });
     }
     const long after = peakKiB();
