@@ -74,6 +74,7 @@ private slots:
     void unusableMatteLeavesSelection();
     void activatingTwiceLoadsOnce();
     void escapeIsCancel();
+    void failedRenderRefusesActivation();
     void cancelDuringStepThenActivateAgain();
     void okAppliesTheWindowsMatteLikeTheCommandLine();
 };
@@ -195,6 +196,23 @@ void TestQuickSelectTool::escapeIsCancel()
     auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
     QVERIFY(!window->getThread()->isRunning());
     QVERIFY(window->segmentation().sourceImage.isNull());
+}
+
+void TestQuickSelectTool::failedRenderRefusesActivation()
+{
+    auto doc = VexaContext::fromImage(discPicture(120, 80)); // no canvas: nothing renders it
+    VexaToolQuickSelect tool;
+    MessageBoxAnswerer answers;
+    // Should the window open all the same, its modal loop is left after a while.
+    QTimer::singleShot(3000, &tool, [&] {
+        if (tool.getContainer())
+            tool.getContainer()->reject();
+    });
+    tool.active(doc.get());
+    QCOMPARE(answers.texts, QStringList{QStringLiteral("The document could not be rendered: there is nothing to select from.")});
+    QCOMPARE(answers.titles, QStringList{QStringLiteral("Quick Select Tool")});
+    QVERIFY(!tool.activated);
+    QVERIFY(!tool.getContainer()->isVisible());
 }
 
 void TestQuickSelectTool::cancelDuringStepThenActivateAgain()

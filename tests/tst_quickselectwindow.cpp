@@ -9,6 +9,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QPaintEvent>
@@ -65,11 +67,18 @@ private slots:
     void wheelZoom_data();
     void wheelZoom();
     void wheelIgnoresModifiersAndBusyPeriod();
+    void partialRepaintMatchesFull_data();
+    void partialRepaintMatchesFull();
     void pressWhileNotPainting();
     void bothButtonsPaintTwice();
+    void wheelZoomKeepsThePointUnderThePointer_data();
+    void wheelZoomKeepsThePointUnderThePointer();
+    void keysZoomAndFit();
 
     void loadScalesToWorkingSize_data();
     void loadScalesToWorkingSize();
+    void reloadFitsTheViewToTheZoom_data();
+    void reloadFitsTheViewToTheZoom();
     void clickPaintsDotOfPenWidth_data();
     void clickPaintsDotOfPenWidth();
     void strokesThatLeaveNoMarks();
@@ -79,6 +88,7 @@ private slots:
     void hints();
     void viewSwitchDuringStepShowsItsEnd();
     void resetAfterCut();
+    void markImageDuringStepIsTheStepsResult();
     void cancelThenReloadBuildsFreshSegmentation();
 };
 
@@ -165,28 +175,81 @@ void TestQuickSelectWindow::wheelIgnoresModifiersAndBusyPeriod()
     QCOMPARE(box.getScaleIndex(), 22);
 }
 
+void TestQuickSelectWindow::partialRepaintMatchesFull_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QRect>("part"); // widget pixels
+    QTest::newRow("factor 1") << 20 << QRect(13, 17, 40, 40);
+    QTest::newRow("factor 2") << 11 << QRect(13, 17, 40, 40);
+    QTest::newRow("factor 3.33") << 7 << QRect(13, 17, 40, 40);
+    QTest::newRow("factor 16") << 0 << QRect(13, 17, 40, 40);
+    QTest::newRow("factor 1.18") << 17 << QRect(13, 17, 40, 40);
+    QTest::newRow("factor 2/3") << 22 << QRect(7, 5, 20, 20);
+}
+
+// A repaint of part of the view shows exactly what a repaint of the whole shows there.
+void TestQuickSelectWindow::partialRepaintMatchesFull()
+{
+    QFETCH(int, index);
+    QFETCH(QRect, part);
+    const QImage picture = discPicture(64, 64);
+    VexaToolQuickSelectImageBox box;
+    box.initImageToDraw(&picture);
+    box.zoomStep(index - 20);
+    QImage full(box.size(), QImage::Format_ARGB32);
+    full.fill(0u);
+    box.render(&full);
+    QImage partial(box.size(), QImage::Format_ARGB32);
+    partial.fill(0u);
+    box.render(&partial, part.topLeft(), QRegion(part));
+    int differ = 0;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x)
+            differ += full.pixel(x, y) != partial.pixel(x, y);
+    QCOMPARE(differ, 0);
+}
+
 void TestQuickSelectWindow::pressWhileNotPainting()
 {
     VexaToolQuickSelectImageBox box;
     box.allocImageToDraw(100, 80);
     QSignalSpy spy(&box, SIGNAL(line(QPoint,QPoint,bool)));
+    auto moveWith = [&](Qt::MouseButtons held, QPoint at) {
+        QMouseEvent move(QEvent::MouseMove, at, box.mapToGlobal(at), Qt::NoButton, held, Qt::NoModifier);
+        QApplication::sendEvent(&box, &move);
+    };
     box.setPainting(false);
     QTest::mousePress(&box, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
     QTest::mouseMove(&box, QPoint(12, 10));
     QCOMPARE(spy.size(), 0);
 
-    // A drag under way survives painting going off: its release is not taken.
+    // A drag under way survives painting going off...
     box.setPainting(true);
     QTest::mousePress(&box, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
     QCOMPARE(spy.size(), 1);
     box.setPainting(false);
-    QTest::mouseRelease(&box, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
-    QMouseEvent move(QEvent::MouseMove, QPointF(20, 20), box.mapToGlobal(QPointF(20, 20)), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(&box, &move);
+    moveWith(Qt::LeftButton, QPoint(20, 20));
     QCOMPARE(spy.size(), 2);
     QCOMPARE(spy[1][0].toPoint(), QPoint(10, 10));
     QCOMPARE(spy[1][1].toPoint(), QPoint(20, 20));
+    // ...but ends with its button: a hover after a release during the step paints nothing,
+    QTest::mouseRelease(&box, Qt::LeftButton, Qt::NoModifier, QPoint(20, 20));
+    box.setPainting(true);
+    moveWith(Qt::NoButton, QPoint(30, 20));
+    QCOMPARE(spy.size(), 2);
+    // nor one after a release the view never saw,
+    QTest::mousePress(&box, Qt::RightButton, Qt::NoModifier, QPoint(10, 10));
+    QCOMPARE(spy.size(), 3);
+    moveWith(Qt::NoButton, QPoint(30, 20));
+    QCOMPARE(spy.size(), 3);
+    // nor a drag cut short by hiding the view, even with a button held when it comes back.
+    box.show();
+    QTest::mousePress(&box, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
+    QCOMPARE(spy.size(), 4);
+    box.hide();
+    box.show();
+    moveWith(Qt::LeftButton, QPoint(30, 20));
+    QCOMPARE(spy.size(), 4);
 }
 
 void TestQuickSelectWindow::bothButtonsPaintTwice()
@@ -207,6 +270,72 @@ void TestQuickSelectWindow::bothButtonsPaintTwice()
     QCOMPARE(spy.size(), 2);
     QCOMPARE(spy[0], spy[1]);
     QCOMPARE(spy[0][1].toPoint(), QPoint(30, 15));
+}
+
+void TestQuickSelectWindow::wheelZoomKeepsThePointUnderThePointer_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("delta");
+    QTest::newRow("magnify from 2") << 11 << 120;
+    QTest::newRow("reduce from 3.33") << 7 << -120;
+}
+
+void TestQuickSelectWindow::wheelZoomKeepsThePointUnderThePointer()
+{
+    QFETCH(int, from);
+    QFETCH(int, delta);
+    QuickSelectDocument doc(discPicture(600, 400));
+    VexaToolQuickSelectWidget window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    QWidget* viewport = box->parentWidget();
+    box->zoomStep(from - 20);
+    // Scrolled to the middle, the pointer a little off the viewport's centre: no zoom of the
+    // test takes the scroll offsets to their ends.
+    const QPoint pointer = QPoint(viewport->width() / 2 + 17, viewport->height() / 2 - 11);
+    auto* area = window.findChild<QScrollArea*>();
+    area->horizontalScrollBar()->setValue(area->horizontalScrollBar()->maximum() / 2);
+    area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum() / 2);
+    const QPoint under = box->uiToImageCoord(box->mapFrom(viewport, pointer));
+    for (int i = 0; i < 3; ++i) {
+        box->onBusyTimeout();
+        const QPointF at = box->mapFrom(viewport, pointer);
+        QWheelEvent e(at, box->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+        QApplication::sendEvent(box, &e);
+        QCOMPARE(box->getScaleIndex(), from + (delta > 0 ? -1 : 1) * (i + 1));
+        const QPoint now = box->uiToImageCoord(box->mapFrom(viewport, pointer));
+        QVERIFY2((now - under).manhattanLength() <= 2,
+                 qPrintable(QStringLiteral("(%1, %2) drifted to (%3, %4)").arg(under.x()).arg(under.y()).arg(now.x()).arg(now.y())));
+    }
+}
+
+void TestQuickSelectWindow::keysZoomAndFit()
+{
+    QuickSelectDocument doc(discPicture(600, 400));
+    VexaToolQuickSelectWidget window;
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    QTest::keyClick(&window, Qt::Key_Plus);
+    QCOMPARE(box->getScaleIndex(), 19);
+    QTest::keyClick(&window, Qt::Key_Minus);
+    QTest::keyClick(&window, Qt::Key_Minus);
+    QCOMPARE(box->getScaleIndex(), 21);
+    QCOMPARE(box->size(), QSize(500, 333));
+    // Fit: the largest factor at which the whole image shows without scrolling.
+    box->zoomStep(-10);
+    QTest::keyClick(&window, Qt::Key_0, Qt::ControlModifier);
+    const QSize room = window.findChild<QScrollArea*>()->maximumViewportSize();
+    QVERIFY(box->width() <= room.width() && box->height() <= room.height());
+    box->zoomStep(-1);
+    QVERIFY(box->width() > room.width() || box->height() > room.height());
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -240,6 +369,35 @@ void TestQuickSelectWindow::loadScalesToWorkingSize()
     QCOMPARE(qAlpha(seg.sourceImage.pixel(working.width() - 1, working.height() - 1)), 255);
     QCOMPARE(seg.regionMap.size(), size_t(working.width()) * size_t(working.height()));
     QCOMPARE(*window.getImageBox()->getImageToDraw(), seg.sourceImage);
+}
+
+void TestQuickSelectWindow::reloadFitsTheViewToTheZoom_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QPoint>("corner"); // the image point of the view's last pixel
+    QTest::newRow("factor 2") << 11 << QSize(400, 320) << QPoint(199, 159);
+    QTest::newRow("factor 1/4") << 27 << QSize(50, 40) << QPoint(196, 156);
+}
+
+// The zoom survives a Cancel and a new activation, and the view takes the size it gives.
+void TestQuickSelectWindow::reloadFitsTheViewToTheZoom()
+{
+    QFETCH(int, index);
+    QFETCH(QSize, size);
+    QFETCH(QPoint, corner);
+    QuickSelectDocument doc(discPicture(200, 160));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    box->zoomStep(index - 20);
+    window.releaseData();
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    QCOMPARE(box->getScaleIndex(), index);
+    QCOMPARE(box->size(), size);
+    QCOMPARE(box->uiToImageCoord(box->width() - 1, box->height() - 1), corner);
 }
 
 void TestQuickSelectWindow::clickPaintsDotOfPenWidth_data()
@@ -465,11 +623,32 @@ void TestQuickSelectWindow::resetAfterCut()
     QCOMPARE(*box->getImageToDraw(), seg.sourceImage);
     QCOMPARE(seg.alphaImage.pixel(3, 3), 0xFFFFFFFFu);
     QCOMPARE(countPixels(seg.markImage, 0u), 240 * 200);
-    // The background pen stays checked beside the foreground pen; the first one wins.
-    QVERIFY(child<QPushButton>(&window, "MarkBkg")->isChecked());
+    // The foreground pen is chosen as by a click: the background pen is off, and the buttons show it.
+    QVERIFY(!child<QPushButton>(&window, "MarkBkg")->isChecked());
+    QCOMPARE(child<QPushButton>(&window, "MarkBkg")->styleSheet(), QString());
     QVERIFY(child<QPushButton>(&window, "markObjButton")->isChecked());
+    QCOMPARE(child<QPushButton>(&window, "markObjButton")->styleSheet(), QStringLiteral("background:#ff0000"));
     stroke(box, {QPoint(110, 100), QPoint(130, 100)});
     QCOMPARE(seg.markImage.pixel(120, 100), VexaSegmentation::ForegroundMark);
+}
+
+// The marks a host reads while a step runs are those the step leaves: never pixels it is writing.
+void TestQuickSelectWindow::markImageDuringStepIsTheStepsResult()
+{
+    QuickSelectDocument doc(discPicture(600, 400));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get());
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    stroke(box, {QPoint(280, 200), QPoint(320, 200)});
+    child<QPushButton>(&window, "MarkBkg")->click();
+    stroke(box, {QPoint(5, 5), QPoint(594, 5), QPoint(594, 394), QPoint(5, 394), QPoint(5, 5)});
+    window.mark();
+    QVERIFY(window.isStepRunning());
+    const QImage during = window.property("markImage").value<QImage>();
+    QVERIFY(waitForStep(&window));
+    QVERIFY(countPixels(window.segmentation().markImage, VexaSegmentation::BoundaryMark) > 0); // the band
+    QCOMPARE(during, window.segmentation().markImage);
 }
 
 void TestQuickSelectWindow::cancelThenReloadBuildsFreshSegmentation()

@@ -48,6 +48,10 @@ void VexaToolQuickSelect::active(VexaContext* ctx)
         return;
     dialog->show();
     dialog->load(ctx);
+    if (dialog->segmentation().sourceImage.isNull()) {
+        disActive(); // nothing rendered: the window has said so, and does not open
+        return;
+    }
     container->exec();
     // Closing the container by other means than the window's buttons (Escape) is a Cancel.
     if (activated)

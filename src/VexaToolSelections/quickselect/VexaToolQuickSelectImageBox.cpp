@@ -1,6 +1,8 @@
 #include "VexaToolQuickSelectImageBox.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
+#include <QScrollBar>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
@@ -8,6 +10,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 VexaToolQuickSelectImageBox::VexaToolQuickSelectImageBox()
@@ -70,10 +73,54 @@ void VexaToolQuickSelectImageBox::initImageToDraw(const QImage* image)
 
 void VexaToolQuickSelectImageBox::releaseImageToDraw() { imageToDraw.reset(); }
 
+void VexaToolQuickSelectImageBox::releaseButtons()
+{
+    leftDown = false;
+    rightDown = false;
+}
+
 void VexaToolQuickSelectImageBox::fitToZoom()
 {
+    if (!imageToDraw)
+        return;
     const float s = getScale();
     resize(int(float(imageToDraw->width()) * s), int(float(imageToDraw->height()) * s));
+}
+
+void VexaToolQuickSelectImageBox::zoomAbout(int step, const QPointF& anchor)
+{
+    if (!imageToDraw)
+        return;
+    const QPointF imagePoint = anchor / scale();
+    // The scroll area that shows the view, if any: its viewport is the view's parent.
+    QWidget* viewport = parentWidget();
+    auto* area = viewport ? qobject_cast<QAbstractScrollArea*>(viewport->parentWidget()) : nullptr;
+    const QPointF onScreen = area ? QPointF(mapTo(viewport, QPoint(0, 0))) + anchor : anchor;
+    scaleIndex = std::clamp(scaleIndex + step, 0, maxScaleIndex);
+    fitToZoom(); // the scroll area takes the new size at once, scroll ranges included
+    if (area) {
+        // Where the view is larger than the viewport, its left edge sits at minus the scroll
+        // value; elsewhere the area centres it and the value stays 0.
+        const QPointF after = imagePoint * scale();
+        area->horizontalScrollBar()->setValue(int(std::lround(after.x() - onScreen.x())));
+        area->verticalScrollBar()->setValue(int(std::lround(after.y() - onScreen.y())));
+    }
+    update();
+}
+
+void VexaToolQuickSelectImageBox::zoomToFit(const QSize& available)
+{
+    if (!imageToDraw)
+        return;
+    // The list runs from the largest factor down; the last index fits whatever the space.
+    int index = 0;
+    while (index < maxScaleIndex
+           && (int(float(imageToDraw->width()) * float(scaleList[index])) > available.width()
+               || int(float(imageToDraw->height()) * float(scaleList[index])) > available.height()))
+        ++index;
+    scaleIndex = index;
+    fitToZoom();
+    update();
 }
 
 void VexaToolQuickSelectImageBox::zoomStep(int step)
@@ -118,6 +165,11 @@ void VexaToolQuickSelectImageBox::mouseMoveEvent(QMouseEvent* event)
                               QPoint(std::max(pos.x(), lastPos.x()) + pad - 1, std::max(pos.y(), lastPos.y()) + pad - 1))
                             .intersected(QRect(QPoint(0, 0), QPoint(int(float(imageToDraw->width()) * s) - 1,
                                                                     int(float(imageToDraw->height()) * s) - 1)));
+    // Only a button that the event says is held paints. A release the view never took (it
+    // came while a step ran, or after the window was hidden) would otherwise leave a flag set,
+    // and the next hover without a button would paint.
+    leftDown = leftDown && (event->buttons() & Qt::LeftButton);
+    rightDown = rightDown && (event->buttons() & Qt::RightButton);
     if (leftDown)
         emit line(uiToImageCoord(lastPos), uiToImageCoord(pos), false);
     if (rightDown)
@@ -129,8 +181,8 @@ void VexaToolQuickSelectImageBox::mouseMoveEvent(QMouseEvent* event)
 
 void VexaToolQuickSelectImageBox::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (!painting)
-        return;
+    // A release ends its drag even while painting is off: keeping the flag of a button that
+    // is up would let the pen paint without one.
     if (event->button() == Qt::RightButton)
         rightDown = false;
     else if (event->button() == Qt::LeftButton)
@@ -155,9 +207,8 @@ void VexaToolQuickSelectImageBox::wheelEvent(QWheelEvent* event)
     busyTimer.stop();
     busy = true;
     if (pendingStep != 0 && imageToDraw) {
-        scaleIndex = std::max(std::min(scaleIndex + pendingStep, maxScaleIndex), 0);
-        fitToZoom();
-        update();
+        // About the pointer, as in any editor: the point under it stays under it.
+        zoomAbout(pendingStep, event->position());
         pendingStep = 0;
     }
     busyTimer.start(5);
@@ -168,15 +219,21 @@ void VexaToolQuickSelectImageBox::paintEvent(QPaintEvent* event)
     if (!imageToDraw)
         return;
     const float s = getScale();
+    // The source is the exposed rectangle divided by the factor, fractions kept: cut to whole
+    // image pixels and stretched into the exposed rectangle, a partial repaint would shift or
+    // stretch its part against the rest, and every brush move would leave seams.
     const QRect exposed = event->rect();
-    const int x1 = exposed.left(), y1 = exposed.top(), x2 = exposed.right(), y2 = exposed.bottom();
-    const int sx = int(float(x1) / s), sy = int(float(y1) / s);
-    const QRect source(sx, sy, int(float(x2) / s) + 1 - sx, int(float(y2) / s) + 1 - sy);
-    const QRect target(x1, y1, x2 - x1 + 1, y2 - y1 + 1);
+    const QRectF source(exposed.x() / s, exposed.y() / s, exposed.width() / s, exposed.height() / s);
     QPainter painter(this);
-    painter.drawImage(target, *imageToDraw, source);
+    painter.drawImage(QRectF(exposed), *imageToDraw, source);
     painter.setPen(QColor(255, 255, 255, 255));
     painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
     const int r = int(float(radius) * s);
     painter.drawEllipse(cursorPos.x() - r, cursorPos.y() - r, 2 * r, 2 * r);
+}
+
+void VexaToolQuickSelectImageBox::hideEvent(QHideEvent* event)
+{
+    releaseButtons(); // the release of a drag cut short by hiding never reaches the view
+    QLabel::hideEvent(event);
 }

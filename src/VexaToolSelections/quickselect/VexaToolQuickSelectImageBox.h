@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPoint>
+#include <QPointF>
 #include <QTimer>
 
 #include <memory>
@@ -37,6 +38,17 @@ public:
     QImage* getImageToDraw() const { return imageToDraw.get(); }
     void releaseImageToDraw();
 
+    // Forgets the buttons held in the view: a drag that the view will not see end (the window
+    // was hidden or loads another document) must not go on painting when the pointer comes back.
+    void releaseButtons();
+    // Zooms by `step` indices about `anchor` (widget pixels): the image point under it stays
+    // under it on screen, as far as the enclosing scroll area can scroll.
+    void zoomAbout(int step, const QPointF& anchor);
+    // The largest factor at which the whole buffer fits into `available` widget pixels.
+    void zoomToFit(const QSize& available);
+    // Sizes the view to the buffer at the current factor.
+    void fitToZoom();
+
 signals:
     void line(QPoint p1, QPoint p2, bool inverse = false);
     // Never emitted: a graph cut runs only when the user asks for it.
@@ -52,12 +64,11 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void initScaleList();
     double scale() const { return scaleList[scaleIndex]; }
-    // Sizes the view to the buffer at the current factor.
-    void fitToZoom();
 
     bool leftDown = false;
     bool rightDown = false;

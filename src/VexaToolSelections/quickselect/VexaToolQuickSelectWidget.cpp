@@ -20,6 +20,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QSlider>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -218,6 +219,14 @@ VexaToolQuickSelectWidget::VexaToolQuickSelectWidget(QMainWindow* parent)
     connect(markClrButton, SIGNAL(clicked()), this, SLOT(on_markClrButton_clicked()));
     seg.maxWidth = 1536;
     seg.maxHeight = 1536;
+
+    // Zoom from the keyboard as in any editor: "+" (or "=", the same key unshifted) and "-"
+    // step about the middle of the view, Ctrl+0 fits the whole image.
+    for (int key : {int(Qt::Key_Plus), int(Qt::Key_Equal)})
+        new QShortcut(QKeySequence(key), this, [this] { zoomKey(-1); });
+    new QShortcut(QKeySequence(Qt::Key_Minus), this, [this] { zoomKey(1); });
+    new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_0), this,
+                  [this] { imageBox->zoomToFit(scrollArea->maximumViewportSize()); });
 }
 
 VexaToolQuickSelectWidget::~VexaToolQuickSelectWidget()
@@ -256,6 +265,15 @@ void VexaToolQuickSelectWidget::stepEnded(int serial)
         refreshAfterStep = false;
         refreshView();
     }
+}
+
+QImage VexaToolQuickSelectWidget::markImageCopy() const
+{
+    if (stepRunning) {
+        thread->wait();
+        thread->acquire();
+    }
+    return seg.markImage.copy();
 }
 
 void VexaToolQuickSelectWidget::stopThread()
@@ -337,15 +355,26 @@ void VexaToolQuickSelectWidget::load(VexaContext* context)
         if (image)
             rendered = *image;
     }
+    imageBox->releaseButtons(); // a drag of the last session never goes on in this one
     seg.load(rendered);
+    if (seg.sourceImage.isNull()) {
+        // Nothing to segment: the tool refuses to open rather than show an empty "0 x 0" window.
+        releaseData();
+        setWindowTitle(title);
+        QMessageBox box(QMessageBox::Information, title,
+                        tr("The document could not be rendered: there is nothing to select from."), QMessageBox::Ok);
+        box.exec();
+        return;
+    }
     const int W = seg.sourceImage.width(), H = seg.sourceImage.height();
-    imageBox->resize(W, H);
     imageBox->initImageToDraw(&seg.sourceImage);
-    imageBox->repaint(0, 0, W, H);
+    // The zoom survives between sessions; the view takes the size it gives this image, so
+    // that all of it can be seen and marked.
+    imageBox->fitToZoom();
+    imageBox->repaint();
     repaint();
     reset();
-    if (!seg.sourceImage.isNull())
-        startStep(0);
+    startStep(0);
     setWindowTitle(QString::number(W) + QStringLiteral(" x ") + QString::number(H) + QStringLiteral(" - ") + title);
 }
 
@@ -356,7 +385,9 @@ void VexaToolQuickSelectWidget::reset()
     if (!seg.sourceImage.isNull())
         seg.reset();
     showMarkBox->setChecked(true);
-    markObjButton->setChecked(true);
+    // As a click on it would: checking it alone left another chosen pen checked and coloured,
+    // and that one, not the foreground pen the button shows, painted the next stroke.
+    choosePen(markObjButton);
     radiusSlider->setValue(10);
     lambdaSlider->setValue(10);
     viewImageButton->setChecked(true);
@@ -524,6 +555,13 @@ void VexaToolQuickSelectWidget::on_showMarkBox_clicked() { refreshView(); }
 
 void VexaToolQuickSelectWidget::chooseMarkButton(QPushButton* chosen)
 {
+    choosePen(chosen);
+    viewImageButton->setChecked(true);
+    on_viewImageButton_clicked();
+}
+
+void VexaToolQuickSelectWidget::choosePen(QPushButton* chosen)
+{
     const std::pair<QPushButton*, QColor> pens[] = {
         {markObjButton, foregroundPen},
         {markBkgButton, backgroundPen},
@@ -534,8 +572,12 @@ void VexaToolQuickSelectWidget::chooseMarkButton(QPushButton* chosen)
         button->setChecked(button == chosen);
         button->setStyleSheet(button == chosen ? chosenStyle(colour) : QString());
     }
-    viewImageButton->setChecked(true);
-    on_viewImageButton_clicked();
+}
+
+void VexaToolQuickSelectWidget::zoomKey(int step)
+{
+    const QWidget* viewport = scrollArea->viewport();
+    imageBox->zoomAbout(step, imageBox->mapFrom(viewport, QPointF(viewport->width() / 2.0, viewport->height() / 2.0)));
 }
 
 void VexaToolQuickSelectWidget::on_markObjButton_clicked() { chooseMarkButton(markObjButton); }

@@ -50,8 +50,10 @@ public:
     Thread* getThread() const { return thread.get(); }
     // True from the start of a step until the window has seen it end.
     bool isStepRunning() const { return stepRunning; }
-    // A deep copy: never a second reference to an image a step may be writing.
-    QImage markImageCopy() const { return seg.markImage.copy(); }
+    // A deep copy: never a second reference to an image a step may be writing. While a step
+    // runs it waits for the step's end, so it never reads pixels the step is writing (the mark
+    // step writes its boundary band into the marks).
+    QImage markImageCopy() const;
 
 public slots:
     void load(VexaContext* context);
@@ -98,6 +100,10 @@ private:
     // Reloads the view for the view button that is checked and recomposes all of it.
     void refreshView();
     void chooseMarkButton(QPushButton* chosen);
+    // Checks `chosen` alone among the mark buttons and gives it its colour.
+    void choosePen(QPushButton* chosen);
+    // Keyboard zoom: by `step` indices about the middle of what the scroll area shows.
+    void zoomKey(int step);
     void setStepControlsEnabled(bool enabled);
 
     QString title;

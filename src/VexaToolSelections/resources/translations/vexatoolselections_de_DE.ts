@@ -262,6 +262,10 @@
         <source>Image Files (*.bmp *.gif *.jpg *.jpeg *.png)</source>
         <translation>Bilddateien (*.bmp *.gif *.jpg *.jpeg *.png)</translation>
     </message>
+    <message>
+        <source>The document could not be rendered: there is nothing to select from.</source>
+        <translation>Das Dokument konnte nicht gerendert werden: Es gibt nichts, woraus ausgewählt werden kann.</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

@@ -262,6 +262,10 @@
         <source>Image Files (*.bmp *.gif *.jpg *.jpeg *.png)</source>
         <translation>Archivos de imagen (*.bmp *.gif *.jpg *.jpeg *.png)</translation>
     </message>
+    <message>
+        <source>The document could not be rendered: there is nothing to select from.</source>
+        <translation>No se ha podido representar el documento: no hay nada de lo que seleccionar.</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

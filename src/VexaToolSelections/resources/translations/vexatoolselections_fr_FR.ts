@@ -262,6 +262,10 @@
         <source>Image Files (*.bmp *.gif *.jpg *.jpeg *.png)</source>
         <translation>Fichiers image (*.bmp *.gif *.jpg *.jpeg *.png)</translation>
     </message>
+    <message>
+        <source>The document could not be rendered: there is nothing to select from.</source>
+        <translation>Le document n’a pas pu être rendu : il n’y a rien à sélectionner.</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

@@ -262,6 +262,10 @@
         <source>Image Files (*.bmp *.gif *.jpg *.jpeg *.png)</source>
         <translation>画像ファイル (*.bmp *.gif *.jpg *.jpeg *.png)</translation>
     </message>
+    <message>
+        <source>The document could not be rendered: there is nothing to select from.</source>
+        <translation>ドキュメントを描画できませんでした。選択できるものがありません。</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

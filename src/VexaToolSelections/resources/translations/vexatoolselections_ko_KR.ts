@@ -262,6 +262,10 @@
         <source>Image Files (*.bmp *.gif *.jpg *.jpeg *.png)</source>
         <translation>이미지 파일 (*.bmp *.gif *.jpg *.jpeg *.png)</translation>
     </message>
+    <message>
+        <source>The document could not be rendered: there is nothing to select from.</source>
+        <translation>문서를 렌더링할 수 없습니다. 선택할 대상이 없습니다.</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>
