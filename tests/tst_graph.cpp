@@ -228,6 +228,7 @@ private slots:
     void hardWeightsPileUp();
     void markingRunsOnOneGraph();
     void changedListFlagIsCleared();
+    void cancelStopsTheSearch();
 };
 
 void TestGraph::roomAndNodeGrowth()
@@ -842,6 +843,40 @@ void TestGraph::changedListFlagIsCleared()
         &err);
     QCOMPARE(status, -SIGABRT);
     QVERIFY(err.contains("nodes[i].is_in_changed_list"));
+}
+
+void TestGraph::cancelStopsTheSearch()
+{
+    // A 200 x 200 grid with seeded weights: a search of far more than the 4096 growth steps
+    // between two looks at the flag.
+    auto build = [](GraphI& g) {
+        const int side = 200;
+        std::mt19937 rng(11);
+        std::uniform_int_distribution<int> cap(1, 50), weight(-40, 40);
+        g.add_node(side * side);
+        for (int y = 0; y < side; ++y)
+            for (int x = 0; x < side; ++x) {
+                const int i = y * side + x;
+                if (x + 1 < side)
+                    g.add_edge(i, i + 1, cap(rng), cap(rng));
+                if (y + 1 < side)
+                    g.add_edge(i, i + side, cap(rng), cap(rng));
+                const int w = weight(rng);
+                g.add_tweights(i, std::max(w, 0), std::max(-w, 0));
+            }
+    };
+    GraphI plain(40000, 80000), unset(40000, 80000), set(40000, 80000);
+    build(plain);
+    build(unset);
+    build(set);
+    const std::atomic<bool> no{false}, yes{true};
+    const int full = plain.maxflow();
+    // An unset flag changes nothing: the same flow and the same side for every node.
+    QCOMPARE(unset.maxflow(false, nullptr, &no), full);
+    for (int i = 0; i < 40000; ++i)
+        QCOMPARE(unset.what_segment(i), plain.what_segment(i));
+    // A set one ends the search early, short of the maximum.
+    QVERIFY(set.maxflow(false, nullptr, &yes) < full);
 }
 
 QTEST_MAIN(TestGraph)

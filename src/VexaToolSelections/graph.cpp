@@ -511,7 +511,8 @@ void Graph<captype, tcaptype, flowtype>::adopt_orphans()
 }
 
 template <typename captype, typename tcaptype, typename flowtype>
-flowtype Graph<captype, tcaptype, flowtype>::maxflow(bool reuse_trees, Block<node_id>* _changed_list)
+flowtype Graph<captype, tcaptype, flowtype>::maxflow(bool reuse_trees, Block<node_id>* _changed_list,
+                                                     const std::atomic<bool>* cancel)
 {
     if (!nodeptr_block)
         nodeptr_block = std::make_unique<DBlock<nodeptr>>(NODEPTR_BLOCK_SIZE, error_function);
@@ -527,7 +528,16 @@ flowtype Graph<captype, tcaptype, flowtype>::maxflow(bool reuse_trees, Block<nod
         maxflow_init();
 
     node* current_node = nullptr;
+    // Looked at once per 4096 growth steps (each with the augmentation and adoption it may
+    // lead to), not at every one: the loop is the engine's hot path.
+    constexpr int cancel_interval = 4096;
+    int until_cancel_check = cancel_interval;
     for (;;) {
+        if (cancel && --until_cancel_check == 0) {
+            until_cancel_check = cancel_interval;
+            if (cancel->load(std::memory_order_relaxed))
+                break;
+        }
         node* i = current_node;
         if (i) {
             i->next = nullptr;

@@ -9,6 +9,7 @@
 // memory and misuse of tree reuse call the optional error function and end the process with
 // status 1, since a half-built graph cannot be recovered.
 
+#include <atomic>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
@@ -244,7 +245,12 @@ public:
     };
     edge_batch begin_edges(const node_id* i, const node_id* j, int count);
 
-    flowtype maxflow(bool reuse_trees = false, Block<node_id>* _changed_list = nullptr);
+    // With `cancel`, the search looks at the flag every few thousand growth steps and returns
+    // once it is set. The flow found until then is a valid flow but not a maximum one, and the
+    // trees are left half-grown: the graph must be rebuilt before it is cut again (a later call
+    // with tree reuse is then wrong). Unset, the flag changes nothing: the same flow, the same cut.
+    flowtype maxflow(bool reuse_trees = false, Block<node_id>* _changed_list = nullptr,
+                     const std::atomic<bool>* cancel = nullptr);
     // The side of the cut node i lies on; a node in neither tree gets `default_segm`.
     termtype what_segment(node_id i, termtype default_segm = SOURCE) const;
 

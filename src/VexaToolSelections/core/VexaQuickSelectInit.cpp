@@ -113,6 +113,10 @@ int labelAndScan(const QImage& source, std::vector<int>& regionMap, int W, int H
     std::thread gather([&] {
         const ConstPixels src = pixels(source);
         for (int y = 0; y < H;) {
+            // On a busy machine this thread may lag far behind the scan: a cancelled scan must
+            // not wait for it to catch up.
+            if (cancel.load(std::memory_order_relaxed))
+                return;
             const int ready = std::min(H, rowsFinal.load(std::memory_order_acquire));
             if (y >= ready) {
                 if (stop.load(std::memory_order_acquire) && y >= rowsFinal.load(std::memory_order_acquire))
@@ -120,7 +124,7 @@ int labelAndScan(const QImage& source, std::vector<int>& regionMap, int W, int H
                 std::this_thread::yield();
                 continue;
             }
-            for (; y < ready; ++y)
+            for (; y < ready && !cancel.load(std::memory_order_relaxed); ++y)
                 scan.addRow(src.row(y), regionMap.data() + qsizetype(y) * W, y);
         }
     });

@@ -512,10 +512,15 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
             for (size_t i = 0; i < buffer->size(); i += 1024)
                 (*buffer)[i] = 0.0f;
     });
-    seg.graph->maxflow(false, nullptr);
+    seg.graph->maxflow(false, nullptr, &cancel);
     fault.join();
-    if (cancel)
+    if (cancel) {
+        // The cut stopped part way: its flow is not a maximum one and its trees are half-grown,
+        // so this graph must never be cut again. Without it the segmentation counts as not
+        // initialised until the next init builds a new one.
+        seg.graph.reset();
         return;
+    }
 
     // Writable views once, here: the passes below run on several threads.
     const ConstPixels source = pixels(seg.sourceImage);

@@ -93,7 +93,15 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
         int* const label = labels.data();
         const int* const grad = g.data();
         int* const fifo = queue.data();
+        // A flat area can flood a large part of the image from one seed: the cancel flag is
+        // looked at every 65536 pixels of a flood too, not only once per row of the scan.
+        size_t nextCheck = head + 65536;
         while (head < tail) {
+            if (head == nextCheck) {
+                if (cancel.load(std::memory_order_relaxed))
+                    break;
+                nextCheck += 65536;
+            }
             const int cur = fifo[head++];
             const int x = cur % W;
             const int own = label[cur], gc = grad[cur];
@@ -113,6 +121,8 @@ int watershed(QImage const& image, std::vector<int>& labels, const std::atomic<b
             }
             take(cur < total - W ? cur + W : cur, cur < total - W);
         }
+        if (head < tail)
+            break; // cancelled part way through the flood
     }
     if (rowsFinal && !cancel.load(std::memory_order_relaxed))
         rowsFinal->store(H, std::memory_order_release);
