@@ -2,11 +2,11 @@
 
 #include <QAbstractScrollArea>
 #include <QApplication>
-#include <QScrollBar>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPaintEvent>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -112,7 +112,7 @@ void VexaToolQuickSelectImageBox::zoomToFit(const QSize& available)
 {
     if (!imageToDraw)
         return;
-    // The list runs from the largest factor down; the last index fits whatever the space.
+    // The list runs from the largest factor down; where none fits, the smallest is taken.
     int index = 0;
     while (index < maxScaleIndex
            && (int(float(imageToDraw->width()) * float(scaleList[index])) > available.width()
