@@ -1,13 +1,14 @@
 // vexa-glmatte: the GPU matting view's matte of an image and a picture of marks, from the
 // command line.
 //
-//   vexa-glmatte IMAGE MARKS OUT [--passes N] [--timings]
+//   vexa-glmatte IMAGE MARKS OUT [--passes N] [--timings] [--shaders RCC]
 //
 // MARKS has IMAGE's size: red pixels mark the object, green ones the unknown band, blue ones
 // the background; any other colour is unmarked. OUT receives the matte as an 8-bit grey PNG
 // of IMAGE's size. The view needs an OpenGL 2.1 context, so a display (an X server such as
 // xvfb-run's) must be at hand. Exit status: 0 done, 2 bad arguments or files, 3 no OpenGL 2.1
-// context.
+// context or a matting program that does not build (its log goes to stderr; no matte is
+// written then, since it would lack a pass).
 #include "QuickSelectGLWidget.h"
 #include "VexaImageFile.h"
 
@@ -18,12 +19,15 @@
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
+#include <QResource>
 #include <QSurfaceFormat>
 
 #include <GL/gl.h>
 
 #include <algorithm>
 #include <cstdio>
+
+extern "C" int qCleanupResources_Resources();
 
 namespace {
 
@@ -106,7 +110,11 @@ int main(int argc, char** argv)
     const QCommandLineOption passes(QStringLiteral("passes"), QStringLiteral("Closed-form smoothing passes (default 4)."),
                                     QStringLiteral("N"), QStringLiteral("4"));
     const QCommandLineOption timings(QStringLiteral("timings"), QStringLiteral("Print the time of the matte."));
-    cli.addOptions({passes, timings});
+    const QCommandLineOption shaders(QStringLiteral("shaders"),
+                                     QStringLiteral("Take the matting programs from this compiled resource file instead "
+                                                    "of the built-in ones (to try changed programs)."),
+                                     QStringLiteral("RCC"));
+    cli.addOptions({passes, timings, shaders});
     cli.addPositionalArgument(QStringLiteral("IMAGE"), QStringLiteral("The picture."));
     cli.addPositionalArgument(QStringLiteral("MARKS"), QStringLiteral("The marks, a picture of IMAGE's size."));
     cli.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("Where the matte goes (PNG)."));
@@ -138,6 +146,12 @@ int main(int argc, char** argv)
                            .arg(image.width())
                            .arg(image.height()));
 
+    if (cli.isSet(shaders)) {
+        qCleanupResources_Resources();
+        if (!QResource::registerResource(cli.value(shaders)))
+            return fail(2, QStringLiteral("cannot read the programs %1").arg(cli.value(shaders)));
+    }
+
     int largestSide = 0;
     if (!probeOpenGL(&why, &largestSide))
         return fail(3, why);
@@ -150,10 +164,17 @@ int main(int argc, char** argv)
     QElapsedTimer clock;
     clock.start();
     QuickSelectGLWidget view;
+    // Nobody is at the screen to close a message box: failures go to stderr.
+    view.messageBoxes = false;
+    QObject::connect(&view, &QuickSelectGLWidget::failed, [](const QString& message) {
+        std::fprintf(stderr, "vexa-glmatte: %s\n", qPrintable(message.trimmed()));
+    });
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.loadFromImage(image); // taken when the view gets its context
     view.show();
     QCoreApplication::processEvents();
+    if (!view.programsReady())
+        return fail(3, QStringLiteral("the matting programs cannot run on this OpenGL"));
     if (!view.fbo)
         return fail(3, QStringLiteral("no OpenGL 2.1 context for the matting view"));
 
@@ -177,7 +198,8 @@ int main(int argc, char** argv)
 
     view.brushRadius = passCount;
     clock.restart();
-    view.matte();
+    if (!view.matte())
+        return fail(3, QStringLiteral("a matting pass could not run"));
     view.makeCurrent();
     glFinish();
     const qint64 matteNs = clock.nsecsElapsed();

@@ -20,10 +20,12 @@ QOpenGLFunctions* gl()
     return QOpenGLContext::currentContext()->functions();
 }
 
-// Sets the drawing coordinates to w x h pixels, y down from the top.
-void orthoPixels(int w, int h)
+// Sets the drawing coordinates to w x h pixels, y down from the top, over a viewport of
+// `device` pixels: on a high-density screen the widget's frame buffer has more pixels than
+// the widget, and a viewport in widget pixels would cover only a corner of it.
+void orthoPixels(int w, int h, QSize device)
 {
-    glViewport(0, 0, w, h);
+    glViewport(0, 0, device.width(), device.height());
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glOrtho(0, w, h, 0, -1, 1);
@@ -165,12 +167,45 @@ void QuickSelectGLWidget::contextLost()
     m_glReady = false;
 }
 
+void QuickSelectGLWidget::report(const QString& message)
+{
+    m_lastError = message;
+    emit failed(message);
+    if (messageBoxes) {
+        QMessageBox::critical(this, caption, message, QMessageBox::Ok);
+        // The box may have drawn with another context.
+        makeCurrent();
+    }
+}
+
+bool QuickSelectGLWidget::programsReady() const
+{
+    if (!m_glReady || m_glUnsupported)
+        return false;
+    for (const auto* program : {&trimapShader, &expandShader, &fastFillShader, &robustShader, &closedShader, &resultShader})
+        if (!(*program)->isLinked())
+            return false;
+    return true;
+}
+
 void QuickSelectGLWidget::initializeGL()
 {
     connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &QuickSelectGLWidget::contextLost,
             Qt::DirectConnection);
     glClearColor(0, 0, 0, 0);
     glDisable(GL_DEPTH_TEST);
+    // The fixed-function drawing and the programs need desktop OpenGL 2.1; anything less would
+    // fail call by call without a word.
+    const QSurfaceFormat got = context()->format();
+    m_glUnsupported = context()->isOpenGLES() || got.version() < qMakePair(2, 1);
+    if (m_glUnsupported) {
+        m_glReady = true;
+        report(tr("The matting view needs OpenGL 2.1; this driver offers only %1 %2.%3.")
+                   .arg(context()->isOpenGLES() ? QStringLiteral("OpenGL ES") : QStringLiteral("OpenGL"))
+                   .arg(got.majorVersion())
+                   .arg(got.minorVersion()));
+        return;
+    }
     QOpenGLShaderProgram* programs[] = {trimapShader.get(), expandShader.get(), fastFillShader.get(),
                                         robustShader.get(), closedShader.get(), resultShader.get()};
     for (int i = 0; i < 6; ++i) {
@@ -181,11 +216,8 @@ void QuickSelectGLWidget::initializeGL()
             text = tr(src.compileFailed) + program.log();
         else if (!program.link())
             text = tr(src.linkFailed) + program.log();
-        if (!text.isEmpty()) {
-            QMessageBox::critical(this, caption, text, QMessageBox::Ok);
-            // The box may have drawn with another context.
-            makeCurrent();
-        }
+        if (!text.isEmpty())
+            report(text);
     }
     m_glReady = true;
     if (!m_image.isNull())
@@ -194,15 +226,20 @@ void QuickSelectGLWidget::initializeGL()
 
 void QuickSelectGLWidget::resizeGL(int w, int h)
 {
-    // Widget pixels are drawing coordinates.
-    orthoPixels(w, h);
+    // Widget pixels are drawing coordinates; the frame buffer is sized as the base class sizes it.
+    orthoPixels(w, h, QSize(w, h) * devicePixelRatio());
+}
+
+void QuickSelectGLWidget::drawIntoWidget()
+{
+    orthoPixels(width(), height(), size() * devicePixelRatio());
 }
 
 bool QuickSelectGLWidget::input(const QString& fileName)
 {
     QImage image;
     if (!image.load(fileName)) {
-        QMessageBox::critical(this, caption, tr("Failed to open file:\n'%1'.").arg(fileName), QMessageBox::Ok);
+        report(tr("Failed to open file:\n'%1'.").arg(fileName));
         return false;
     }
     loadFromImage(image);
@@ -213,10 +250,33 @@ void QuickSelectGLWidget::loadFromImage(const QImage& image)
 {
     if (image.isNull())
         return;
-    m_image = image.convertToFormat(QImage::Format_ARGB32);
-    if (!m_glReady)
+    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+    if (!m_glReady) {
+        m_image = argb;
+        return;
+    }
+    if (m_glUnsupported)
         return;
     makeCurrent();
+    // A texture or a viewport beyond the driver's limits makes every later call fail quietly.
+    GLint maxTexture = 0, maxViewport[2] = {0, 0};
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxTexture);
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, maxViewport);
+    const int largest = std::min({int(maxTexture), int(maxViewport[0]), int(maxViewport[1])});
+    // The image that waited for the context was the one refused: nothing is left to load.
+    auto refuse = [this](const QString& message) {
+        if (!fbo)
+            m_image = QImage();
+        report(message);
+    };
+    if (argb.width() > largest || argb.height() > largest) {
+        refuse(tr("The image is %1 x %2 pixels, larger than this OpenGL's largest texture (%3 pixels a side).")
+                   .arg(argb.width())
+                   .arg(argb.height())
+                   .arg(largest));
+        return;
+    }
+    m_image = argb;
     imageWidth = texWidth = m_image.width();
     imageHeight = texHeight = m_image.height();
 
@@ -226,12 +286,33 @@ void QuickSelectGLWidget::loadFromImage(const QImage& image)
     clear.fill(0u); // no marks
 
     deleteGLObjects();
+    for (int i = 0; i < 8 && glGetError() != GL_NO_ERROR; ++i) {
+        // Earlier errors are not this image's.
+    }
     colorTexture = uploadTexture(m_image);
     alphaTexture = uploadTexture(grey);
     marksTexture = uploadTexture(clear);
 
     fbo = std::make_unique<QOpenGLFramebufferObject>(texWidth, texHeight, QOpenGLFramebufferObject::NoAttachment,
                                                       GL_TEXTURE_2D, GL_RGBA8);
+    // Every texture a pass renders into must make a complete frame buffer, and the memory for
+    // all of them must have been there.
+    bool complete = fbo->isValid() && glGetError() == GL_NO_ERROR;
+    for (GLuint texture : {alphaTexture, marksTexture}) {
+        if (!complete)
+            break;
+        renderInto(texture);
+        complete = gl()->glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
+        releaseTarget();
+    }
+    if (!complete) {
+        deleteGLObjects();
+        m_image = QImage();
+        imageWidth = texWidth = imageHeight = texHeight = 0;
+        refuse(tr("This OpenGL cannot render into a %1 x %2 texture.").arg(argb.width()).arg(argb.height()));
+        update();
+        return;
+    }
     // The scratch texture is read as well as written (flood alternates with it).
     glBindTexture(GL_TEXTURE_2D, fbo->texture());
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
@@ -303,14 +384,18 @@ void QuickSelectGLWidget::renderInto(GLuint texture)
 {
     fbo->bind();
     gl()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
-    orthoPixels(texWidth, texHeight);
+    orthoPixels(texWidth, texHeight, QSize(texWidth, texHeight));
 }
 
 void QuickSelectGLWidget::releaseTarget()
 {
-    gl()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, fbo->texture(), 0);
-    fbo->release();
-    orthoPixels(width(), height());
+    // Only the scratch frame buffer gets its own texture back: attached to the widget's frame
+    // buffer, it would take the place of what the widget shows.
+    if (fbo->isBound()) {
+        gl()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, fbo->texture(), 0);
+        fbo->release();
+    }
+    drawIntoWidget();
 }
 
 bool QuickSelectGLWidget::pass(QOpenGLShaderProgram& program, GLuint unit0, GLuint unit1)
@@ -349,8 +434,11 @@ void QuickSelectGLWidget::reset()
 
 void QuickSelectGLWidget::flood(int passes)
 {
-    if (!fbo)
+    if (!fbo || passes <= 0)
         return;
+    // A pass that changes nothing changes nothing after it either, and no fill needs more
+    // passes than the image has pixels.
+    passes = int(std::min<qint64>(passes, qint64(texWidth) * texHeight));
     makeCurrent();
     // The passes alternate between the marks and the scratch texture, so that no pass reads
     // the texture it writes; the growth is one pixel per pass either way.
@@ -374,22 +462,25 @@ void QuickSelectGLWidget::flood(int passes)
     update();
 }
 
-void QuickSelectGLWidget::matte()
+bool QuickSelectGLWidget::matte()
 {
     if (!fbo)
-        return;
+        return false;
     makeCurrent();
     renderInto(alphaTexture);
-    pass(*trimapShader, marksTexture, 0);
+    bool all = pass(*trimapShader, marksTexture, 0);
     renderInto(fbo->texture());
-    if (pass(*expandShader, alphaTexture, colorTexture))
-        copyIntoAlpha();
-    if (pass(*robustShader, alphaTexture, colorTexture))
-        copyIntoAlpha();
+    auto run = [&](QOpenGLShaderProgram& program) {
+        if (pass(program, alphaTexture, colorTexture))
+            copyIntoAlpha();
+        else
+            all = false;
+    };
+    run(*expandShader);
+    run(*robustShader);
     // Each pass reads the previous pass's result.
     for (int i = 0; i < brushRadius; ++i)
-        if (pass(*closedShader, alphaTexture, colorTexture))
-            copyIntoAlpha();
+        run(*closedShader);
     QOpenGLFunctions* f = gl();
     f->glActiveTexture(GL_TEXTURE1);
     glBindTexture(GL_TEXTURE_2D, 0);
@@ -398,6 +489,7 @@ void QuickSelectGLWidget::matte()
     f->glUseProgram(0);
     releaseTarget();
     update();
+    return all;
 }
 
 void QuickSelectGLWidget::saveToImage(QImage& out)
@@ -430,7 +522,7 @@ void QuickSelectGLWidget::drawTexture(GLuint texture)
 
 void QuickSelectGLWidget::paintGL()
 {
-    orthoPixels(width(), height());
+    drawIntoWidget();
     glClear(GL_COLOR_BUFFER_BIT);
     glColor4f(1, 1, 1, 1);
     glMatrixMode(GL_MODELVIEW);

@@ -21,6 +21,10 @@ class QOpenGLShaderProgram;
 // the operations invokable, so a host that loads the plug-in at run time can drive the view
 // through its meta-object without linking against it.
 //
+// Failures (a program that does not build, an image or driver the view cannot work with) are
+// reported through failed() and lastError; by default the view also shows them in a message
+// box, which a host without a user at the screen turns off with messageBoxes.
+//
 // Textures hold the image bottom row first, like the frame buffer, so a fragment's window
 // position times DimT is its own texel and the drawing coordinates (widget pixels, y down)
 // are image pixels.
@@ -33,6 +37,9 @@ class Q_DECL_EXPORT QuickSelectGLWidget : public QOpenGLWidget
     Q_PROPERTY(int markMode MEMBER markMode)
     Q_PROPERTY(int viewMode MEMBER viewMode)
     Q_PROPERTY(QString caption MEMBER caption)
+    Q_PROPERTY(bool messageBoxes MEMBER messageBoxes)
+    Q_PROPERTY(QString lastError READ lastError)
+    Q_PROPERTY(bool programsReady READ programsReady)
 
 public:
     Q_INVOKABLE explicit QuickSelectGLWidget(QWidget* parent = nullptr);
@@ -42,17 +49,23 @@ public:
     // current image.
     Q_INVOKABLE bool input(const QString& fileName);
     // Loads an image: all unknown, no marks. Before the view has its OpenGL context the image
-    // waits and is loaded when the context arrives.
+    // waits and is loaded when the context arrives. An image larger than the driver's textures,
+    // or one it cannot render into, is refused with a failure and the current image stays.
     Q_INVOKABLE void loadFromImage(const QImage& image);
     // The matte as an opaque grey image of the view's size; null while no image is loaded.
     Q_INVOKABLE void saveToImage(QImage& out);
-    // Grows the object and background marks by one pixel per pass.
+    // Grows the object and background marks by one pixel per pass; no passes, nothing happens.
     Q_INVOKABLE void flood(int passes);
     // Marks to trimap, then Expand, Robust and brushRadius Closed passes into the matte.
-    Q_INVOKABLE void matte();
+    // False when no image is loaded or a program could not be built, so that a pass is missing.
+    Q_INVOKABLE bool matte();
     // No marks and an all-unknown trimap.
     Q_INVOKABLE void reset();
     void deleteGLObjects();
+    // The text of the latest failure; empty while there was none.
+    QString lastError() const { return m_lastError; }
+    // Whether the OpenGL context is usable and all six programs were built.
+    bool programsReady() const;
 
     bool leftDown = false;
     bool midDown = false;
@@ -78,6 +91,12 @@ public:
     std::unique_ptr<QOpenGLShaderProgram> resultShader;
     QPoint lastPos;
     QString caption;
+    bool messageBoxes = true;
+
+signals:
+    // A program that did not build (with its log), an unreadable file, an image or a driver the
+    // view cannot work with.
+    void failed(const QString& message);
 
 protected:
     void initializeGL() override;
@@ -100,11 +119,18 @@ private:
     void copyIntoAlpha();
     void drawTexture(GLuint texture);
     void contextLost();
+    void report(const QString& message);
+    // The view's own frame buffer as the drawing area: widget pixels are drawing coordinates,
+    // the viewport covers every device pixel.
+    void drawIntoWidget();
 
     // The image that is loaded, or waits for the context; loaded again when a new context
     // replaces a lost one.
     QImage m_image;
     bool m_glReady = false;
+    // The context is OpenGL ES or older than 2.1: nothing is built or loaded.
+    bool m_glUnsupported = false;
+    QString m_lastError;
 };
 
 // Draws one stroke segment as a filled polygon in the current colour: half-width `radius`

@@ -81,6 +81,18 @@
         <translation>Die Datei konnte nicht geöffnet werden:
 &apos;%1&apos;.</translation>
     </message>
+    <message>
+        <source>The matting view needs OpenGL 2.1; this driver offers only %1 %2.%3.</source>
+        <translation>Die Matting-Ansicht braucht OpenGL 2.1; dieser Treiber bietet nur %1 %2.%3.</translation>
+    </message>
+    <message>
+        <source>The image is %1 x %2 pixels, larger than this OpenGL&apos;s largest texture (%3 pixels a side).</source>
+        <translation>Das Bild ist %1 x %2 Pixel groß und damit größer als die größte Textur dieses OpenGL (%3 Pixel je Seite).</translation>
+    </message>
+    <message>
+        <source>This OpenGL cannot render into a %1 x %2 texture.</source>
+        <translation>Dieses OpenGL kann nicht in eine Textur von %1 x %2 zeichnen.</translation>
+    </message>
 </context>
 <context>
     <name>Thread</name>

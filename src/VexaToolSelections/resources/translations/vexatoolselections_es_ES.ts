@@ -81,6 +81,18 @@
         <translation>No se pudo abrir el archivo:
 &apos;%1&apos;.</translation>
     </message>
+    <message>
+        <source>The matting view needs OpenGL 2.1; this driver offers only %1 %2.%3.</source>
+        <translation>La vista de matting necesita OpenGL 2.1; este controlador solo ofrece %1 %2.%3.</translation>
+    </message>
+    <message>
+        <source>The image is %1 x %2 pixels, larger than this OpenGL&apos;s largest texture (%3 pixels a side).</source>
+        <translation>La imagen mide %1 x %2 píxeles, más que la textura más grande de este OpenGL (%3 píxeles por lado).</translation>
+    </message>
+    <message>
+        <source>This OpenGL cannot render into a %1 x %2 texture.</source>
+        <translation>Este OpenGL no puede dibujar en una textura de %1 x %2.</translation>
+    </message>
 </context>
 <context>
     <name>Thread</name>

@@ -81,6 +81,18 @@
         <translation>Impossible d&apos;ouvrir le fichier :
 &apos;%1&apos;.</translation>
     </message>
+    <message>
+        <source>The matting view needs OpenGL 2.1; this driver offers only %1 %2.%3.</source>
+        <translation>La vue de détourage nécessite OpenGL 2.1 ; ce pilote ne propose que %1 %2.%3.</translation>
+    </message>
+    <message>
+        <source>The image is %1 x %2 pixels, larger than this OpenGL&apos;s largest texture (%3 pixels a side).</source>
+        <translation>L’image mesure %1 x %2 pixels, plus que la plus grande texture de cet OpenGL (%3 pixels de côté).</translation>
+    </message>
+    <message>
+        <source>This OpenGL cannot render into a %1 x %2 texture.</source>
+        <translation>Cet OpenGL ne peut pas dessiner dans une texture de %1 x %2.</translation>
+    </message>
 </context>
 <context>
     <name>Thread</name>

@@ -81,6 +81,18 @@
         <translation>ファイルを開けませんでした:
 &apos;%1&apos;。</translation>
     </message>
+    <message>
+        <source>The matting view needs OpenGL 2.1; this driver offers only %1 %2.%3.</source>
+        <translation>マッティングビューには OpenGL 2.1 が必要です。このドライバーは %1 %2.%3 しか提供していません。</translation>
+    </message>
+    <message>
+        <source>The image is %1 x %2 pixels, larger than this OpenGL&apos;s largest texture (%3 pixels a side).</source>
+        <translation>画像は %1 x %2 ピクセルで、この OpenGL の最大テクスチャ (一辺 %3 ピクセル) より大きいです。</translation>
+    </message>
+    <message>
+        <source>This OpenGL cannot render into a %1 x %2 texture.</source>
+        <translation>この OpenGL は %1 x %2 のテクスチャに描画できません。</translation>
+    </message>
 </context>
 <context>
     <name>Thread</name>

@@ -81,6 +81,18 @@
         <translation>파일을 열 수 없습니다:
 &apos;%1&apos;.</translation>
     </message>
+    <message>
+        <source>The matting view needs OpenGL 2.1; this driver offers only %1 %2.%3.</source>
+        <translation>매팅 보기에는 OpenGL 2.1이 필요합니다. 이 드라이버는 %1 %2.%3만 제공합니다.</translation>
+    </message>
+    <message>
+        <source>The image is %1 x %2 pixels, larger than this OpenGL&apos;s largest texture (%3 pixels a side).</source>
+        <translation>이미지가 %1 x %2 픽셀로, 이 OpenGL의 최대 텍스처(한 변 %3 픽셀)보다 큽니다.</translation>
+    </message>
+    <message>
+        <source>This OpenGL cannot render into a %1 x %2 texture.</source>
+        <translation>이 OpenGL은 %1 x %2 텍스처에 그릴 수 없습니다.</translation>
+    </message>
 </context>
 <context>
     <name>Thread</name>

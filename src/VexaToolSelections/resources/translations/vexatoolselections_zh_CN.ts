@@ -81,6 +81,18 @@
         <translation>无法打开文件：
 &apos;%1&apos;。</translation>
     </message>
+    <message>
+        <source>The matting view needs OpenGL 2.1; this driver offers only %1 %2.%3.</source>
+        <translation>抠图视图需要 OpenGL 2.1；此驱动程序只提供 %1 %2.%3。</translation>
+    </message>
+    <message>
+        <source>The image is %1 x %2 pixels, larger than this OpenGL&apos;s largest texture (%3 pixels a side).</source>
+        <translation>图像为 %1 x %2 像素，大于此 OpenGL 的最大纹理（每边 %3 像素）。</translation>
+    </message>
+    <message>
+        <source>This OpenGL cannot render into a %1 x %2 texture.</source>
+        <translation>此 OpenGL 无法绘制到 %1 x %2 的纹理中。</translation>
+    </message>
 </context>
 <context>
     <name>Thread</name>

@@ -81,6 +81,18 @@
         <translation>無法開啟檔案：
 &apos;%1&apos;。</translation>
     </message>
+    <message>
+        <source>The matting view needs OpenGL 2.1; this driver offers only %1 %2.%3.</source>
+        <translation>去背檢視需要 OpenGL 2.1；此驅動程式只提供 %1 %2.%3。</translation>
+    </message>
+    <message>
+        <source>The image is %1 x %2 pixels, larger than this OpenGL&apos;s largest texture (%3 pixels a side).</source>
+        <translation>影像為 %1 x %2 像素，大於此 OpenGL 的最大材質（每邊 %3 像素）。</translation>
+    </message>
+    <message>
+        <source>This OpenGL cannot render into a %1 x %2 texture.</source>
+        <translation>此 OpenGL 無法繪製到 %1 x %2 的材質中。</translation>
+    </message>
 </context>
 <context>
     <name>Thread</name>
