@@ -1,17 +1,28 @@
 // bench-glmatting: the GPU matting view's matte() at 1536 x 1536, and each of its passes,
-// median of 5. Needs a display (xvfb-run on a machine without a GPU: Mesa's llvmpipe).
+// median of 5, with the graphics processor's own time for each pass where the driver can
+// measure it. Needs a display (xvfb-run on a machine without a GPU: Mesa's llvmpipe).
 //
-//   bench-glmatting [SIDE] [BAND]
+//   bench-glmatting [SIDE] [BAND] [--no-check]
 //
 // The photo is the astronaut sample scaled to SIDE x SIDE (default 1536); the marks are an
 // object disc with an unknown band of BAND pixels (default 12) on each side of its edge, the
-// rest background, like a user's strokes after a flood.
+// rest background, like a user's strokes after a flood. A BAND of SIDE or more leaves every
+// pixel unknown.
+//
+// The matte is compared with the plain CPU reading of the programs (the tests' reference):
+// the count of bytes that differ and the largest difference are printed, and a checksum of
+// the matte, so that a change meant to save time can be seen to keep the output. The CPU
+// reading takes long where most pixels are unknown; it is skipped there and with --no-check.
+// Exit status 1 when the matte differs from the CPU reading by more than one step anywhere.
+#include "GLMattingReference.h"
 #include "QuickSelectGLWidget.h"
 
 #include <QApplication>
+#include <QCryptographicHash>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QOpenGLContext>
+#include <QOpenGLExtraFunctions>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
 #include <QOpenGLShaderProgram>
@@ -21,26 +32,94 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <functional>
 #include <vector>
+
+#ifndef GL_TIME_ELAPSED
+#define GL_TIME_ELAPSED 0x88BF
+#endif
+#ifndef GL_QUERY_RESULT
+#define GL_QUERY_RESULT 0x8866
+#endif
 
 namespace {
 
 constexpr int runs = 5;
 
-double medianMs(const std::function<void()>& work)
+// The driver's timer queries (OpenGL 3.3 or GL_ARB_timer_query), when it has them.
+struct GpuTimer {
+    using GenQueries = void(QOPENGLF_APIENTRYP)(GLsizei, GLuint*);
+    using DeleteQueries = void(QOPENGLF_APIENTRYP)(GLsizei, const GLuint*);
+    using BeginQuery = void(QOPENGLF_APIENTRYP)(GLenum, GLuint);
+    using EndQuery = void(QOPENGLF_APIENTRYP)(GLenum);
+    using GetQueryObjectui64v = void(QOPENGLF_APIENTRYP)(GLuint, GLenum, quint64*);
+    GenQueries gen = nullptr;
+    DeleteQueries del = nullptr;
+    BeginQuery begin = nullptr;
+    EndQuery end = nullptr;
+    GetQueryObjectui64v result = nullptr;
+
+    explicit GpuTimer(QOpenGLContext* context)
+    {
+        const QSurfaceFormat f = context->format();
+        if (f.version() < qMakePair(3, 3) && !context->hasExtension("GL_ARB_timer_query"))
+            return;
+        gen = reinterpret_cast<GenQueries>(context->getProcAddress("glGenQueries"));
+        del = reinterpret_cast<DeleteQueries>(context->getProcAddress("glDeleteQueries"));
+        begin = reinterpret_cast<BeginQuery>(context->getProcAddress("glBeginQuery"));
+        end = reinterpret_cast<EndQuery>(context->getProcAddress("glEndQuery"));
+        result = reinterpret_cast<GetQueryObjectui64v>(context->getProcAddress("glGetQueryObjectui64v"));
+        if (!gen || !del || !begin || !end || !result)
+            gen = nullptr;
+    }
+    bool available() const { return gen != nullptr; }
+    // Milliseconds of the graphics processor's time for `work`; -1 without timer queries.
+    double measure(const std::function<void()>& work) const
+    {
+        if (!available()) {
+            work();
+            return -1;
+        }
+        GLuint query = 0;
+        gen(1, &query);
+        begin(GL_TIME_ELAPSED, query);
+        work();
+        end(GL_TIME_ELAPSED);
+        quint64 ns = 0;
+        result(query, GL_QUERY_RESULT, &ns);
+        del(1, &query);
+        return double(ns) / 1e6;
+    }
+};
+
+struct Timing {
+    double wallMs, gpuMs;
+};
+
+Timing median(const GpuTimer& timer, const std::function<void()>& work)
 {
-    std::vector<double> ms;
+    std::vector<double> wall, gpu;
     work(); // warm-up: shader compilation on first use, caches
+    glFinish();
     for (int i = 0; i < runs; ++i) {
         QElapsedTimer t;
         t.start();
-        work();
+        gpu.push_back(timer.measure(work));
         glFinish();
-        ms.push_back(double(t.nsecsElapsed()) / 1e6);
+        wall.push_back(double(t.nsecsElapsed()) / 1e6);
     }
-    std::sort(ms.begin(), ms.end());
-    return ms[runs / 2];
+    std::sort(wall.begin(), wall.end());
+    std::sort(gpu.begin(), gpu.end());
+    return {wall[runs / 2], gpu[runs / 2]};
+}
+
+void print(const char* what, const Timing& t)
+{
+    if (t.gpuMs >= 0)
+        std::printf("%-12s %9.2f ms   (GPU time %9.2f ms)\n", what, t.wallMs, t.gpuMs);
+    else
+        std::printf("%-12s %9.2f ms\n", what, t.wallMs);
 }
 
 // One full quad of `program` into the view's scratch texture, as matte() draws each pass.
@@ -64,6 +143,15 @@ void runPass(QuickSelectGLWidget& v, QOpenGLShaderProgram& program, GLuint unit0
     v.fbo->release();
 }
 
+void copyIntoAlpha(QuickSelectGLWidget& v)
+{
+    v.fbo->bind();
+    glBindTexture(GL_TEXTURE_2D, v.alphaTexture);
+    glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, v.texWidth, v.texHeight);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    v.fbo->release();
+}
+
 void upload(GLuint texture, const QImage& image)
 {
     const QImage rows = image.convertToFormat(QImage::Format_RGBA8888).mirrored();
@@ -77,8 +165,16 @@ void upload(GLuint texture, const QImage& image)
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
-    const int side = argc > 1 ? std::max(16, atoi(argv[1])) : 1536;
-    const int band = argc > 2 ? std::max(1, atoi(argv[2])) : 12;
+    std::vector<const char*> numbers;
+    bool check = true;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--no-check") == 0)
+            check = false;
+        else
+            numbers.push_back(argv[i]);
+    }
+    const int side = numbers.size() > 0 ? std::max(16, atoi(numbers[0])) : 1536;
+    const int band = numbers.size() > 1 ? std::max(1, atoi(numbers[1])) : 12;
 
     QImage photo(QStringLiteral(VEXA_DATA_DIR "/astronaut.png"));
     if (photo.isNull()) {
@@ -97,60 +193,81 @@ int main(int argc, char** argv)
             unknown += std::abs(d) <= band;
         }
     }
+    const double unknownShare = double(unknown) / (double(side) * side);
 
     QuickSelectGLWidget view;
+    view.messageBoxes = false;
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.loadFromImage(photo);
     view.show();
     QCoreApplication::processEvents();
-    if (!view.fbo) {
-        std::fprintf(stderr, "bench-glmatting: no OpenGL 2.1 context (run it under an X server)\n");
+    if (!view.fbo || !view.programsReady()) {
+        std::fprintf(stderr, "bench-glmatting: no OpenGL 2.1 context or no working programs (run it under an X server): %s\n",
+                     qPrintable(view.lastError()));
         return 3;
     }
     view.makeCurrent();
+    const GpuTimer timer(QOpenGLContext::currentContext());
     upload(view.marksTexture, marks);
-    std::printf("renderer %s\n", reinterpret_cast<const char*>(glGetString(GL_RENDERER)));
-    std::printf("image %d x %d, unknown band %lld pixels (%.1f %%), %d closed passes, median of %d\n", side, side,
-                unknown, 100.0 * double(unknown) / (double(side) * side), view.brushRadius, runs);
+    std::printf("renderer %s, OpenGL %s\n", reinterpret_cast<const char*>(glGetString(GL_RENDERER)),
+                reinterpret_cast<const char*>(glGetString(GL_VERSION)));
+    std::printf("image %d x %d, unknown band %lld pixels (%.1f %%), %d closed passes, median of %d%s\n", side, side,
+                unknown, 100.0 * unknownShare, view.brushRadius, runs,
+                timer.available() ? ", GPU times from timer queries" : ", no timer queries: wall-clock times only");
 
-    const double matte = medianMs([&] {
-        view.matte();
-        view.makeCurrent();
-    });
-    std::printf("matte %.1f ms\n", matte);
+    print("matte", median(timer, [&] {
+              view.matte();
+              view.makeCurrent();
+          }));
+    QImage matte;
+    view.saveToImage(matte);
+    view.makeCurrent();
+    const QImage grey = matte.convertToFormat(QImage::Format_Grayscale8);
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    for (int y = 0; y < grey.height(); ++y)
+        hash.addData(QByteArrayView(reinterpret_cast<const char*>(grey.constScanLine(y)), grey.width()));
+    std::printf("matte checksum %s\n", hash.result().toHex().left(16).constData());
 
     // The passes one by one, on the trimap and intermediate results matte() leaves behind.
-    view.makeCurrent();
     upload(view.marksTexture, marks);
-    std::printf("pass trimap %.2f ms\n", medianMs([&] { runPass(view, *view.trimapShader, view.marksTexture, 0); }));
-    // Expand and Robust read the trimap, as in matte(): put it in the alpha texture first.
+    print("trimap", median(timer, [&] { runPass(view, *view.trimapShader, view.marksTexture, 0); }));
+    // Expand reads the trimap, Robust Expand's result and Closed Robust's, as in matte().
     runPass(view, *view.trimapShader, view.marksTexture, 0);
-    view.fbo->bind();
-    glBindTexture(GL_TEXTURE_2D, view.alphaTexture);
-    glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, view.texWidth, view.texHeight);
-    view.fbo->release();
-    std::printf("pass expand %.2f ms\n",
-                medianMs([&] { runPass(view, *view.expandShader, view.alphaTexture, view.colorTexture); }));
-    std::printf("pass robust %.2f ms\n",
-                medianMs([&] { runPass(view, *view.robustShader, view.alphaTexture, view.colorTexture); }));
-    std::printf("pass closed %.2f ms\n",
-                medianMs([&] { runPass(view, *view.closedShader, view.alphaTexture, view.colorTexture); }));
-    std::printf("pass copy %.2f ms\n", medianMs([&] {
-                    view.fbo->bind();
-                    glBindTexture(GL_TEXTURE_2D, view.alphaTexture);
-                    glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, view.texWidth, view.texHeight);
-                    view.fbo->release();
-                }));
-    std::printf("pass result %.2f ms\n",
-                medianMs([&] { runPass(view, *view.resultShader, view.alphaTexture, view.colorTexture); }));
-    std::printf("flood(16) %.1f ms\n", medianMs([&] {
-                    view.flood(16);
-                    view.makeCurrent();
-                }));
+    copyIntoAlpha(view);
+    print("expand", median(timer, [&] { runPass(view, *view.expandShader, view.alphaTexture, view.colorTexture); }));
+    copyIntoAlpha(view);
+    print("robust", median(timer, [&] { runPass(view, *view.robustShader, view.alphaTexture, view.colorTexture); }));
+    copyIntoAlpha(view);
+    print("closed", median(timer, [&] { runPass(view, *view.closedShader, view.alphaTexture, view.colorTexture); }));
+    print("copy", median(timer, [&] { copyIntoAlpha(view); }));
+    print("result", median(timer, [&] { runPass(view, *view.resultShader, view.alphaTexture, view.colorTexture); }));
+    print("flood(16)", median(timer, [&] {
+              view.flood(16);
+              view.makeCurrent();
+          }));
     QImage out;
-    std::printf("saveToImage %.1f ms\n", medianMs([&] {
-                    view.saveToImage(out);
-                    view.makeCurrent();
-                }));
-    return 0;
+    print("saveToImage", median(timer, [&] {
+              view.saveToImage(out);
+              view.makeCurrent();
+          }));
+
+    if (!check || unknownShare > 0.5) {
+        std::printf("CPU reading: not compared%s\n", check ? " (most pixels unknown: it would take minutes)" : "");
+        return 0;
+    }
+    QElapsedTimer t;
+    t.start();
+    const QImage cpu = ref::toImage(ref::matte(ref::fromImage(marks), ref::fromImage(photo), view.brushRadius))
+                           .convertToFormat(QImage::Format_Grayscale8);
+    qint64 differing = 0;
+    int largest = 0;
+    for (int y = 0; y < side; ++y)
+        for (int x = 0; x < side; ++x) {
+            const int d = std::abs(int(grey.constScanLine(y)[x]) - int(cpu.constScanLine(y)[x]));
+            differing += d != 0;
+            largest = std::max(largest, d);
+        }
+    std::printf("CPU reading (%.1f s): %lld of %lld bytes differ, by at most %d\n", double(t.nsecsElapsed()) / 1e9,
+                differing, qint64(side) * side, largest);
+    return largest <= 1 ? 0 : 1;
 }
