@@ -25,11 +25,36 @@ void main()
     float ct = cos(t);
     float st = sin(t);
     vec2 dir[SAMPLES];
-    bool stopped[SAMPLES];
     for (int k = 0; k < SAMPLES; ++k) {
         vec2 d = vec2(float(Offsets[2 * k]), float(Offsets[2 * k + 1])) * DimT;
         dir[k] = vec2(ct * d.x - st * d.y, st * d.x + ct * d.y);
-        stopped[k] = false;
+    }
+
+    // The march visits step lengths i = 0, 4, 8, ... and, at each, the directions in order,
+    // taking the first known point of each direction as a sample. Each direction is marched on
+    // its own here, to the step where it meets a known point or leaves the texture (after which
+    // it can read nothing), so that a long ray does not hold up the others; the samples are
+    // then put in the order of that march: by step, and by direction within a step.
+    int order[SAMPLES];   // step * SAMPLES + direction; -1 for a direction without a sample
+    bool object[SAMPLES];
+    vec3 colour[SAMPLES];
+    for (int k = 0; k < SAMPLES; ++k) {
+        int hit = -1;
+        float a = 0.0;
+        for (int i = 0; i < Steps; i += 4) {
+            vec2 p = here + dir[k] * float(i);
+            // A ray that has left the texture never comes back: its points only move farther out.
+            if (p.x < 0.0 || p.x > 1.0 || p.y < 0.0 || p.y > 1.0)
+                break;
+            a = texture2D(TriMap, p).r;
+            if (a > 0.75 || a < 0.25) {
+                hit = i;
+                break;
+            }
+        }
+        order[k] = hit < 0 ? -1 : hit * SAMPLES + k;
+        object[k] = a > 0.75;
+        colour[k] = hit < 0 ? vec3(0.0) : texture2D(ColMap, here + dir[k] * float(hit)).rgb;
     }
 
     vec3 fg[SAMPLES];
@@ -38,32 +63,22 @@ void main()
     float bd[SAMPLES];
     int nf = 0;
     int nb = 0;
-    int nstopped = 0;
-    for (int i = 0; i < Steps && nstopped < SAMPLES; i += 4) {
-        for (int k = 0; k < SAMPLES; ++k) {
-            if (stopped[k])
-                continue;
-            vec2 p = here + dir[k] * float(i);
-            if (p.x < 0.0 || p.x > 1.0 || p.y < 0.0 || p.y > 1.0)
-                continue;
-            float a = texture2D(TriMap, p).r;
-            if (a > 0.75) {
-                if (nf < SAMPLES) {
-                    fg[nf] = texture2D(ColMap, p).rgb;
-                    fd[nf] = length(fg[nf] - c0);
-                    ++nf;
-                    stopped[k] = true;
-                    ++nstopped;
-                }
-            } else if (a < 0.25) {
-                if (nb < SAMPLES) {
-                    bg[nb] = texture2D(ColMap, p).rgb;
-                    bd[nb] = length(bg[nb] - c0);
-                    ++nb;
-                    stopped[k] = true;
-                    ++nstopped;
-                }
-            }
+    for (int k = 0; k < SAMPLES; ++k) {
+        if (order[k] < 0)
+            continue;
+        // The place of this sample among those of its kind.
+        int rank = 0;
+        for (int m = 0; m < SAMPLES; ++m)
+            if (order[m] >= 0 && order[m] < order[k] && object[m] == object[k])
+                ++rank;
+        if (object[k]) {
+            fg[rank] = colour[k];
+            fd[rank] = length(colour[k] - c0);
+            ++nf;
+        } else {
+            bg[rank] = colour[k];
+            bd[rank] = length(colour[k] - c0);
+            ++nb;
         }
     }
 
