@@ -261,6 +261,7 @@ private slots:
     void robustByHand_data();
     void robustByHand();
     void robustProgram();
+    void robustPassesOverUnknownOnly();
     void closedByHand();
     void resultProgram();
 
@@ -508,6 +509,42 @@ void TestGLMatting::robustProgram()
                 soft += qRed(gpu.pixel(x, y)) > 10 && qRed(gpu.pixel(x, y)) < 245;
         QVERIFY2(soft > 20, "the band should get soft alphas");
     }
+}
+
+void TestGLMatting::robustPassesOverUnknownOnly()
+{
+    // Mostly unknown, with a few small known patches, so that rays cross long unknown stretches
+    // that the map of unknown blocks lets them pass over. Passing over must not change a byte.
+    const int w = 72, h = 60;
+    const QImage colours = syntheticPhoto(w, h, 21);
+    const QImage marks = marksImage(w, h, [](int x, int y) {
+        if (x >= 6 && x < 10 && y >= 40 && y < 44)
+            return 'r';
+        if ((x >= 60 && x < 63 && y >= 8 && y < 12) || (x >= 30 && x < 33 && y >= 2 && y < 4))
+            return 'b';
+        return 'g';
+    });
+    QuickSelectGLWidget& v = view(colours);
+    writeTexture(v, v.alphaTexture, ref::toImage(ref::trimap(ref::fromImage(marks))));
+    const QImage plain = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
+    const GLuint clearMap = v.buildClearMap();
+    QVERIFY(clearMap);
+    glf()->glActiveTexture(GL_TEXTURE2);
+    glBindTexture(GL_TEXTURE_2D, clearMap);
+    glf()->glActiveTexture(GL_TEXTURE0);
+    const QImage passing = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
+    glf()->glActiveTexture(GL_TEXTURE2);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glf()->glActiveTexture(GL_TEXTURE0);
+    QVERIFY2(passing == plain, qPrintable(describe(passing, plain)));
+    const QImage cpu = ref::toImage(ref::robust(ref::trimap(ref::fromImage(marks)), ref::fromImage(colours)));
+    QVERIFY2(maxDiff(plain, cpu) <= 1, qPrintable(describe(plain, cpu)));
+    // Rays from many unknown pixels found a patch.
+    int found = 0;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x)
+            found += marks.pixelColor(x, y).green() && plain.pixelColor(x, y).red() != 128;
+    QVERIFY2(found > w * h / 4, qPrintable(QString::number(found)));
 }
 
 void TestGLMatting::closedByHand()

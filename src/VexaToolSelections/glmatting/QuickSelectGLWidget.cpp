@@ -33,6 +33,21 @@ void orthoPixels(int w, int h, QSize device)
     glLoadIdentity();
 }
 
+// Pixels on a side of the blocks of the map that lets Robust pass over unknown stretches.
+constexpr int clearBlock = 4;
+// Spreading passes of that map: it then tells of all-unknown squares up to 2^7 blocks across.
+constexpr int clearPasses = 7;
+
+void nearestClamped(GLuint texture)
+{
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glBindTexture(GL_TEXTURE_2D, 0);
+}
+
 GLuint uploadTexture(const QImage& image)
 {
     // Bottom row first, like the frame buffer (see the class comment).
@@ -149,11 +164,13 @@ QuickSelectGLWidget::~QuickSelectGLWidget()
     robustShader.reset();
     closedShader.reset();
     resultShader.reset();
+    m_clearShader.reset();
 }
 
 void QuickSelectGLWidget::createPrograms()
 {
-    for (auto* program : {&trimapShader, &expandShader, &fastFillShader, &robustShader, &closedShader, &resultShader})
+    for (auto* program :
+         {&trimapShader, &expandShader, &fastFillShader, &robustShader, &closedShader, &resultShader, &m_clearShader})
         *program = std::make_unique<QOpenGLShaderProgram>();
 }
 
@@ -219,6 +236,11 @@ void QuickSelectGLWidget::initializeGL()
         if (!text.isEmpty())
             report(text);
     }
+    // Without the map of unknown blocks Robust reads every point of its rays: the same matte,
+    // only slower, so this is no failure of the view.
+    if (!m_clearShader->addShaderFromSourceFile(QOpenGLShader::Fragment, QStringLiteral(":/Resources/ClearShader.glsl"))
+        || !m_clearShader->link())
+        qWarning("QuickSelectGLWidget: the map of unknown blocks cannot be built: %s", qPrintable(m_clearShader->log()));
     m_glReady = true;
     if (!m_image.isNull())
         loadFromImage(m_image);
@@ -320,6 +342,18 @@ void QuickSelectGLWidget::loadFromImage(const QImage& image)
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glBindTexture(GL_TEXTURE_2D, 0);
+    const QSize coarse((texWidth + clearBlock - 1) / clearBlock, (texHeight + clearBlock - 1) / clearBlock);
+    m_clearFbo = std::make_unique<QOpenGLFramebufferObject>(coarse, QOpenGLFramebufferObject::NoAttachment, GL_TEXTURE_2D,
+                                                            GL_RGBA8);
+    if (m_clearFbo->isValid()) {
+        nearestClamped(m_clearFbo->texture());
+        glGenTextures(1, &m_clearTexture);
+        glBindTexture(GL_TEXTURE_2D, m_clearTexture);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, coarse.width(), coarse.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+        nearestClamped(m_clearTexture);
+    } else {
+        m_clearFbo.reset();
+    }
     setUniforms();
     resize(texWidth, texHeight);
     update();
@@ -351,6 +385,15 @@ void QuickSelectGLWidget::setUniforms()
         robustShader->setUniformValue("TriMap", 0);
         robustShader->setUniformValue("ColMap", 1);
         robustShader->setUniformValueArray("Offsets", offsets, 32);
+        robustShader->setUniformValue("ClearMap", 2);
+        if (m_clearFbo) {
+            const QSize coarse = m_clearFbo->size();
+            robustShader->setUniformValue("ClearScale", float(texWidth) / float(clearBlock * coarse.width()),
+                                          float(texHeight) / float(clearBlock * coarse.height()));
+            robustShader->setUniformValue("ClearBlock", float(clearBlock));
+        } else {
+            robustShader->setUniformValue("ClearBlock", 0.0f);
+        }
     }
     if (use(*closedShader)) {
         closedShader->setUniformValue("DimT", dimX, dimY);
@@ -371,13 +414,14 @@ void QuickSelectGLWidget::deleteGLObjects()
     if (!m_glReady)
         return;
     makeCurrent();
-    for (GLuint* id : {&colorTexture, &alphaTexture, &marksTexture}) {
+    for (GLuint* id : {&colorTexture, &alphaTexture, &marksTexture, &m_clearTexture}) {
         if (*id) {
             glDeleteTextures(1, id);
             *id = 0;
         }
     }
     fbo.reset();
+    m_clearFbo.reset();
 }
 
 void QuickSelectGLWidget::renderInto(GLuint texture)
@@ -415,6 +459,39 @@ void QuickSelectGLWidget::copyIntoAlpha()
 {
     glBindTexture(GL_TEXTURE_2D, alphaTexture);
     glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, texWidth, texHeight);
+}
+
+GLuint QuickSelectGLWidget::buildClearMap()
+{
+    if (!m_clearFbo || !m_clearTexture || !m_clearShader->isLinked() || !m_clearShader->bind())
+        return 0;
+    QOpenGLFunctions* f = gl();
+    const QSize coarse = m_clearFbo->size();
+    m_clearFbo->bind();
+    orthoPixels(coarse.width(), coarse.height(), coarse);
+    m_clearShader->setUniformValue("Source", 0);
+    m_clearShader->setUniformValue("Block", clearBlock);
+    f->glActiveTexture(GL_TEXTURE0);
+    GLuint source = alphaTexture;
+    GLuint target = m_clearFbo->texture();
+    for (int pass = 0; pass <= clearPasses; ++pass) {
+        const int reach = pass == 0 ? 0 : 1 << (pass - 1);
+        m_clearShader->setUniformValue("Reach", reach);
+        if (pass == 0)
+            m_clearShader->setUniformValue("DimS", 1.0f / float(texWidth), 1.0f / float(texHeight));
+        else
+            m_clearShader->setUniformValue("DimS", 1.0f / float(coarse.width()), 1.0f / float(coarse.height()));
+        f->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, target, 0);
+        glBindTexture(GL_TEXTURE_2D, source);
+        drawQuad(coarse.width(), coarse.height());
+        source = target;
+        target = target == m_clearTexture ? m_clearFbo->texture() : m_clearTexture;
+    }
+    glBindTexture(GL_TEXTURE_2D, 0);
+    f->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, m_clearFbo->texture(), 0);
+    m_clearFbo->release();
+    m_clearShader->release();
+    return source;
 }
 
 void QuickSelectGLWidget::reset()
@@ -467,6 +544,7 @@ bool QuickSelectGLWidget::matte()
     if (!fbo)
         return false;
     makeCurrent();
+    QOpenGLFunctions* f = gl();
     renderInto(alphaTexture);
     bool all = pass(*trimapShader, marksTexture, 0);
     renderInto(fbo->texture());
@@ -477,11 +555,16 @@ bool QuickSelectGLWidget::matte()
             all = false;
     };
     run(*expandShader);
+    const GLuint clearMap = buildClearMap();
+    renderInto(fbo->texture());
+    f->glActiveTexture(GL_TEXTURE2);
+    glBindTexture(GL_TEXTURE_2D, clearMap);
     run(*robustShader);
+    f->glActiveTexture(GL_TEXTURE2);
+    glBindTexture(GL_TEXTURE_2D, 0);
     // Each pass reads the previous pass's result.
     for (int i = 0; i < brushRadius; ++i)
         run(*closedShader);
-    QOpenGLFunctions* f = gl();
     f->glActiveTexture(GL_TEXTURE1);
     glBindTexture(GL_TEXTURE_2D, 0);
     f->glActiveTexture(GL_TEXTURE0);

@@ -66,6 +66,10 @@ public:
     QString lastError() const { return m_lastError; }
     // Whether the OpenGL context is usable and all six programs were built.
     bool programsReady() const;
+    // Makes, from the trimap in alphaTexture, the map of all-unknown blocks that lets Robust
+    // pass over long unknown stretches (matte() binds it to unit 2 for Robust); the texture
+    // holding it, or 0 where it cannot be made, and Robust then reads every point.
+    GLuint buildClearMap();
 
     bool leftDown = false;
     bool midDown = false;
@@ -117,6 +121,7 @@ private:
     // the program is unusable, so that the caller leaves the target as it was.
     bool pass(QOpenGLShaderProgram& program, GLuint unit0, GLuint unit1);
     void copyIntoAlpha();
+
     void drawTexture(GLuint texture);
     void contextLost();
     void report(const QString& message);
@@ -128,6 +133,10 @@ private:
     // replaces a lost one.
     QImage m_image;
     bool m_glReady = false;
+    // The map of all-unknown blocks: its program, and two textures of a block's pixel each.
+    std::unique_ptr<QOpenGLShaderProgram> m_clearShader;
+    std::unique_ptr<QOpenGLFramebufferObject> m_clearFbo;
+    GLuint m_clearTexture = 0;
     // The context is OpenGL ES or older than 2.1: nothing is built or loaded.
     bool m_glUnsupported = false;
     QString m_lastError;

@@ -8,6 +8,11 @@ uniform vec2 DimT;
 uniform sampler2D TriMap;
 uniform sampler2D ColMap;
 uniform int Offsets[32];
+// The map of all-unknown blocks of ClearBlock pixels (see ClearShader), read at a texture
+// coordinate times ClearScale. Unbound, it reads 0 and every point is read.
+uniform sampler2D ClearMap;
+uniform vec2 ClearScale;
+uniform float ClearBlock;
 
 const int SAMPLES = 16;
 
@@ -41,7 +46,10 @@ void main()
     for (int k = 0; k < SAMPLES; ++k) {
         int hit = -1;
         float a = 0.0;
-        for (int i = 0; i < Steps; i += 4) {
+        // Pixels one step moves along either axis, at most.
+        float reach = 4.0 * max(abs(dir[k].x) / DimT.x, abs(dir[k].y) / DimT.y);
+        int i = 0;
+        while (i < Steps) {
             vec2 p = here + dir[k] * float(i);
             // A ray that has left the texture never comes back: its points only move farther out.
             if (p.x < 0.0 || p.x > 1.0 || p.y < 0.0 || p.y > 1.0)
@@ -51,6 +59,13 @@ void main()
                 hit = i;
                 break;
             }
+            // Every pixel within `clear` of this one (in both directions) is unknown: that far
+            // the points of the ray would all be passed over. The block count is lowered by one
+            // in case the map is read one block off, and the distance by one and a half pixels
+            // for the pixel a point falls in and the rounding of its coordinate.
+            float clear = (floor(texture2D(ClearMap, p * ClearScale).r * 255.0 + 0.5) - 2.0) * ClearBlock;
+            int skip = int(max(floor((clear - 1.5) / reach), 0.0));
+            i += 4 * (skip + 1);
         }
         order[k] = hit < 0 ? -1 : hit * SAMPLES + k;
         object[k] = a > 0.75;
