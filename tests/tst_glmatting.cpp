@@ -282,6 +282,7 @@ private slots:
     void floodWithoutPassesDoesNothing_data();
     void floodWithoutPassesDoesNothing();
     void refusesImagesBeyondTheDriver();
+    void refusesOpenGLBelow21();
     void brokenProgramShowsMessageOthersRun_data();
     void brokenProgramShowsMessageOthersRun();
     void commandLineExitStatuses_data();
@@ -1001,6 +1002,36 @@ void TestGLMatting::refusesImagesBeyondTheDriver()
     QCOMPARE(laterFailures.size(), 1);
     QVERIFY(!later.fbo);
     QVERIFY(!later.matte());
+}
+
+void TestGLMatting::refusesOpenGLBelow21()
+{
+    // Mesa can be told to offer OpenGL 2.0 only; that holds for the whole process, so it runs
+    // in a child.
+    if (qEnvironmentVariable("MESA_GL_VERSION_OVERRIDE") != QLatin1String("2.0")) {
+        QProcess child;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("MESA_GL_VERSION_OVERRIDE"), QStringLiteral("2.0"));
+        child.setProcessEnvironment(env);
+        child.setProcessChannelMode(QProcess::MergedChannels);
+        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("refusesOpenGLBelow21")});
+        QVERIFY(child.waitForFinished(120000));
+        QVERIFY2(child.exitCode() == 0, child.readAll().constData());
+        return;
+    }
+    QuickSelectGLWidget v;
+    v.messageBoxes = false;
+    QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
+    v.loadFromImage(syntheticPhoto(20, 16, 1));
+    v.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&v));
+    if (v.context()->format().version() >= qMakePair(2, 1))
+        QSKIP("this driver does not take Mesa's version override");
+    QCOMPARE(failures.size(), 1);
+    QVERIFY2(v.lastError().contains(QLatin1String("OpenGL 2.1")), qPrintable(v.lastError()));
+    QVERIFY(!v.fbo);
+    QVERIFY(!v.programsReady());
+    QVERIFY(!v.matte());
 }
 
 void TestGLMatting::brokenProgramShowsMessageOthersRun_data()
