@@ -81,6 +81,7 @@ private slots:
     void hintWritesNothing();
     void badArgumentsExitWithTwo_data();
     void badArgumentsExitWithTwo();
+    void fullDiskKeepsOldFiles();
     void refusesWhatTheMachineCannotHold();
     void cameraSizedPhoto();
 };
@@ -170,7 +171,8 @@ void TestCli::outputSizes()
         args.prepend("--working-size");
     const Run r = cli(args << "--timings");
     QVERIFY2(r.status == 0, qPrintable(r.err));
-    QVERIFY2((r.out + r.err).contains("regions ") && (r.out + r.err).contains(" ms"), qPrintable(r.out + r.err));
+    for (const char* figure : {"load ", "regions ", "mark ", "save "})
+        QVERIFY2(r.out.contains(QLatin1String(figure)), qPrintable(r.out + r.err));
     const QImage alpha(out("alpha.png")), result(out("result.png")), marksOut(out("marks-out.png"));
     QCOMPARE(alpha.size(), expected);
     QCOMPARE(result.size(), expected);
@@ -209,10 +211,17 @@ void TestCli::badArgumentsExitWithTwo_data()
 {
     QTest::addColumn<QStringList>("args"); // image.png 40 x 20, marks.png 40 x 20, small.png 10 x 10
     QTest::addColumn<QString>("says");
+    // Every run asks for alpha.png too: a run that fails must not have written it.
     QTest::newRow("bad steps") << QStringList{"--steps", "cut", "image.png", "marks.png"} << "--steps";
     QTest::newRow("bad sensitivity") << QStringList{"--sensitivity", "101", "image.png", "marks.png"} << "--sensitivity";
     QTest::newRow("marks of another size") << QStringList{"image.png", "small.png"} << "the marks are";
     QTest::newRow("unreadable image") << QStringList{"missing.png", "marks.png"} << "cannot read the image";
+    QTest::newRow("empty image file") << QStringList{"empty.png", "marks.png"} << "empty file";
+    QTest::newRow("broken PNG") << QStringList{"broken.png", "marks.png"} << "cannot read the image";
+    QTest::newRow("second output's folder missing")
+        << QStringList{"--result", "/nonexistent/dir/r.png", "image.png", "marks.png"} << "/nonexistent/dir/r.png";
+    QTest::newRow("output of no known format") << QStringList{"--marks-out", "marks.out", "image.png", "marks.png"} << "marks.out";
+    QTest::newRow("nothing to write") << QStringList{"--alpha", "", "image.png", "marks.png"} << "nothing to write";
 }
 
 void TestCli::badArgumentsExitWithTwo()
@@ -223,13 +232,49 @@ void TestCli::badArgumentsExitWithTwo()
     QVERIFY(halves(QSize(40, 20)).save(dir.filePath("image.png")));
     QVERIFY(marksFor(QSize(40, 20)).save(dir.filePath("marks.png")));
     QVERIFY(marksFor(QSize(10, 10)).save(dir.filePath("small.png")));
+    QFile(dir.filePath("empty.png")).open(QIODevice::WriteOnly);
+    QFile broken(dir.filePath("broken.png"));
+    QVERIFY(broken.open(QIODevice::WriteOnly));
+    QFile whole(dir.filePath("image.png"));
+    QVERIFY(whole.open(QIODevice::ReadOnly));
+    broken.write(whole.readAll().left(60)); // a signature and a header, then nothing
+    broken.close();
     for (QString& a : args)
-        if (a.endsWith(QLatin1String(".png")))
+        if (a.endsWith(QLatin1String(".png")) && !a.startsWith(QLatin1Char('/')))
             a = dir.filePath(a);
     const Run r = cli(QStringList{"--alpha", dir.filePath("alpha.png")} + args);
     QCOMPARE(r.status, 2);
     QVERIFY2((r.out + r.err).contains(says), qPrintable(r.out + r.err));
+    // The library's own complaints stay off the terminal: the message says it once.
+    QVERIFY2(!r.err.contains(QStringLiteral("libpng")), qPrintable(r.err));
     QVERIFY(!QFile::exists(dir.filePath("alpha.png")));
+}
+
+void TestCli::fullDiskKeepsOldFiles()
+{
+    // A file size limit fails the writes as a full disk does: the outputs keep what they held.
+    QTemporaryDir dir;
+    QStringList args;
+    for (const char* name : {"alpha.png", "result.png"}) {
+        QFile old(dir.filePath(QLatin1String(name)));
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.write("old");
+        args << QStringLiteral("--%1").arg(QLatin1String(name).chopped(4)) << old.fileName();
+    }
+    args << QStringLiteral(VEXA_DATA_DIR "/coffee.png") << QStringLiteral(VEXA_DATA_DIR "/coffee-marks.png");
+    QProcess p;
+    p.start(QStringLiteral("/bin/sh"), QStringList{"-c", "ulimit -f 64; exec \"$0\" \"$@\"", VEXA_CLI_PATH} + args);
+    QVERIFY(p.waitForFinished(240000));
+    QCOMPARE(p.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(p.exitCode(), 2);
+    const QString err = QString::fromLocal8Bit(p.readAllStandardError());
+    QVERIFY2(err.contains(QStringLiteral("Cannot write")) && !err.contains(QStringLiteral("libpng")), qPrintable(err));
+    for (const char* name : {"alpha.png", "result.png"}) {
+        QFile kept(dir.filePath(QLatin1String(name)));
+        QVERIFY(kept.open(QIODevice::ReadOnly));
+        QCOMPARE(kept.readAll(), QByteArray("old"));
+    }
+    QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2); // no temporary left behind
 }
 
 void TestCli::refusesWhatTheMachineCannotHold()
@@ -244,7 +289,7 @@ void TestCli::refusesWhatTheMachineCannotHold()
     // 200000 x 200000 x 4 bytes is 149.0 GB (GB of 2^30 bytes).
     QVERIFY2(why.startsWith(QStringLiteral("too large: 200000 x 200000 needs 149.0 GB, more than the ")), qPrintable(why));
     QVERIFY(why.contains(VexaImageFile::formatBytes(VexaImageFile::byteLimit())));
-    const Run r = cli({huge.fileName(), huge.fileName()});
+    const Run r = cli({"--alpha", dir.filePath("alpha.png"), huge.fileName(), huge.fileName()});
     QCOMPARE(r.status, 2);
     QVERIFY2(r.err.contains(QStringLiteral("too large: 200000 x 200000")), qPrintable(r.err));
     QCOMPARE(VexaImageFile::formatBytes(qint64(30000) * 30000 * 4), QStringLiteral("3.4 GB"));

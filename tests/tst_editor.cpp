@@ -22,6 +22,9 @@
 #include <QStyleHints>
 #include <QtTest>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace {
 
 QAction* action(QWidget& window, const QString& text)
@@ -230,6 +233,31 @@ void TestEditor::undoRedoStateAndExports()
     QVERIFY(!window.exportSelectionMask(QStringLiteral("/nonexistent/dir/mask.png"), &error));
     QVERIFY(window.saveImage(dir.filePath(QStringLiteral("picture")), &error));
     QCOMPARE(QImage(dir.filePath(QStringLiteral("picture.png"))).size(), QSize(600, 400));
+
+    // A save that fails half-way (here: a file size limit, as a full disk) keeps the old file.
+    for (const char* file : {"picture.png", "mask.png"}) {
+        const QString name = QLatin1String(file);
+        QFile old(dir.filePath(name));
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        const QByteArray before = old.readAll();
+        old.close();
+        rlimit was{}, tight{};
+        QVERIFY(getrlimit(RLIMIT_FSIZE, &was) == 0);
+        tight = was;
+        tight.rlim_cur = 100;
+        const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        QVERIFY(setrlimit(RLIMIT_FSIZE, &tight) == 0);
+        error.clear();
+        const bool saved = name.startsWith(QLatin1String("mask")) ? window.exportSelectionMask(old.fileName(), &error)
+                                                                   : window.saveImage(old.fileName(), &error);
+        setrlimit(RLIMIT_FSIZE, &was);
+        std::signal(SIGXFSZ, oldHandler);
+        QVERIFY(!saved);
+        QVERIFY2(error.contains(name), qPrintable(error));
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        QVERIFY2(old.readAll() == before, qPrintable(name));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2); // no temporary left behind
+    }
 }
 
 void TestEditor::gestureIsOneUndoStep()

@@ -11,6 +11,7 @@
 // written then, since it would lack a pass).
 #include "QuickSelectGLWidget.h"
 #include "VexaImageFile.h"
+#include "VexaImageSave.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -25,6 +26,7 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 
 extern "C" int qCleanupResources_Resources();
@@ -132,7 +134,13 @@ int main(int argc, char** argv)
     if (!number || passCount < 0 || passCount > 1000)
         return fail(2, QStringLiteral("--passes must be a whole number from 0 to 1000, not '%1'").arg(cli.value(passes)));
 
+    // A full disk fails the write with an error instead of killing the process mid-file.
+    std::signal(SIGXFSZ, SIG_IGN);
     QString why;
+    // OUT is opened before the work, and replaced only by a matte written in full.
+    VexaImageSave out(files[2], "png");
+    if (!out.open(&why))
+        return fail(2, why);
     const QImage image = VexaImageFile::read(files[0], &why);
     if (image.isNull())
         return fail(2, QStringLiteral("cannot read the image %1: %2").arg(files[0], why));
@@ -207,8 +215,10 @@ int main(int argc, char** argv)
     QImage matte;
     view.saveToImage(matte);
     const QImage grey = matte.convertToFormat(QImage::Format_Grayscale8);
-    if (grey.isNull() || !grey.save(files[2], "PNG"))
-        return fail(2, QStringLiteral("cannot write %1").arg(files[2]));
+    if (grey.isNull())
+        return fail(2, QStringLiteral("cannot write %1: no matte was read back").arg(files[2]));
+    if (!out.write(grey, &why) || !out.commit(&why))
+        return fail(2, why);
     if (cli.isSet(timings)) {
         std::printf("renderer %s\n", reinterpret_cast<const char*>(glGetString(GL_RENDERER)));
         std::printf("load %.1f ms\n", double(loadNs) / 1e6);

@@ -8,6 +8,7 @@
 #include "VexaDialog.h"
 #include "VexaHistory.h"
 #include "VexaImageFile.h"
+#include "VexaImageSave.h"
 #include "VexaMattingWindow.h"
 #include "VexaPluginLoader.h"
 #include "VexaSelection.h"
@@ -344,12 +345,8 @@ bool VexaEditorWindow::saveImage(const QString& name, QString* error) const
             *error = tr("There is no document to save.");
         return false;
     }
-    if (!m_document->composed().save(fileName)) {
-        if (error)
-            *error = tr("Cannot write %1.").arg(QDir::toNativeSeparators(fileName));
-        return false;
-    }
-    return true;
+    // Through a temporary file: a save that fails (full disk, lost folder) keeps the old file.
+    return VexaImageSave::save(m_document->composed(), fileName, error);
 }
 
 bool VexaEditorWindow::exportSelectionMask(const QString& name, QString* error) const
@@ -360,12 +357,7 @@ bool VexaEditorWindow::exportSelectionMask(const QString& name, QString* error) 
             *error = tr("There is no document.");
         return false;
     }
-    if (!m_document->getSelection()->toImage().save(fileName, "PNG")) {
-        if (error)
-            *error = tr("Cannot write %1.").arg(QDir::toNativeSeparators(fileName));
-        return false;
-    }
-    return true;
+    return VexaImageSave::save(m_document->getSelection()->toImage(), fileName, error, "png");
 }
 
 void VexaEditorWindow::updateTitle()

@@ -1,9 +1,11 @@
 #include "VexaImageFile.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QImageReader>
 
 #include <algorithm>
+#include <cstdio>
 
 #include <unistd.h>
 
@@ -27,6 +29,41 @@ QString formatBytes(qint64 bytes)
 
 namespace {
 
+// libpng tells of a broken file on the standard error itself, before Qt's reader returns its
+// own message: "libpng error: Read Error" would reach the terminal beside ours. While a file
+// is decoded the standard error goes to a scratch file instead.
+class QuietStandardError
+{
+public:
+    QuietStandardError()
+        : m_sink(std::tmpfile())
+    {
+        std::fflush(stderr);
+        if (m_sink)
+            m_saved = dup(2);
+        if (m_saved >= 0 && dup2(fileno(m_sink), 2) < 0) {
+            close(m_saved);
+            m_saved = -1;
+        }
+    }
+    ~QuietStandardError()
+    {
+        if (m_saved >= 0) {
+            std::fflush(stderr);
+            dup2(m_saved, 2);
+            close(m_saved);
+        }
+        if (m_sink)
+            std::fclose(m_sink);
+    }
+    QuietStandardError(const QuietStandardError&) = delete;
+    QuietStandardError& operator=(const QuietStandardError&) = delete;
+
+private:
+    std::FILE* m_sink;
+    int m_saved = -1;
+};
+
 void raiseReaderLimit(qint64 limit)
 {
     // The reader's own limit (in MB) stays a little above ours, so that our check, with its
@@ -36,6 +73,7 @@ void raiseReaderLimit(qint64 limit)
 
 QImage readFrom(QImageReader& reader, qint64 limit, QString* error)
 {
+    const QuietStandardError quiet; // the header is decoded as early as size()
     reader.setAutoTransform(true);
     const QSize size = reader.size();
     if (size.isValid()) {
@@ -61,6 +99,14 @@ QImage readFrom(QImageReader& reader, qint64 limit, QString* error)
 
 QImage read(const QString& fileName, QString* error)
 {
+    // The reader would call an empty file an unsupported format, which sends people looking
+    // for a plug-in instead of at the file.
+    const QFileInfo file(fileName);
+    if (file.isFile() && file.size() == 0) {
+        if (error)
+            *error = QCoreApplication::translate("VexaImageFile", "empty file");
+        return QImage();
+    }
     const qint64 limit = byteLimit();
     raiseReaderLimit(limit);
     QImageReader reader(fileName);
