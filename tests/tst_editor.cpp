@@ -218,10 +218,28 @@ void TestEditor::undoRedoStateAndExports()
     QVERIFY(!undo->isEnabled());
     action(window, QStringLiteral("&All"))->trigger();
     QVERIFY(undo->isEnabled() && !redo->isEnabled());
+    QCOMPARE(undo->text(), QStringLiteral("&Undo Select All")); // the menu names the step
     undo->trigger();
     QVERIFY(!undo->isEnabled() && redo->isEnabled());
+    QCOMPARE(redo->text(), QStringLiteral("&Redo Select All"));
     redo->trigger();
     QVERIFY(undo->isEnabled() && !redo->isEnabled());
+
+    // Move Selection, two arrow keys, Ctrl+Z at once: the keys' shift is taken back, not the
+    // selection under it.
+    VexaSelection* sel = window.document()->getSelection();
+    window.activateTool(window.tool(QStringLiteral("Move Selection")));
+    for (int i = 0; i < 2; ++i) {
+        QTest::qWait(60);
+        QTest::keyClick(window.canvas(), Qt::Key_Right);
+    }
+    QCOMPARE(sel->getTranslation(), QPointF(2, 0));
+    undo->trigger();
+    QCOMPARE(sel->getTranslation(), QPointF());
+    QCOMPARE(sel->boundingRect(), QRect(0, 0, 600, 400));
+    QCOMPARE(redo->text(), QStringLiteral("&Redo Move Selection"));
+    QCOMPARE(undo->text(), QStringLiteral("&Undo Select All"));
+    window.deactivateTool();
 
     // Names without a suffix get ".png".
     QTemporaryDir dir;

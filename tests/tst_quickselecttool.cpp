@@ -289,10 +289,18 @@ void TestQuickSelectTool::okAppliesTheWindowsMatteLikeTheCommandLine()
     QCOMPARE(qAlpha(doc.doc->composed().pixel(5, 5)), 0);
     QCOMPARE(doc.doc->composed().pixel(int(0.45 * image.width()), int(0.45 * image.height())),
              image.convertToFormat(QImage::Format_ARGB32).pixel(int(0.45 * image.width()), int(0.45 * image.height())));
-    // Undo brings the deleted pixels back.
-    for (int i = 0; i < 4 && qAlpha(doc.doc->composed().pixel(5, 5)) == 0; ++i)
-        doc.doc->getHistory()->undo();
+    // One OK is one undo step, named after the tool: it brings back the deleted pixels and the
+    // empty selection at once, and redo the cut-out.
+    VexaHistory* history = doc.doc->getHistory();
+    QCOMPARE(history->index(), 1);
+    QCOMPARE(history->undoText(), QStringLiteral("Quick Select"));
+    history->undo();
+    QVERIFY(!history->canUndo());
     QCOMPARE(doc.doc->composed().pixel(5, 5), image.convertToFormat(QImage::Format_ARGB32).pixel(5, 5));
+    QVERIFY(!sel->hasSelection());
+    history->redo();
+    QCOMPARE(qAlpha(doc.doc->composed().pixel(5, 5)), 0);
+    QCOMPARE(maskAt(sel, int(0.45 * image.width()), int(0.45 * image.height())), 255);
 
     // The command line on the same photo and marks gives the same matte, pixel for pixel.
     const QString alphaFile = dir.filePath(QStringLiteral("alpha.png"));

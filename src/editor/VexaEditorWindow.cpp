@@ -79,13 +79,19 @@ void VexaEditorWindow::buildMenus()
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     m_undoAction = edit->addAction(tr("&Undo"), QKeySequence::Undo, this, [this] {
-        if (m_document)
+        if (m_document) {
+            settleSelectionOffset();
             m_document->getHistory()->undo();
+        }
     });
+    m_undoAction->setObjectName(QStringLiteral("undo"));
     m_redoAction = edit->addAction(tr("&Redo"), QKeySequence::Redo, this, [this] {
-        if (m_document)
+        if (m_document) {
+            settleSelectionOffset();
             m_document->getHistory()->redo();
+        }
     });
+    m_redoAction->setObjectName(QStringLiteral("redo"));
     edit->addAction(tr("Undo Tool Step"), QKeySequence(tr("Alt+Z")), this, [this] {
         if (m_current)
             m_current->toolUndo();
@@ -209,6 +215,22 @@ void VexaEditorWindow::updateUndoActions()
     VexaHistory* history = m_document ? m_document->getHistory() : nullptr;
     m_undoAction->setEnabled(history && history->canUndo());
     m_redoAction->setEnabled(history && history->canRedo());
+    // The menu says what Ctrl+Z would take back: "Undo Quick Select", "Redo Move Selection".
+    const QString undone = history ? history->undoText() : QString();
+    const QString redone = history ? history->redoText() : QString();
+    m_undoAction->setText(undone.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(undone));
+    m_redoAction->setText(redone.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(redone));
+}
+
+void VexaEditorWindow::settleSelectionOffset()
+{
+    // An outline shifted by the move tool's keys and not yet in the mask becomes a step of its
+    // own first, so undo takes back exactly that shift instead of replaying the mask under it.
+    VexaSelection* selection = m_document->getSelection();
+    if (!selection->getTranslation().isNull() && !m_document->getHistory()->isReplaying()) {
+        selection->applyTranslation();
+        refreshSelection();
+    }
 }
 
 bool VexaEditorWindow::opensWindow(const IVexaTool* tool)

@@ -60,6 +60,7 @@ private:
     void refreshSelection();
     void buildViewMenu();
     void updateUndoActions();
+    void settleSelectionOffset();
     void updateZoomLabel();
     void checkToolAction(IVexaTool* tool);
     void onToolLeft(IVexaTool* now);

@@ -16,10 +16,11 @@ public:
         for (auto& step : steps)
             step->redo();
     }
-    // The last step names the gesture: "Selection" rather than the "Deselect" it began with.
-    QString text() const override { return steps.empty() ? QString() : steps.back()->text(); }
+    // The last step names an unnamed gesture: "Selection" rather than the "Deselect" it began with.
+    QString text() const override { return !name.isEmpty() || steps.empty() ? name : steps.back()->text(); }
 
     std::vector<std::unique_ptr<VexaHistoryMemo>> steps;
+    QString name;
 };
 
 VexaHistory::VexaHistory(QObject* parent)
@@ -29,18 +30,23 @@ VexaHistory::VexaHistory(QObject* parent)
 
 VexaHistory::~VexaHistory() = default;
 
-void VexaHistory::beginGesture()
+void VexaHistory::beginGesture(const QString& text)
 {
     endGesture();
     m_gesture = std::make_unique<VexaCompositeMemo>();
+    m_gesture->name = text;
 }
+
+QString VexaHistory::undoText() const { return canUndo() ? m_memos[size_t(m_index - 1)]->text() : QString(); }
+
+QString VexaHistory::redoText() const { return canRedo() ? m_memos[size_t(m_index)]->text() : QString(); }
 
 void VexaHistory::endGesture()
 {
     if (!m_gesture)
         return;
     std::unique_ptr<VexaCompositeMemo> gesture = std::move(m_gesture);
-    if (gesture->steps.size() == 1)
+    if (gesture->steps.size() == 1 && gesture->name.isEmpty())
         pushNewMemo(gesture->steps.front().release());
     else if (!gesture->steps.empty())
         pushNewMemo(gesture.release());

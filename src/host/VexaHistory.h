@@ -27,11 +27,16 @@ public:
     int limit() const { return m_limit; }
     // While replaying a memo, changes must not record new ones.
     bool isReplaying() const { return m_replaying; }
+    // What the next undo and redo would undo or redo ("Selection", "Delete"); empty when none.
+    QString undoText() const;
+    QString redoText() const;
 
     // One user gesture is one undo step: the memos pushed between beginGesture() and
     // endGesture() become a single step (a shape that first clears the old selection, then
     // adds itself, is undone at once). Beginning again, undo and redo end an open gesture.
-    void beginGesture();
+    // A gesture with a name is one step under that name whatever it holds ("Quick Select" for
+    // a selection, its inversion and a deletion); without one it is named by its last step.
+    void beginGesture(const QString& text = QString());
     void endGesture();
     bool inGesture() const { return m_gesture != nullptr; }
 

@@ -4,6 +4,7 @@
 #include "VexaCanvas.h"
 #include "VexaContext.h"
 #include "VexaFilterContainer.h"
+#include "VexaHistory.h"
 #include "VexaLayerManager.h"
 #include "VexaMatteResample.h"
 #include "VexaMemory.h"
@@ -102,11 +103,18 @@ void VexaToolQuickSelect::apply(const QImage& alpha)
 
     // The same resampling as the command line's outputs, so both give the same bytes.
     VexaMatteResample::toMask(alpha, W, H, mask, S);
+    // The user pressed one button: the selection, its inversions and the deletion are one undo
+    // step under the tool's name, not four steps through selections never shown.
+    VexaHistory* history = context->getHistory();
+    if (history)
+        history->beginGesture(tr("Quick Select"));
     selection->copyMask(mask);
     selection->inverse();
     if (QAction* erase = VexaActionManager::getInstance(QString())->getActionByName(QStringLiteral("Delete")))
         erase->activate(QAction::Trigger);
     selection->inverse();
+    if (history)
+        history->endGesture();
     pool->release(mask);
     disActive();
 }

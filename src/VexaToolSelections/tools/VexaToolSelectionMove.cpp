@@ -17,6 +17,20 @@ VexaToolSelectionMove::VexaToolSelectionMove(QObject* parent)
     toolDescription = QStringLiteral("This tool is to move selection");
     toolVersion = QStringLiteral("1.0");
     stepTimer.start();
+    nudgeBurst.setSingleShot(true);
+    nudgeBurst.setInterval(700);
+    connect(&nudgeBurst, &QTimer::timeout, this, &VexaToolSelectionMove::commitNudges);
+}
+
+void VexaToolSelectionMove::commitNudges()
+{
+    // Left pending until the next mouse release, the keys' offset was no undo step of its own:
+    // an undo in between replayed the mask under a still-shifted outline, a state never shown.
+    nudgeBurst.stop();
+    if (!context || dragging || context->getSelection()->getTranslation().isNull())
+        return;
+    context->getSelection()->applyTranslation();
+    context->getCanvas()->update();
 }
 
 VexaToolSelectionMove::~VexaToolSelectionMove() = default;
@@ -52,6 +66,7 @@ bool VexaToolSelectionMove::event(QEvent* e)
                 t.ry() += step;
             selection->setTranslation(t);
             context->getCanvas()->update();
+            nudgeBurst.start();
             return true;
         }
     }
@@ -77,6 +92,7 @@ void VexaToolSelectionMove::disActive()
 {
     if (!activated)
         return;
+    commitNudges();
     activated = false;
     VexaCanvas* c = context->getCanvas();
     disconnect(c, SIGNAL(mouseRelease(int,int)), this, SLOT(onMouseReleased(int,int)));
@@ -93,6 +109,7 @@ void VexaToolSelectionMove::onMousePressed(int x, int y)
         return;
     if (!context->getSelection()->hasSelection())
         return;
+    commitNudges(); // the drag is a step of its own
     lastX = x;
     lastY = y;
     dragging = true;
@@ -122,6 +139,7 @@ void VexaToolSelectionMove::onMouseReleased(int, int)
     if (context->toolInputBlocked)
         return;
     dragging = false;
+    nudgeBurst.stop();
     context->getCanvas()->setCursor(Qt::OpenHandCursor);
     context->getSelection()->applyTranslation();
 }

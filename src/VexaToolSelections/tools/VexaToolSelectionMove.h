@@ -3,8 +3,12 @@
 #include "IVexaTool.h"
 #include "VexaToolEnvironment.h"
 
+#include <QTimer>
+
 // Moves the selection outline, not the pixels: by dragging anywhere on the canvas or with the
-// arrow keys (Shift: 10 pixels). The offset enters the mask at the next mouse release.
+// arrow keys (Shift: 10 pixels). A drag's offset enters the mask at the mouse release; a burst
+// of arrow keys enters it once the keys rest (or at the next press, release or tool change),
+// so each burst is one undo step.
 class VexaToolSelectionMove : public IVexaTool
 {
     Q_OBJECT
@@ -25,8 +29,13 @@ protected slots:
     void onDrawFeedback();
     void onMouseEntered();
 
+private slots:
+    void commitNudges();
+
 private:
     bool dragging = false;
+    // Arrow keys closer together than this belong to one burst.
+    QTimer nudgeBurst;
     double lastX = 0, lastY = 0;
     VexaStopwatch stepTimer;
     // Steps closer together than this are dropped, so a held key or a fast pointer moves at
