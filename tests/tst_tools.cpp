@@ -334,6 +334,38 @@ void TestTools::rectangleTypedRegion()
     int pos = 0;
     QString text = QStringLiteral("41");
     QCOMPARE(edit("widthEdit")->validator()->validate(text, pos), QValidator::Intermediate);
+
+    // Typed as a user types, field by field: each value stays as typed while the rectangle has
+    // no area, and the rectangle is applied once it has.
+    f.selection()->deselect();
+    auto type = [&](const char* name, const char* value, bool enter) {
+        QLineEdit* field = edit(name);
+        field->selectAll();
+        QTest::keyClicks(field, QLatin1String(value));
+        if (enter)
+            QTest::keyClick(field, Qt::Key_Return);
+        else
+            emit field->editingFinished(); // Tab
+    };
+    type("widthEdit", "1", false);
+    type("startXEdit", "30", false);
+    type("startYEdit", "20", false);
+    edit("heightEdit")->selectAll();
+    QTest::keyClick(edit("heightEdit"), Qt::Key_Backspace);
+    QCOMPARE(field(panel, "heightEdit"), QString()); // cleared: not rewritten to "0" while typing
+    emit edit("heightEdit")->editingFinished(); // and no rectangle of height 0
+    type("heightEdit", "5", false);
+    QCOMPARE(field(panel, "startXEdit"), QStringLiteral("30"));
+    QCOMPARE(field(panel, "startYEdit"), QStringLiteral("20"));
+    QVERIFY(!f.selection()->hasSelection());
+    type("widthEdit", "4", true);
+    QCOMPARE(f.bounds(), QRect(30, 20, 4, 5));
+    // A field typed in, then the tool switched: the focus leaving applies nothing.
+    f.selection()->deselect();
+    QTest::keyClicks(edit("widthEdit"), QStringLiteral("2"));
+    tool.disActive();
+    emit edit("widthEdit")->editingFinished();
+    QVERIFY(!f.selection()->hasSelection());
 }
 
 void TestTools::blockedInput_data()

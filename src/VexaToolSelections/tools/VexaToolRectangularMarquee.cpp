@@ -85,6 +85,7 @@ void VexaToolRectangularMarquee::onMousePressed(int x, int y)
         return;
     feedbackVisible = false;
     dropSelectionForNewShape();
+    regionWidget->dropTyping();
     const QPointF p = canvas()->uiToCanvasCoord(x, y, true);
     startX = endX = p.x();
     startY = endY = p.y();
@@ -182,7 +183,15 @@ void VexaToolRectangularMarquee::on_heightEdit_textChanged(const QString& text)
     textEdited();
 }
 
-void VexaToolRectangularMarquee::on_okBtn_clicked() { apply(); }
+void VexaToolRectangularMarquee::applyTypedRegion()
+{
+    // Typed fields give W, H >= 1, so the end never lies before the start; a cleared W or H
+    // (read as 0) would.
+    if (activated && endX > startX && endY > startY)
+        apply();
+}
+
+void VexaToolRectangularMarquee::on_okBtn_clicked() { applyTypedRegion(); }
 
 void VexaToolRectangularMarquee::onDrawFeedback()
 {

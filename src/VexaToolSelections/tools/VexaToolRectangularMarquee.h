@@ -19,6 +19,10 @@ public:
     void disActive() override;
     QWidget* getWidget() override;
     void apply();
+    // The panel's apply: only an active tool and a rectangle with area. Applying an empty one
+    // would move X and Y back to 0 under the user's hands while the other fields are still to
+    // be typed.
+    void applyTypedRegion();
     VexaToolRectangularMarqueeWidget* getRegionWidget() const { return regionWidget; }
 
 public slots:

@@ -32,9 +32,38 @@ void VexaToolRectangularMarqueeWidget::setRectangularMarqueeTool(VexaToolRectang
     connect(ui->startYEdit, SIGNAL(textChanged(QString)), tool, SLOT(on_startYEdit_textChanged(QString)));
     connect(ui->widthEdit, SIGNAL(textChanged(QString)), tool, SLOT(on_widthEdit_textChanged(QString)));
     connect(ui->heightEdit, SIGNAL(textChanged(QString)), tool, SLOT(on_heightEdit_textChanged(QString)));
-    for (QLineEdit* field : {ui->startXEdit, ui->startYEdit, ui->widthEdit, ui->heightEdit})
-        connect(field, SIGNAL(editingFinished()), tool, SLOT(on_okBtn_clicked()));
+    // Enter applies; leaving a field applies only what the user typed there. Focus that leaves
+    // because the tool was switched, or a field merely clicked into, applies nothing: the
+    // fields may still show a rectangle from long ago.
+    for (QLineEdit* field : {ui->startXEdit, ui->startYEdit, ui->widthEdit, ui->heightEdit}) {
+        connect(field, SIGNAL(returnPressed()), this, SLOT(onFieldReturnPressed()));
+        connect(field, SIGNAL(editingFinished()), this, SLOT(onFieldEditingFinished()));
+    }
     connect(ui->okBtn, SIGNAL(clicked()), tool, SLOT(on_okBtn_clicked()));
+}
+
+void VexaToolRectangularMarqueeWidget::onFieldReturnPressed()
+{
+    if (auto* field = qobject_cast<QLineEdit*>(sender()))
+        field->setModified(false); // the editingFinished that follows applies nothing more
+    if (tool)
+        tool->applyTypedRegion();
+}
+
+void VexaToolRectangularMarqueeWidget::onFieldEditingFinished()
+{
+    auto* field = qobject_cast<QLineEdit*>(sender());
+    if (!field || !field->isModified())
+        return;
+    field->setModified(false);
+    if (tool)
+        tool->applyTypedRegion();
+}
+
+void VexaToolRectangularMarqueeWidget::dropTyping()
+{
+    for (QLineEdit* field : {ui->startXEdit, ui->startYEdit, ui->widthEdit, ui->heightEdit})
+        field->setModified(false);
 }
 
 void VexaToolRectangularMarqueeWidget::initRegionValidators()
@@ -59,12 +88,18 @@ void VexaToolRectangularMarqueeWidget::setRegion(int x0, int y0, int x1, int y1)
         return; // a canvas showing no document has no pixel to clamp to
     // Each setText below may run one of the tool's text slots, which writes the shown value
     // back into the rectangle and calls this again; it settles once no text changes.
+    // A field the user is typing in keeps its text: rewritten after every key press (a cleared
+    // field to "0", a value to its clamp) it could not be typed at all.
+    auto show = [](QLineEdit* field, int value) {
+        if (!field->isModified())
+            field->setText(QString::number(value));
+    };
     const int sx = qBound(0, x0, W - 1);
     const int sy = qBound(0, y0, H - 1);
-    ui->startXEdit->setText(QString::number(sx));
-    ui->startYEdit->setText(QString::number(sy));
+    show(ui->startXEdit, sx);
+    show(ui->startYEdit, sy);
     const int w = qBound(0, x1, W - 1) - sx;
-    ui->widthEdit->setText(QString::number(w < 1 ? 1 : w + 1));
+    show(ui->widthEdit, w < 1 ? 1 : w + 1);
     const int h = qBound(0, y1, H - 1) - sy;
-    ui->heightEdit->setText(QString::number(h < 1 ? 1 : h + 1));
+    show(ui->heightEdit, h < 1 ? 1 : h + 1);
 }

@@ -24,7 +24,13 @@ public:
     // Shows the rectangle between the two corners, clamped to the canvas; W and H count
     // pixels inclusively.
     void setRegion(int x0, int y0, int x1, int y1);
+    // A drag takes over from typing: the fields show the dragged rectangle again.
+    void dropTyping();
     Ui::VexaToolRectangularMarqueeWidgetClass* form() const { return ui.get(); }
+
+private slots:
+    void onFieldReturnPressed();
+    void onFieldEditingFinished();
 
 private:
     VexaCanvas* documentCanvas() const;
