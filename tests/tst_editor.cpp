@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QImageWriter>
 #include <QWheelEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -79,6 +80,7 @@ private slots:
     void pickedToolActivatedOnOpen();
     void colorRangeIsToolWindow();
     void undoRedoStateAndExports();
+    void offeredFormatsOpen();
     void gestureIsOneUndoStep();
     void heldModifierAtPress_data();
     void heldModifierAtPress();
@@ -278,6 +280,33 @@ void TestEditor::undoRedoStateAndExports()
     }
 }
 
+void TestEditor::offeredFormatsOpen()
+{
+    // Every kind of file the Open dialog offers opens, photos from cameras and the web included.
+    const QString filter = VexaEditorWindow::openFilter();
+    for (const char* needed : {"*.png", "*.jpg", "*.tif", "*.tiff", "*.webp"})
+        QVERIFY2(filter.contains(QLatin1String(needed)), qPrintable(filter));
+    VexaEditorWindow window(m_plugin);
+    QTemporaryDir dir;
+    QImage picture(12, 8, QImage::Format_RGB32);
+    picture.fill(qRgb(200, 100, 50));
+    const QStringList patterns = filter.section(QLatin1Char('('), 1).chopped(1).split(QLatin1Char(' '));
+    for (const QString& pattern : patterns) {
+        const QString file = dir.filePath(QStringLiteral("photo") + pattern.mid(1));
+        if (!QImageWriter::supportedImageFormats().contains(pattern.mid(2).toLatin1()))
+            continue; // Qt reads GIF but writes none to test with
+        QVERIFY2(picture.save(file), qPrintable(file));
+        QString error;
+        QVERIFY2(window.openImage(file, &error), qPrintable(error));
+        QCOMPARE(window.document()->composed().size(), QSize(12, 8));
+    }
+    // An empty file says so, instead of blaming the format.
+    QFile(dir.filePath(QStringLiteral("empty.jpg"))).open(QIODevice::WriteOnly);
+    QString error;
+    QVERIFY(!window.openImage(dir.filePath(QStringLiteral("empty.jpg")), &error));
+    QVERIFY2(error.endsWith(QStringLiteral("empty file")), qPrintable(error));
+}
+
 void TestEditor::gestureIsOneUndoStep()
 {
     VexaEditorWindow window(m_plugin);
@@ -463,6 +492,20 @@ void TestEditor::exitsWithoutOpenGl()
     QCOMPARE(editor.exitStatus(), QProcess::NormalExit);
     QCOMPARE(editor.exitCode(), 3);
     QVERIFY(QString::fromLocal8Bit(editor.readAllStandardError()).contains(QStringLiteral("needs OpenGL 2.1")));
+
+    // Without any display at all, --help and --version still answer.
+    env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    env.remove(QStringLiteral("DISPLAY"));
+    env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    editor.setProcessEnvironment(env);
+    for (const char* option : {"--help", "--version"}) {
+        editor.start(QStringLiteral(VEXA_EDITOR_PATH), {QLatin1String(option)});
+        QVERIFY(editor.waitForFinished(60000));
+        QCOMPARE(editor.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(editor.exitCode(), 0);
+        const QString out = QString::fromLocal8Bit(editor.readAllStandardOutput());
+        QVERIFY2(out.contains(option[2] == 'h' ? QStringLiteral("--locale") : QStringLiteral("vexa-editor 1.")), qPrintable(out));
+    }
 }
 
 QTEST_MAIN(TestEditor)

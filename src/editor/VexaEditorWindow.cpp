@@ -19,6 +19,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QImageReader>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -405,10 +406,21 @@ void VexaEditorWindow::refreshSelection()
         m_document->getSelection()->render(m_canvas);
 }
 
+QString VexaEditorWindow::openFilter()
+{
+    // Only what this machine's image plug-ins read: a format offered but not installed would
+    // fail as "Unsupported image format" after the user picked the file.
+    const QList<QByteArray> readable = QImageReader::supportedImageFormats();
+    QStringList patterns;
+    for (const char* suffix : {"png", "jpg", "jpeg", "bmp", "gif", "tif", "tiff", "webp"})
+        if (readable.contains(suffix))
+            patterns << QStringLiteral("*.%1").arg(QLatin1String(suffix));
+    return tr("Images (%1)").arg(patterns.join(QLatin1Char(' ')));
+}
+
 void VexaEditorWindow::onOpen()
 {
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Open Image"), QFileInfo(m_fileName).path(),
-                                                          tr("Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)"));
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Open Image"), QFileInfo(m_fileName).path(), openFilter());
     if (fileName.isEmpty())
         return;
     QString error;

@@ -47,6 +47,8 @@ public:
     // Select > Matting View: the plug-in's GPU matting view on the document, in a window of its
     // own (a new one each time). Null without a document or without the view in the plug-in.
     VexaMattingWindow* openMattingView();
+    // The Open dialog's filter: the image files this machine can open.
+    static QString openFilter();
 
 private:
     void buildMenus();

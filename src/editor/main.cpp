@@ -16,26 +16,63 @@
 #include <cstdio>
 #include <memory>
 
+namespace {
+
+// Options that only print: answered before any window system is touched, so that they work
+// over ssh, in a build without a display, and for the manual page.
+bool onlyPrints(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "-h" || arg == "--help" || arg == "-?" || arg == "--help-all" || arg == "-v" || arg == "--version")
+            return true;
+    }
+    return false;
+}
+
+struct EditorOptions {
+    QCommandLineOption locale{QStringLiteral("locale"), QStringLiteral("Locale of the editor's and the plug-in's texts, such as de_DE."),
+                              QStringLiteral("locale"), QLocale::system().name()};
+    QCommandLineOption plugin{QStringLiteral("plugin"), QStringLiteral("The tools plug-in to load."), QStringLiteral("file"),
+                              VexaPluginLoader::defaultPluginPath()};
+    QCommandLineOption script{QStringLiteral("script"), QStringLiteral("Run the scripted demo and write its results into this folder."),
+                              QStringLiteral("folder")};
+
+    void describe(QCommandLineParser& cli) const
+    {
+        QCoreApplication::setApplicationName(QStringLiteral("vexa-editor"));
+        QCoreApplication::setApplicationVersion(QStringLiteral(VEXA_VERSION));
+        cli.setApplicationDescription(QStringLiteral("Demo editor for the Vexa selection tools."));
+        cli.addHelpOption();
+        cli.addVersionOption();
+        cli.addOption(locale);
+        cli.addOption(plugin);
+        cli.addOption(script);
+        cli.addPositionalArgument(QStringLiteral("image"), QStringLiteral("Image to open (default: a bundled sample photo)."));
+    }
+};
+
+} // namespace
+
 int main(int argc, char** argv)
 {
+    if (onlyPrints(argc, argv)) {
+        QCoreApplication app(argc, argv);
+        QCommandLineParser cli;
+        const EditorOptions options;
+        options.describe(cli);
+        cli.process(app); // prints and exits
+        return 0;
+    }
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("vexa-editor"));
     VexaInstallLayout::setDesktopIdentity();
 
     QCommandLineParser cli;
-    cli.setApplicationDescription(QStringLiteral("Demo editor for the Vexa selection tools."));
-    cli.addHelpOption();
-    QCommandLineOption localeOpt(QStringLiteral("locale"), QStringLiteral("Locale of the editor's and the plug-in's texts, such as de_DE."),
-                                 QStringLiteral("locale"), QLocale::system().name());
-    QCommandLineOption pluginOpt(QStringLiteral("plugin"), QStringLiteral("The tools plug-in to load."), QStringLiteral("file"),
-                                 VexaPluginLoader::defaultPluginPath());
-    QCommandLineOption scriptOpt(QStringLiteral("script"),
-                                 QStringLiteral("Run the scripted demo and write its results into this folder."),
-                                 QStringLiteral("folder"));
-    cli.addOption(localeOpt);
-    cli.addOption(pluginOpt);
-    cli.addOption(scriptOpt);
-    cli.addPositionalArgument(QStringLiteral("image"), QStringLiteral("Image to open (default: a bundled sample photo)."));
+    const EditorOptions options;
+    options.describe(cli);
+    const QCommandLineOption& localeOpt = options.locale;
+    const QCommandLineOption& pluginOpt = options.plugin;
+    const QCommandLineOption& scriptOpt = options.script;
     cli.process(app);
     const bool scripted = cli.isSet(scriptOpt);
 
