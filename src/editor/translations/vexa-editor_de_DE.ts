@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>Cannot write %1.</source>
-        <translation>%1 kann nicht geschrieben werden.</translation>
+        <translation type="vanished">%1 kann nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>There is no document.</source>
@@ -151,7 +151,7 @@
     </message>
     <message>
         <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
-        <translation>Bilder (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+        <translation type="vanished">Bilder (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
     </message>
     <message>
         <source>Save Image</source>
@@ -207,6 +207,18 @@
         <source>%1 %</source>
         <translation>%1 %</translation>
     </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Wiederholen: %1</translation>
+    </message>
+    <message>
+        <source>Images (%1)</source>
+        <translation>Bilder (%1)</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>
@@ -221,6 +233,25 @@
     <message>
         <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
         <translation>zu groß: %1 x %2 braucht %3, mehr als die %4, die dieser Rechner für ein Bild zulässt</translation>
+    </message>
+    <message>
+        <source>empty file</source>
+        <translation>leere Datei</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageSave</name>
+    <message>
+        <source>Cannot write %1: the name has no suffix of an image format written here (such as .png).</source>
+        <translation>%1 kann nicht geschrieben werden: Der Name endet nicht auf die Endung eines hier geschriebenen Bildformats (etwa .png).</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>the disk is full or the file too large for it</source>
+        <translation>der Datenträger ist voll oder die Datei zu groß für ihn</translation>
     </message>
 </context>
 <context>

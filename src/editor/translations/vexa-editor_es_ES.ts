@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>Cannot write %1.</source>
-        <translation>No se puede escribir %1.</translation>
+        <translation type="vanished">No se puede escribir %1.</translation>
     </message>
     <message>
         <source>There is no document.</source>
@@ -151,7 +151,7 @@
     </message>
     <message>
         <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
-        <translation>Imágenes (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+        <translation type="vanished">Imágenes (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
     </message>
     <message>
         <source>Save Image</source>
@@ -207,6 +207,18 @@
         <source>%1 %</source>
         <translation>%1 %</translation>
     </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Deshacer %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Rehacer %1</translation>
+    </message>
+    <message>
+        <source>Images (%1)</source>
+        <translation>Imágenes (%1)</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>
@@ -221,6 +233,25 @@
     <message>
         <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
         <translation>demasiado grande: %1 x %2 necesita %3, más de los %4 que este equipo permite para una imagen</translation>
+    </message>
+    <message>
+        <source>empty file</source>
+        <translation>archivo vacío</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageSave</name>
+    <message>
+        <source>Cannot write %1: the name has no suffix of an image format written here (such as .png).</source>
+        <translation>No se puede escribir %1: el nombre no termina en la extensión de un formato de imagen que se escriba aquí (como .png).</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: %2</source>
+        <translation>No se puede escribir %1: %2</translation>
+    </message>
+    <message>
+        <source>the disk is full or the file too large for it</source>
+        <translation>el disco está lleno o el archivo es demasiado grande para él</translation>
     </message>
 </context>
 <context>

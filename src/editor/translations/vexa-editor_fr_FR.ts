@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>Cannot write %1.</source>
-        <translation>Impossible d&apos;écrire %1.</translation>
+        <translation type="vanished">Impossible d&apos;écrire %1.</translation>
     </message>
     <message>
         <source>There is no document.</source>
@@ -151,7 +151,7 @@
     </message>
     <message>
         <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
-        <translation>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+        <translation type="vanished">Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
     </message>
     <message>
         <source>Save Image</source>
@@ -207,6 +207,18 @@
         <source>%1 %</source>
         <translation>%1 %</translation>
     </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Annuler : %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Rétablir : %1</translation>
+    </message>
+    <message>
+        <source>Images (%1)</source>
+        <translation>Images (%1)</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>
@@ -221,6 +233,25 @@
     <message>
         <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
         <translation>trop grande : %1 x %2 demande %3, plus que les %4 que cette machine accepte pour une image</translation>
+    </message>
+    <message>
+        <source>empty file</source>
+        <translation>fichier vide</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageSave</name>
+    <message>
+        <source>Cannot write %1: the name has no suffix of an image format written here (such as .png).</source>
+        <translation>Impossible d&apos;écrire %1 : le nom ne se termine pas par l&apos;extension d&apos;un format d&apos;image écrit ici (comme .png).</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: %2</source>
+        <translation>Impossible d&apos;écrire %1 : %2</translation>
+    </message>
+    <message>
+        <source>the disk is full or the file too large for it</source>
+        <translation>le disque est plein ou le fichier trop grand pour lui</translation>
     </message>
 </context>
 <context>

@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>Cannot write %1.</source>
-        <translation>%1 に書き込めません。</translation>
+        <translation type="vanished">%1 に書き込めません。</translation>
     </message>
     <message>
         <source>There is no document.</source>
@@ -151,7 +151,7 @@
     </message>
     <message>
         <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
-        <translation>画像 (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+        <translation type="vanished">画像 (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
     </message>
     <message>
         <source>Save Image</source>
@@ -207,6 +207,18 @@
         <source>%1 %</source>
         <translation>%1%</translation>
     </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>元に戻す: %1(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>やり直し: %1(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Images (%1)</source>
+        <translation>画像 (%1)</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>
@@ -221,6 +233,25 @@
     <message>
         <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
         <translation>大きすぎます: %1 x %2 には %3 が必要で、このマシンで 1 枚の画像に使える %4 を超えています</translation>
+    </message>
+    <message>
+        <source>empty file</source>
+        <translation>空のファイルです</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageSave</name>
+    <message>
+        <source>Cannot write %1: the name has no suffix of an image format written here (such as .png).</source>
+        <translation>%1 に書き込めません: 名前の末尾が、ここで書き出せる画像形式の拡張子 (.png など) ではありません。</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: %2</source>
+        <translation>%1 に書き込めません: %2</translation>
+    </message>
+    <message>
+        <source>the disk is full or the file too large for it</source>
+        <translation>ディスクがいっぱいか、ファイルが大きすぎます</translation>
     </message>
 </context>
 <context>

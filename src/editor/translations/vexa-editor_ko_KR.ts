@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>Cannot write %1.</source>
-        <translation>%1에 쓸 수 없습니다.</translation>
+        <translation type="vanished">%1에 쓸 수 없습니다.</translation>
     </message>
     <message>
         <source>There is no document.</source>
@@ -151,7 +151,7 @@
     </message>
     <message>
         <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</source>
-        <translation>이미지 (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
+        <translation type="vanished">이미지 (*.png *.jpg *.jpeg *.bmp *.gif *.tif *.tiff *.webp)</translation>
     </message>
     <message>
         <source>Save Image</source>
@@ -207,6 +207,18 @@
         <source>%1 %</source>
         <translation>%1%</translation>
     </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>실행 취소: %1(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>다시 실행: %1(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Images (%1)</source>
+        <translation>이미지 (%1)</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>
@@ -221,6 +233,25 @@
     <message>
         <source>too large: %1 x %2 needs %3, more than the %4 this machine allows for one image</source>
         <translation>너무 큽니다: %1 x %2 크기에는 %3이(가) 필요하며, 이 컴퓨터에서 이미지 하나에 허용되는 %4을(를) 넘습니다</translation>
+    </message>
+    <message>
+        <source>empty file</source>
+        <translation>빈 파일입니다</translation>
+    </message>
+</context>
+<context>
+    <name>VexaImageSave</name>
+    <message>
+        <source>Cannot write %1: the name has no suffix of an image format written here (such as .png).</source>
+        <translation>%1에 쓸 수 없습니다: 이름이 여기서 저장할 수 있는 이미지 형식의 확장자(.png 등)로 끝나지 않습니다.</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: %2</source>
+        <translation>%1에 쓸 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>the disk is full or the file too large for it</source>
+        <translation>디스크가 가득 찼거나 파일이 너무 큽니다</translation>
     </message>
 </context>
 <context>

@@ -177,6 +177,13 @@
     </message>
 </context>
 <context>
+    <name>VexaToolQuickSelect</name>
+    <message>
+        <source>Quick Select</source>
+        <translation>Schnellauswahl</translation>
+    </message>
+</context>
+<context>
     <name>VexaToolQuickSelectWidget</name>
     <message>
         <source>Quick Select Tool</source>
