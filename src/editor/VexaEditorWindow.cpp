@@ -18,6 +18,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImageReader>
 #include <QLabel>
@@ -29,6 +30,17 @@
 #include <QToolButton>
 
 #include <cmath>
+
+namespace {
+// Opening and saving a camera-sized photo take seconds: the pointer says the editor is at work.
+struct BusyCursor {
+    BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+};
+
+} // namespace
 
 VexaEditorWindow::VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* parent)
     : QMainWindow(parent)
@@ -323,6 +335,7 @@ void VexaEditorWindow::showOptions(IVexaTool* tool)
 
 bool VexaEditorWindow::openImage(const QString& fileName, QString* error)
 {
+    const BusyCursor busy;
     QString readError;
     const QImage image = VexaImageFile::read(fileName, &readError);
     if (image.isNull()) {
@@ -369,6 +382,7 @@ bool VexaEditorWindow::saveImage(const QString& name, QString* error) const
         return false;
     }
     // Through a temporary file: a save that fails (full disk, lost folder) keeps the old file.
+    const BusyCursor busy;
     return VexaImageSave::save(m_document->composed(), fileName, error);
 }
 
@@ -380,6 +394,7 @@ bool VexaEditorWindow::exportSelectionMask(const QString& name, QString* error) 
             *error = tr("There is no document.");
         return false;
     }
+    const BusyCursor busy;
     return VexaImageSave::save(m_document->getSelection()->toImage(), fileName, error, "png");
 }
 

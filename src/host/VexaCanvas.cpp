@@ -239,27 +239,52 @@ void VexaCanvas::onTick()
 {
     m_antsPhase = (m_antsPhase + 1) % 8;
     emit timeOut();
-    if (!m_outline.empty() && isVisible())
+    if (!isVisible())
+        return;
+    settleOutline();
+    if (!m_outline.empty())
         update();
 }
 
 void VexaCanvas::documentChanged()
 {
-    m_composed = m_context ? m_context->composed() : QImage();
-    m_display = m_context ? overCheckerboard(m_composed) : QImage();
+    m_documentStale = true;
     m_textureDirty = true;
     update();
 }
 
+void VexaCanvas::settleDocumentImages()
+{
+    if (!m_documentStale)
+        return;
+    m_documentStale = false;
+    m_composed = m_context ? m_context->composed() : QImage();
+    m_display = m_context ? overCheckerboard(m_composed) : QImage();
+}
+
 void VexaCanvas::selectionChanged()
 {
+    m_outlineStale = true;
+    update();
+}
+
+void VexaCanvas::settleOutline()
+{
+    if (!m_outlineStale)
+        return;
+    m_outlineStale = false;
     if (m_context) {
         VexaSelection* sel = m_context->getSelection();
         m_outline = VexaMaskOps::outline(sel->mask(), sel->width(), sel->height(), sel->maskStride());
     } else {
         m_outline.clear();
     }
-    update();
+}
+
+int VexaCanvas::outlineSegmentCount()
+{
+    settleOutline();
+    return int(m_outline.size() / 4);
 }
 
 void VexaCanvas::initializeGL()
@@ -308,6 +333,8 @@ void VexaCanvas::paintGL()
     glClear(GL_COLOR_BUFFER_BIT);
     if (!m_context)
         return;
+    settleDocumentImages();
+    settleOutline();
     if (m_textureDirty)
         uploadTexture();
 
@@ -456,6 +483,7 @@ void VexaCanvas::pickAt(const QPointF& widgetPos)
     const int x = int(std::floor(c.x())), y = int(std::floor(c.y()));
     if (x < 0 || y < 0 || x >= getCanvasWidth() || y >= getCanvasHeight())
         return;
+    settleDocumentImages();
     setFgColor(QColor::fromRgba(m_composed.pixel(x, y)).toRgb());
 }
 

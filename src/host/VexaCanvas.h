@@ -54,7 +54,7 @@ public:
     virtual VexaColorPicker* getColorPickerWidget() const { return m_picker; }
 
     // Number of line segments of the selection outline last drawn (for checks and tests).
-    int outlineSegmentCount() const { return int(m_outline.size() / 4); }
+    int outlineSegmentCount();
 
 signals:
     void mousePress(int x, int y);
@@ -117,6 +117,13 @@ private:
     int m_antsPhase = 0;
     Qt::KeyboardModifiers m_lastModifiers;
 
+    // A change only marks these stale; they are made again when next drawn or read. On a
+    // camera-sized document each costs a pass over every pixel, and one command (quick
+    // select's OK) changes the selection four times before the screen shows any of it.
+    void settleOutline();
+    void settleDocumentImages();
+    bool m_outlineStale = false;
+    bool m_documentStale = false;
     QImage m_composed; // the document as it looks, for picking colours
     QImage m_display;  // the same over a checkerboard, for the screen
     bool m_textureDirty = true;

@@ -12,6 +12,7 @@
 #include "VexaToolQuickSelectWidget.h"
 
 #include <QAction>
+#include <QGuiApplication>
 #include <QImage>
 
 #include <cstring>
@@ -97,6 +98,8 @@ void VexaToolQuickSelect::apply(const QImage& alpha)
         disActive();
         return;
     }
+    // Writing a camera-sized document takes seconds: the pointer says the editor is at work.
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     std::memset(mask, 0, size_t(H) * size_t(S));
     if (canvas)
         canvas->syncLayerPixels();
@@ -116,5 +119,6 @@ void VexaToolQuickSelect::apply(const QImage& alpha)
     if (history)
         history->endGesture();
     pool->release(mask);
+    QGuiApplication::restoreOverrideCursor();
     disActive();
 }
