@@ -50,9 +50,8 @@ bool VexaImageSave::write(const QImage& image, QString* error, int quality)
     if (!writer.write(image))
         why = writer.errorString();
     else if (m_file->write(bytes) != bytes.size() || !m_file->flush())
-        why = m_file->error() != QFileDevice::NoError
-            ? m_file->errorString()
-            : QCoreApplication::translate("VexaImageSave", "the disk is full or the file too large for it");
+        // The file device reports a full disk as a short count or as "Unknown error".
+        why = QCoreApplication::translate("VexaImageSave", "the disk is full or the file too large for it");
     if (why.isEmpty())
         return true;
     if (error)
