@@ -3,6 +3,7 @@
 #include "GLMattingReference.h"
 #include "QuickSelectTestSupport.h"
 #include "QuickSelectGLWidget.h"
+#include "VexaMatteResample.h"
 
 #include <QMouseEvent>
 #include <QOpenGLContext>
@@ -1201,6 +1202,22 @@ void TestGLMatting::commandLineMatchesView()
         v.saveToImage(matte);
         QCOMPARE(out, matte.convertToFormat(QImage::Format_Grayscale8));
     }
+
+    // Larger than the working size: matted at 24 x 18 (the photo scaled as quick select scales
+    // it, the marks by nearest pixel), then resampled to the photo's size like a quick select matte.
+    const QImage smallPhoto = colours.scaled(24, 18, Qt::KeepAspectRatio, Qt::FastTransformation);
+    QVERIFY(smallPhoto.save(dir.filePath("small.png")));
+    QVERIFY(VexaMatteResample::nearest(picture.convertToFormat(QImage::Format_ARGB32), 24, 18).save(dir.filePath("smallmarks.png")));
+    auto run = [&](const QStringList& args) {
+        QProcess cli;
+        cli.start(QStringLiteral(VEXA_GLMATTE_PATH), args);
+        return cli.waitForFinished(60000) && cli.exitStatus() == QProcess::NormalExit && cli.exitCode() == 0;
+    };
+    QVERIFY(run({dir.filePath("in.png"), dir.filePath("marks.png"), dir.filePath("out.png"), "--working-size", "24"}));
+    QVERIFY(run({dir.filePath("small.png"), dir.filePath("smallmarks.png"), dir.filePath("work.png"), "--working-size", "0"}));
+    const QImage out(dir.filePath("out.png"));
+    QCOMPARE(out.size(), QSize(w, h));
+    QCOMPARE(out.convertToFormat(QImage::Format_Grayscale8), VexaMatteResample::toGray(QImage(dir.filePath("work.png")), w, h));
 }
 
 QTEST_MAIN(TestGLMatting)

@@ -1,17 +1,20 @@
 // vexa-glmatte: the GPU matting view's matte of an image and a picture of marks, from the
 // command line.
 //
-//   vexa-glmatte IMAGE MARKS OUT [--passes N] [--timings] [--shaders RCC]
+//   vexa-glmatte IMAGE MARKS OUT [--passes N] [--working-size N] [--timings] [--shaders RCC]
 //
 // MARKS has IMAGE's size: red pixels mark the object, green ones the unknown band, blue ones
 // the background; any other colour is unmarked. OUT receives the matte as an 8-bit grey PNG
-// of IMAGE's size. The view needs an OpenGL 2.1 context, so a display (an X server such as
+// of IMAGE's size, made at the working size (at most 1536 pixels a side unless --working-size
+// says otherwise) and resampled as quick select's matte is. The view needs an OpenGL 2.1 context, so a display (an X server such as
 // xvfb-run's) must be at hand. Exit status: 0 done, 2 bad arguments or files, 3 no OpenGL 2.1
 // context or a matting program that does not build (its log goes to stderr; no matte is
 // written then, since it would lack a pass).
 #include "QuickSelectGLWidget.h"
 #include "VexaImageFile.h"
 #include "VexaImageSave.h"
+#include "VexaMatteResample.h"
+#include "VexaSegmentation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -116,7 +119,13 @@ int main(int argc, char** argv)
                                      QStringLiteral("Take the matting programs from this compiled resource file instead "
                                                     "of the built-in ones (to try changed programs)."),
                                      QStringLiteral("RCC"));
-    cli.addOptions({passes, timings, shaders});
+    const QCommandLineOption workingSize(
+        QStringLiteral("working-size"),
+        QStringLiteral("Matte at most N pixels a side (default 1536, as quick select works; 0: at IMAGE's own size). "
+                       "A larger IMAGE is scaled down as quick select scales it, the marks take the nearest pixel, and "
+                       "the matte is resampled bilinearly to IMAGE's size as vexa-quickselect writes its own."),
+        QStringLiteral("N"), QStringLiteral("1536"));
+    cli.addOptions({passes, timings, shaders, workingSize});
     cli.addPositionalArgument(QStringLiteral("IMAGE"), QStringLiteral("The picture."));
     cli.addPositionalArgument(QStringLiteral("MARKS"), QStringLiteral("The marks, a picture of IMAGE's size."));
     cli.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("Where the matte goes (PNG)."));
@@ -133,6 +142,9 @@ int main(int argc, char** argv)
     const int passCount = cli.value(passes).toInt(&number);
     if (!number || passCount < 0 || passCount > 1000)
         return fail(2, QStringLiteral("--passes must be a whole number from 0 to 1000, not '%1'").arg(cli.value(passes)));
+    const int workingSide = cli.value(workingSize).toInt(&number);
+    if (!number || workingSide < 0 || (workingSide > 0 && workingSide < 16))
+        return fail(2, QStringLiteral("--working-size must be 0 or a whole number of at least 16, not '%1'").arg(cli.value(workingSize)));
 
     // A full disk fails the write with an error instead of killing the process mid-file.
     std::signal(SIGXFSZ, SIG_IGN);
@@ -144,15 +156,26 @@ int main(int argc, char** argv)
     const QImage image = VexaImageFile::read(files[0], &why);
     if (image.isNull())
         return fail(2, QStringLiteral("cannot read the image %1: %2").arg(files[0], why));
-    const QImage marksPicture = VexaImageFile::read(files[1], &why);
-    if (marksPicture.isNull())
+    const QImage marksRead = VexaImageFile::read(files[1], &why);
+    if (marksRead.isNull())
         return fail(2, QStringLiteral("cannot read the marks %1: %2").arg(files[1], why));
-    if (marksPicture.size() != image.size())
+    if (marksRead.size() != image.size())
         return fail(2, QStringLiteral("the marks are %1 x %2 but the image is %3 x %4")
-                           .arg(marksPicture.width())
-                           .arg(marksPicture.height())
+                           .arg(marksRead.width())
+                           .arg(marksRead.height())
                            .arg(image.width())
                            .arg(image.height()));
+    // A camera-sized photo ran for ten minutes on a software renderer: the matte is made at the
+    // working size and brought back to the photo's size afterwards.
+    QImage work = image;
+    QImage marksPicture = marksRead;
+    if (workingSide > 0) {
+        VexaSegmentation sizing;
+        sizing.maxWidth = sizing.maxHeight = workingSide;
+        work = sizing.workingImage(image);
+        if (work.size() != image.size())
+            marksPicture = VexaMatteResample::nearest(marksRead.convertToFormat(QImage::Format_ARGB32), work.width(), work.height());
+    }
 
     if (cli.isSet(shaders)) {
         qCleanupResources_Resources();
@@ -163,10 +186,10 @@ int main(int argc, char** argv)
     int largestSide = 0;
     if (!probeOpenGL(&why, &largestSide))
         return fail(3, why);
-    if (image.width() > largestSide || image.height() > largestSide)
+    if (work.width() > largestSide || work.height() > largestSide)
         return fail(2, QStringLiteral("the image is %1 x %2, larger than this OpenGL's largest texture (%3 pixels a side)")
-                           .arg(image.width())
-                           .arg(image.height())
+                           .arg(work.width())
+                           .arg(work.height())
                            .arg(largestSide));
 
     QElapsedTimer clock;
@@ -178,7 +201,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "vexa-glmatte: %s\n", qPrintable(message.trimmed()));
     });
     view.setAttribute(Qt::WA_DontShowOnScreen);
-    view.loadFromImage(image); // taken when the view gets its context
+    view.loadFromImage(work); // taken when the view gets its context
     view.show();
     QCoreApplication::processEvents();
     if (!view.programsReady())
@@ -186,7 +209,7 @@ int main(int argc, char** argv)
     if (!view.fbo)
         return fail(3, QStringLiteral("no OpenGL 2.1 context for the matting view"));
 
-    QImage marks(image.size(), QImage::Format_ARGB32);
+    QImage marks(work.size(), QImage::Format_ARGB32);
     const QImage picture = marksPicture.convertToFormat(QImage::Format_ARGB32);
     for (int y = 0; y < picture.height(); ++y) {
         const auto* in = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
@@ -214,7 +237,8 @@ int main(int argc, char** argv)
 
     QImage matte;
     view.saveToImage(matte);
-    const QImage grey = matte.convertToFormat(QImage::Format_Grayscale8);
+    const QImage grey = matte.size() == image.size() ? matte.convertToFormat(QImage::Format_Grayscale8)
+                                                     : VexaMatteResample::toGray(matte, image.width(), image.height());
     if (grey.isNull())
         return fail(2, QStringLiteral("cannot write %1: no matte was read back").arg(files[2]));
     if (!out.write(grey, &why) || !out.commit(&why))
@@ -222,7 +246,7 @@ int main(int argc, char** argv)
     if (cli.isSet(timings)) {
         std::printf("renderer %s\n", reinterpret_cast<const char*>(glGetString(GL_RENDERER)));
         std::printf("load %.1f ms\n", double(loadNs) / 1e6);
-        std::printf("matte %.1f ms (%d x %d, %d closed passes)\n", double(matteNs) / 1e6, image.width(), image.height(), passCount);
+        std::printf("matte %.1f ms (%d x %d, %d closed passes)\n", double(matteNs) / 1e6, work.width(), work.height(), passCount);
     }
     return 0;
 }
