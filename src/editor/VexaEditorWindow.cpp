@@ -17,7 +17,9 @@
 #include <QActionGroup>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QEventLoop>
 #include <QFileInfo>
+#include <QFutureWatcher>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImageReader>
@@ -25,9 +27,11 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
+#include <QProgressDialog>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QtConcurrent/QtConcurrentRun>
 
 #include <cmath>
 
@@ -337,7 +341,24 @@ bool VexaEditorWindow::openImage(const QString& fileName, QString* error)
 {
     const BusyCursor busy;
     QString readError;
-    const QImage image = VexaImageFile::read(fileName, &readError);
+    QImage image;
+    {
+        // A camera-sized photo decodes for seconds: it is read on a pool thread while the
+        // window keeps drawing, and a progress window shows up once it takes longer than a
+        // moment (it also keeps the user from starting other commands meanwhile).
+        QFutureWatcher<QImage> reading;
+        QEventLoop wait;
+        connect(&reading, &QFutureWatcher<QImage>::finished, &wait, &QEventLoop::quit);
+        QProgressDialog progress(tr("Opening %1…").arg(QFileInfo(fileName).fileName()), QString(), 0, 0,
+                                 isVisible() ? this : nullptr);
+        progress.setWindowModality(Qt::ApplicationModal);
+        progress.setMinimumDuration(300);
+        progress.setValue(0); // starts the delay after which the dialog shows itself
+        reading.setFuture(QtConcurrent::run([fileName, &readError] { return VexaImageFile::read(fileName, &readError); }));
+        if (!reading.isFinished())
+            wait.exec();
+        image = reading.result();
+    }
     if (image.isNull()) {
         if (error)
             *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), readError);

@@ -120,6 +120,10 @@ int main(int argc, char** argv)
 
     VexaEditorWindow window(plugin);
     const QString image = cli.positionalArguments().value(0, VexaInstallLayout::samplePhoto());
+    // The window first: a camera-sized photo takes seconds to open, and the user sees the
+    // editor and its progress meanwhile instead of nothing.
+    if (!scripted)
+        window.show();
     QString error;
     if (!window.openImage(image, &error)) {
         if (scripted)

@@ -219,6 +219,10 @@
         <source>Images (%1)</source>
         <translation>Bilder (%1)</translation>
     </message>
+    <message>
+        <source>Opening %1…</source>
+        <translation>%1 wird geöffnet …</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

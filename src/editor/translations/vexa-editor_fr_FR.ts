@@ -219,6 +219,10 @@
         <source>Images (%1)</source>
         <translation>Images (%1)</translation>
     </message>
+    <message>
+        <source>Opening %1…</source>
+        <translation>Ouverture de %1…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

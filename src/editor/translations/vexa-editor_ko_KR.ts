@@ -219,6 +219,10 @@
         <source>Images (%1)</source>
         <translation>이미지 (%1)</translation>
     </message>
+    <message>
+        <source>Opening %1…</source>
+        <translation>%1 여는 중…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

@@ -219,6 +219,10 @@
         <source>Images (%1)</source>
         <translation>图像 (%1)</translation>
     </message>
+    <message>
+        <source>Opening %1…</source>
+        <translation>正在打开 %1…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

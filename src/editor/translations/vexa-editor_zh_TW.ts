@@ -219,6 +219,10 @@
         <source>Images (%1)</source>
         <translation>影像 (%1)</translation>
     </message>
+    <message>
+        <source>Opening %1…</source>
+        <translation>正在開啟 %1…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>
