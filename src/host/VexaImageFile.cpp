@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <mutex>
 
 #include <unistd.h>
 
@@ -31,12 +32,15 @@ namespace {
 
 // libpng tells of a broken file on the standard error itself, before Qt's reader returns its
 // own message: "libpng error: Read Error" would reach the terminal beside ours. While a file
-// is decoded the standard error goes to a scratch file instead.
+// is decoded the standard error goes to a scratch file instead. The descriptor is the
+// process's, so decodes on two threads (the editor opens on a pool thread) take turns: one that
+// saved the other's scratch file as "the" standard error would restore a closed descriptor.
 class QuietStandardError
 {
 public:
     QuietStandardError()
-        : m_sink(std::tmpfile())
+        : m_turn(turnLock())
+        , m_sink(std::tmpfile())
     {
         std::fflush(stderr);
         if (m_sink)
@@ -60,6 +64,13 @@ public:
     QuietStandardError& operator=(const QuietStandardError&) = delete;
 
 private:
+    static std::mutex& turnLock()
+    {
+        static std::mutex lock;
+        return lock;
+    }
+
+    std::lock_guard<std::mutex> m_turn;
     std::FILE* m_sink;
     int m_saved = -1;
 };
