@@ -125,11 +125,6 @@ void TestColorTools::grades()
     QFETCH(int, tolerance);
     QFETCH(int, grade);
     QCOMPARE(VexaColorGrading::grade(pixel, qRgb(100, 100, 100), tolerance), grade);
-    QImage one(1, 1, QImage::Format_ARGB32);
-    one.setPixel(0, 0, pixel);
-    uint8_t out = 77;
-    VexaColorGrading::gradeImage(one, qRgb(100, 100, 100), tolerance, &out, 1);
-    QCOMPARE(int(out), grade);
 }
 
 void TestColorTools::gradeImageMatchesPerPixel()
@@ -138,7 +133,7 @@ void TestColorTools::gradeImageMatchesPerPixel()
     QImage img(97, 41, QImage::Format_ARGB32);
     for (int y = 0; y < img.height(); ++y)
         for (int x = 0; x < img.width(); ++x)
-            img.setPixel(x, y, rng() | 0xFF000000u);
+            img.setPixel(x, y, rng()); // alpha plays no part
     const int stride = 104;
     std::vector<uint8_t> out(size_t(stride) * 41, 0xEE);
     VexaColorGrading::gradeImage(img, qRgb(120, 60, 200), 60, out.data(), stride);
