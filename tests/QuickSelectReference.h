@@ -8,6 +8,7 @@
 #include <QImage>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cmath>
 #include <deque>
@@ -34,18 +35,10 @@ inline int watershed(const QImage& img, std::vector<int>& label)
             g[size_t(y * W + x)] = s;
         }
     }
+    // Left, right, up, down; -1 outside the image.
     auto neighbours = [&](int i) {
-        std::vector<int> n;
         const int x = i % W, y = i / W;
-        if (x > 0)
-            n.push_back(i - 1);
-        if (x < W - 1)
-            n.push_back(i + 1);
-        if (y > 0)
-            n.push_back(i - W);
-        if (y < H - 1)
-            n.push_back(i + W);
-        return n;
+        return std::array<int, 4>{x > 0 ? i - 1 : -1, x < W - 1 ? i + 1 : -1, y > 0 ? i - W : -1, y < H - 1 ? i + W : -1};
     };
     int counter = 0;
     for (int p = 0; p < W * H; ++p) {
@@ -58,7 +51,7 @@ inline int watershed(const QImage& img, std::vector<int>& label)
             q.pop_front();
             int next = -1;
             for (int n : neighbours(cur))
-                if (next < 0 && label[size_t(n)] == -1 && g[size_t(n)] < g[size_t(cur)])
+                if (n >= 0 && next < 0 && label[size_t(n)] == -1 && g[size_t(n)] < g[size_t(cur)])
                     next = n;
             if (next >= 0) {
                 q.push_back(next);
@@ -72,7 +65,7 @@ inline int watershed(const QImage& img, std::vector<int>& label)
             const int cur = q.front();
             q.pop_front();
             for (int n : neighbours(cur)) {
-                if (label[size_t(n)] == -1 && g[size_t(n)] >= g[size_t(cur)]) {
+                if (n >= 0 && label[size_t(n)] == -1 && g[size_t(n)] >= g[size_t(cur)]) {
                     label[size_t(n)] = label[size_t(cur)];
                     q.push_back(n);
                 }
@@ -175,6 +168,14 @@ inline float patch(const QImage& src, const std::vector<float>& in, int x, int y
     return float(num / den);
 }
 
+// Whether a 4-neighbour inside the image holds another value.
+inline bool differs(const std::vector<float>& A, int W, int H, int x, int y)
+{
+    const size_t i = size_t(y * W + x);
+    return (x > 0 && A[i - 1] != A[i]) || (x < W - 1 && A[i + 1] != A[i]) || (y > 0 && A[i - size_t(W)] != A[i])
+        || (y < H - 1 && A[i + size_t(W)] != A[i]);
+}
+
 inline void smooth(std::vector<float>& A, const QImage& src, const QImage& marks, int passes)
 {
     const int W = src.width(), H = src.height();
@@ -190,26 +191,22 @@ inline void smooth(std::vector<float>& A, const QImage& src, const QImage& marks
                     out[i] = 1.0f;
                 else if (qBlue(m))
                     out[i] = 0.0f;
-                else {
-                    bool edge = false;
-                    if (x > 0 && in[i - 1] != in[i])
-                        edge = true;
-                    if (x < W - 1 && in[i + 1] != in[i])
-                        edge = true;
-                    if (y > 0 && in[i - size_t(W)] != in[i])
-                        edge = true;
-                    if (y < H - 1 && in[i + size_t(W)] != in[i])
-                        edge = true;
-                    out[i] = edge ? patch(src, in, x, y) : in[i];
-                }
+                else
+                    out[i] = differs(in, W, H, x, y) ? patch(src, in, x, y) : in[i];
             }
     }
 }
 
-inline int byteOf(float a)
+// The matte as bytes: alpha, and the source with it as its alpha channel.
+inline void writeAlpha(VexaSegmentation& s, const std::vector<float>& A)
 {
-    const float v = std::clamp(a * 255.0f, 0.0f, 255.0f);
-    return int(v);
+    const int W = s.sourceImage.width(), H = s.sourceImage.height();
+    for (int y = 0; y < H; ++y)
+        for (int x = 0; x < W; ++x) {
+            const uint a8 = uint(std::clamp(A[size_t(y * W + x)] * 255.0f, 0.0f, 255.0f));
+            s.resultImage.setPixel(x, y, (s.sourceImage.pixel(x, y) & 0x00FFFFFFu) + (a8 << 24));
+            s.alphaImage.setPixel(x, y, 0xFF000000u + a8 * 0x010101u);
+        }
 }
 
 // Returns the hint, or an empty string.
@@ -311,20 +308,13 @@ inline QString mark(VexaSegmentation& s)
             A[size_t(y * W + x)] = float((s.alphaImage.pixel(x, y) & 0xFF) / 255.0);
         }
     smooth(A, s.sourceImage, s.markImage, 4);
-    const QImage before = s.markImage.copy();
+    writeAlpha(s, A);
     for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const size_t i = size_t(y * W + x);
-            const int a8 = byteOf(A[i]);
-            s.resultImage.setPixel(x, y, (s.sourceImage.pixel(x, y) & 0x00FFFFFFu) + (uint(a8) << 24));
-            s.alphaImage.setPixel(x, y, 0xFF000000u + uint(a8) * 0x010101u);
-            const bool edge = (x > 0 && A[i - 1] != A[i]) || (x < W - 1 && A[i + 1] != A[i]) || (y > 0 && A[i - size_t(W)] != A[i])
-                || (y < H - 1 && A[i + size_t(W)] != A[i]);
-            if (edge)
+        for (int x = 0; x < W; ++x)
+            if (differs(A, W, H, x, y))
                 s.markImage.setPixel(x, y, 0x8000FF00u);
-            else if (qGreen(before.pixel(x, y)))
+            else if (qGreen(s.markImage.pixel(x, y)))
                 s.markImage.setPixel(x, y, 0);
-        }
     return QString();
 }
 
@@ -474,12 +464,7 @@ inline void matte(VexaSegmentation& s)
         for (int x = 0; x < W; ++x)
             A[size_t(y * W + x)] = float((a.pixel(x, y) & 0xFF) / 255.0);
     smooth(A, s.sourceImage, s.markImage, 8);
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const int a8 = byteOf(A[size_t(y * W + x)]);
-            s.resultImage.setPixel(x, y, (s.sourceImage.pixel(x, y) & 0x00FFFFFFu) + (uint(a8) << 24));
-            a.setPixel(x, y, 0xFF000000u + uint(a8) * 0x010101u);
-        }
+    writeAlpha(s, A);
 }
 
 } // namespace Reference
