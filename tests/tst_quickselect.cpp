@@ -171,15 +171,11 @@ private slots:
     void watershedCases();
     void watershedMatchesReference_data();
     void watershedMatchesReference();
-    void regionGraphOfTwoAreas_data();
-    void regionGraphOfTwoAreas();
     void edgeWeightsByHand_data();
     void edgeWeightsByHand();
     void stepsMatchReference_data();
     void stepsMatchReference();
     void reportSequences();
-    void hintsLeaveEverythingAlone_data();
-    void hintsLeaveEverythingAlone();
     void markingRules();
     void colourModelsBreakTiesLow();
     void resetMarksStopActing();
@@ -188,8 +184,8 @@ private slots:
     void noBandOnlySoftensEdges();
     void emptyImage();
     void initReadsOtherFormats();
-    void imagesOfAnotherSizeAreRefused_data();
-    void imagesOfAnotherSizeAreRefused();
+    void stepsThatCannotRunChangeNothing_data();
+    void stepsThatCannotRunChangeNothing();
     void stepsOnSharedImages();
     void cancellation();
 };
@@ -220,9 +216,6 @@ void TestQuickSelect::watershedCases()
     QCOMPARE(labels.size(), size_t(image.width() * image.height()));
     QCOMPARE(labels[0], 0);
     QVERIFY(fourConnectedRegions(labels, image.width(), image.height(), n));
-    std::vector<int> again;
-    QCOMPARE(watershed(image, again), n);
-    QCOMPARE(again, labels);
     // Cancelled before it starts, the over-segmentation founds nothing (Cancel must not wait
     // for a whole watershed).
     const std::atomic<bool> cancelled{true};
@@ -256,47 +249,6 @@ void TestQuickSelect::watershedMatchesReference()
     QVERIFY(fourConnectedRegions(fast, img.width(), img.height(), n));
 }
 
-void TestQuickSelect::regionGraphOfTwoAreas_data()
-{
-    QTest::addColumn<QRgb>("left");
-    QTest::addColumn<QRgb>("right");
-    QTest::addColumn<int>("weight");
-    // Means (36, 36, 36) and white: exp(-3 * (219 / 255)^2) * 10000 = 1094.6.
-    QTest::newRow("black and white") << qRgb(0, 0, 0) << qRgb(255, 255, 255) << 1094;
-    // Means (101, 100, 100) and (110, 100, 100): exp(-(9 / 255)^2) * 10000 = 9987.6.
-    QTest::newRow("close greys") << qRgb(100, 100, 100) << qRgb(110, 100, 100) << 9987;
-}
-
-void TestQuickSelect::regionGraphOfTwoAreas()
-{
-    QFETCH(QRgb, left);
-    QFETCH(QRgb, right);
-    QFETCH(int, weight);
-    VexaSegmentation seg;
-    seg.load(halves(12, 5, left, right));
-    Recorder r;
-    VexaQuickSelect::init(seg, r, running);
-    // Both edge columns have the high gradient; the first flood climbs over both of them.
-    QCOMPARE(seg.regionColors.size(), size_t(2));
-    QCOMPARE(seg.regionSizes, std::vector<int>({35, 25}));
-    QCOMPARE(seg.regionMap[6], 0);
-    QCOMPARE(seg.regionMap[7], 1);
-    QCOMPARE(seg.regionColors[0], QColor((6 * qRed(left) + qRed(right)) / 7, (6 * qGreen(left) + qGreen(right)) / 7,
-                                         (6 * qBlue(left) + qBlue(right)) / 7));
-    QCOMPARE(seg.graph->get_node_num(), 2);
-    QCOMPARE(seg.graph->get_arc_num(), 2); // one edge
-    // One straddling pixel pair per row, weighted by the Gaussian of the mean colours.
-    const std::vector<Edge> e = edges(*seg.graph);
-    QCOMPARE(e.front().cap, 5 * weight);
-    QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
-    // Twice: the same.
-    VexaSegmentation again;
-    again.load(halves(12, 5, left, right));
-    VexaQuickSelect::init(again, r, running);
-    QCOMPARE(again.regionMap, seg.regionMap);
-    QVERIFY(edges(*again.graph) == e);
-}
-
 void TestQuickSelect::edgeWeightsByHand_data()
 {
     // Three rows of vertical stripes, one colour per column. The columns are laid out so that
@@ -304,31 +256,41 @@ void TestQuickSelect::edgeWeightsByHand_data()
     // climbs over the high-gradient column, whose colour is chosen to vanish in the truncated
     // mean, and stops before the second area.
     QTest::addColumn<QList<QRgb>>("columns");
+    QTest::addColumn<int>("rows");
     QTest::addColumn<QColor>("first");
     QTest::addColumn<QColor>("second");
     QTest::addColumn<int>("weight");
     const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255);
     // d^2 = 3, exp(-3) * 10000 = 497.87.
-    QTest::newRow("black against white") << QList<QRgb>{black, black, black, black, qRgb(1, 0, 0), white, white}
+    QTest::newRow("black against white") << QList<QRgb>{black, black, black, black, qRgb(1, 0, 0), white, white} << 3
                                          << QColor(0, 0, 0) << QColor(255, 255, 255) << 497;
+    // Two halves of six columns: the first region takes the right half's first column too.
+    auto halves = [](QRgb left, QRgb right) { return QList<QRgb>(6, left) + QList<QRgb>(6, right); };
+    // Means (36, 36, 36) and white: exp(-3 * (219 / 255)^2) * 10000 = 1094.6.
+    QTest::newRow("black and white halves") << halves(black, white) << 5 << QColor(36, 36, 36) << QColor(255, 255, 255)
+                                            << 1094;
+    // Means (101, 100, 100) and (110, 100, 100): exp(-(9 / 255)^2) * 10000 = 9987.6.
+    QTest::newRow("close grey halves") << halves(qRgb(100, 100, 100), qRgb(110, 100, 100)) << 5 << QColor(101, 100, 100)
+                                       << QColor(110, 100, 100) << 9987;
     // Means (302 / 3, ...) = 100 and 100: d^2 = 0.
     const QRgb g101 = qRgb(101, 101, 101), g100 = qRgb(100, 100, 100);
-    QTest::newRow("equal colours") << QList<QRgb>{g101, g101, g100, g100} << QColor(100, 100, 100)
+    QTest::newRow("equal colours") << QList<QRgb>{g101, g101, g100, g100} << 3 << QColor(100, 100, 100)
                                    << QColor(100, 100, 100) << 10000;
     // d^2 = (132^2 + 124^2 + 7^2) / 255^2 = 32849 / 65025 = 0.505175, exp(-d^2) * 10000 = 6034.02.
     // Channels taken as single-precision fractions give 6033.
     const QRgb x = qRgb(225, 12, 80), y = qRgb(93, 136, 73);
-    QTest::newRow("(225, 12, 80) against (93, 136, 73)") << QList<QRgb>{x, x, x, x, qRgb(225, 13, 80), y, y}
+    QTest::newRow("(225, 12, 80) against (93, 136, 73)") << QList<QRgb>{x, x, x, x, qRgb(225, 13, 80), y, y} << 3
                                                            << QColor(225, 12, 80) << QColor(93, 136, 73) << 6034;
 }
 
 void TestQuickSelect::edgeWeightsByHand()
 {
     QFETCH(QList<QRgb>, columns);
+    QFETCH(int, rows);
     QFETCH(QColor, first);
     QFETCH(QColor, second);
     QFETCH(int, weight);
-    QImage img(int(columns.size()), 3, QImage::Format_ARGB32);
+    QImage img(int(columns.size()), rows, QImage::Format_ARGB32);
     for (int y = 0; y < img.height(); ++y)
         for (int x = 0; x < img.width(); ++x)
             img.setPixel(x, y, columns[x]);
@@ -337,9 +299,10 @@ void TestQuickSelect::edgeWeightsByHand()
     Recorder r;
     VexaQuickSelect::init(seg, r, running);
     QCOMPARE(seg.regionColors, std::vector<QColor>({first, second}));
+    QCOMPARE(seg.graph->get_node_num(), 2);
     const std::vector<Edge> e = edges(*seg.graph);
     QCOMPARE(e.size(), size_t(1));
-    QCOMPARE(e.front().cap, 3 * weight); // one straddling pair per row
+    QCOMPARE(e.front().cap, rows * weight); // one straddling pair per row
     VexaSegmentation plain;
     plain.load(img);
     Reference::init(plain);
@@ -439,40 +402,6 @@ void TestQuickSelect::reportSequences()
         matte << QStringLiteral("Alpha Extracting .. %1").arg(p);
     matte << "view alpha" << "view matte" << "update 20x10" << "Alpha Extract done .. 0" << "paint on";
     QCOMPARE(r.log, matte);
-}
-
-void TestQuickSelect::hintsLeaveEverythingAlone_data()
-{
-    QTest::addColumn<bool>("foreground");
-    QTest::addColumn<bool>("background");
-    QTest::addColumn<QString>("hint");
-    QTest::newRow("nothing marked") << false << false << "Please mark foreground objects.";
-    QTest::newRow("background only") << false << true << "Please mark foreground objects.";
-    QTest::newRow("foreground only") << true << false << "Please mark background regions.";
-}
-
-void TestQuickSelect::hintsLeaveEverythingAlone()
-{
-    QFETCH(bool, foreground);
-    QFETCH(bool, background);
-    QFETCH(QString, hint);
-    VexaSegmentation seg;
-    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
-    Recorder r;
-    VexaQuickSelect::init(seg, r, running);
-    if (foreground)
-        paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
-    if (background)
-        paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
-    const QImage alpha = seg.alphaImage, result = seg.resultImage, marks = seg.markImage;
-    r.log.clear();
-    VexaQuickSelect::mark(seg, r, running);
-    QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0", "Marking.. 10", "Marking.. 20", "message " + hint, "Mark done 0", "paint on"}));
-    QCOMPARE(seg.alphaImage, alpha);
-    QCOMPARE(seg.resultImage, result);
-    QCOMPARE(seg.markImage, marks);
-    QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
-    QCOMPARE(seg.graph->get_trcap(0), 0);
 }
 
 void TestQuickSelect::markingRules()
@@ -690,46 +619,63 @@ void TestQuickSelect::initReadsOtherFormats()
     QVERIFY(edges(*direct.graph) == edges(*converted.graph));
 }
 
-void TestQuickSelect::imagesOfAnotherSizeAreRefused_data()
+// A step that cannot go on (marks missing, images of another size) reports why and changes
+// nothing.
+void TestQuickSelect::stepsThatCannotRunChangeNothing_data()
 {
     QTest::addColumn<bool>("matteStep");
+    QTest::addColumn<int>("marks"); // 1 object, 2 background, 3 both and a band
     QTest::addColumn<QString>("image");
     QTest::addColumn<QSize>("size");
+    QTest::addColumn<QString>("hint");
+    QTest::newRow("nothing marked") << false << 0 << "" << QSize() << "Please mark foreground objects.";
+    QTest::newRow("background only") << false << 2 << "" << QSize() << "Please mark foreground objects.";
+    QTest::newRow("foreground only") << false << 1 << "" << QSize() << "Please mark background regions.";
     for (bool matteStep : {false, true}) {
         const char* step = matteStep ? "matte" : "mark";
-        QTest::addRow("%s, marks narrower", step) << matteStep << "marks" << QSize(19, 10);
-        QTest::addRow("%s, marks taller", step) << matteStep << "marks" << QSize(20, 40);
-        QTest::addRow("%s, alpha smaller", step) << matteStep << "alpha" << QSize(4, 3);
-        QTest::addRow("%s, alpha null", step) << matteStep << "alpha" << QSize();
-        QTest::addRow("%s, result wider", step) << matteStep << "result" << QSize(64, 10);
+        QTest::addRow("%s, marks narrower", step) << matteStep << 3 << "marks" << QSize(19, 10) << "";
+        QTest::addRow("%s, marks taller", step) << matteStep << 3 << "marks" << QSize(20, 40) << "";
+        QTest::addRow("%s, alpha smaller", step) << matteStep << 3 << "alpha" << QSize(4, 3) << "";
+        QTest::addRow("%s, alpha null", step) << matteStep << 3 << "alpha" << QSize() << "";
+        QTest::addRow("%s, result wider", step) << matteStep << 3 << "result" << QSize(64, 10) << "";
     }
 }
 
-void TestQuickSelect::imagesOfAnotherSizeAreRefused()
+void TestQuickSelect::stepsThatCannotRunChangeNothing()
 {
     QFETCH(bool, matteStep);
+    QFETCH(int, marks);
     QFETCH(QString, image);
     QFETCH(QSize, size);
+    QFETCH(QString, hint);
     VexaSegmentation seg;
     seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
     Recorder r;
     VexaQuickSelect::init(seg, r, running);
-    paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
-    paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
-    paintMarks(seg, QRect(9, 0, 2, 10), VexaSegmentation::BoundaryMark);
-    QImage other = size.isValid() ? flat(size.width(), size.height(), VexaSegmentation::ForegroundMark) : QImage();
-    QImage& target = image == "marks" ? seg.markImage : image == "alpha" ? seg.alphaImage : seg.resultImage;
-    target = other;
-    const QImage marks = seg.markImage, alpha = seg.alphaImage, result = seg.resultImage;
+    if (marks & 1)
+        paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
+    if (marks & 2)
+        paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
+    if (marks == 3)
+        paintMarks(seg, QRect(9, 0, 2, 10), VexaSegmentation::BoundaryMark);
+    if (!image.isEmpty()) {
+        QImage& target = image == "marks" ? seg.markImage : image == "alpha" ? seg.alphaImage : seg.resultImage;
+        target = size.isValid() ? flat(size.width(), size.height(), VexaSegmentation::ForegroundMark) : QImage();
+    }
+    const QImage markImage = seg.markImage, alpha = seg.alphaImage, result = seg.resultImage;
     r.log.clear();
     (matteStep ? VexaQuickSelect::matte : VexaQuickSelect::mark)(seg, r, running);
     const QString text = matteStep ? "Alpha Extracting .." : "Marking..";
     const QString done = matteStep ? "Alpha Extract done .. 0" : "Mark done 0";
-    QCOMPARE(r.log, QStringList({"paint off", text + " 0", done, "paint on"}));
-    QCOMPARE(seg.markImage, marks);
+    if (hint.isEmpty())
+        QCOMPARE(r.log, QStringList({"paint off", text + " 0", done, "paint on"}));
+    else
+        QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0", "Marking.. 10", "Marking.. 20", "message " + hint, done, "paint on"}));
+    QCOMPARE(seg.markImage, markImage);
     QCOMPARE(seg.alphaImage, alpha);
     QCOMPARE(seg.resultImage, result);
     QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
+    QCOMPARE(seg.graph->get_trcap(0), 0);
 }
 
 void TestQuickSelect::stepsOnSharedImages()
