@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QImage>
+
+#include <atomic>
+#include <functional>
+#include <vector>
+
+namespace VexaQuickSelect {
+
+// How `refine` ended.
+enum class RefineResult {
+    Done,
+    Cancelled,
+    BadInput, // trimap or prior of another size than the photo, or a trimap with no known pixel
+};
+
+struct RefineParameters {
+    // The colour-line regulariser of the matting windows, for channels 0..1: smaller keeps
+    // edges sharper but makes the system stiffer to solve.
+    double epsilon = 1e-7;
+    // The solve stops when the residual has fallen to this fraction of its scale.
+    double tolerance = 1e-4;
+    int maxIterations = 1500;
+};
+
+// Soft alpha for the unknown pixels of a trimap. `trimap` has the photo's size, read as grey
+// bytes: 0 background, 255 object, any other value unknown. `prior`, when not null, holds one
+// alpha 0..1 per pixel (row order) that starts the solve. `alpha` receives W x H values 0..1 in
+// row order: the known pixels exactly 0 or 1, the unknown ones solved. `progress` (may be
+// empty) receives 0..100 from the worker's thread; `cancel` is polled per iteration and per
+// block of rows, and a cancelled call leaves `alpha` unspecified.
+RefineResult refine(const QImage& photo, const QImage& trimap, const float* prior, std::vector<float>& alpha,
+                    const std::function<void(int)>& progress, const std::atomic<bool>& cancel,
+                    const RefineParameters& parameters = RefineParameters());
+
+} // namespace VexaQuickSelect
