@@ -84,6 +84,7 @@ private slots:
     void fullDiskKeepsOldFiles();
     void refusesWhatTheMachineCannotHold();
     void cameraSizedPhoto();
+    void refinesFromTrimap();
 };
 
 void TestCli::resampleWorkedByHand()
@@ -149,10 +150,12 @@ void TestCli::outputSizes_data()
     QTest::addColumn<QSize>("photo");
     QTest::addColumn<bool>("working");
     QTest::addColumn<QSize>("expected");
-    QTest::newRow("large photo: photo size") << QSize(2000, 1000) << false << QSize(2000, 1000);
-    QTest::newRow("large photo, --working-size") << QSize(2000, 1000) << true << QSize(1536, 768);
-    QTest::newRow("tall photo: photo size") << QSize(700, 1700) << false << QSize(700, 1700);
-    QTest::newRow("small photo either way") << QSize(40, 20) << true << QSize(40, 20);
+    QTest::addColumn<QString>("steps");
+    QTest::newRow("large photo: photo size") << QSize(2000, 1000) << false << QSize(2000, 1000) << "mark,matte";
+    QTest::newRow("large photo, --working-size") << QSize(2000, 1000) << true << QSize(1536, 768) << "mark,matte";
+    QTest::newRow("tall photo: photo size") << QSize(700, 1700) << false << QSize(700, 1700) << "mark,matte";
+    QTest::newRow("small photo either way") << QSize(40, 20) << true << QSize(40, 20) << "mark,matte";
+    QTest::newRow("refined, photo size") << QSize(2000, 1000) << false << QSize(2000, 1000) << "mark,matte,refine";
 }
 
 void TestCli::outputSizes()
@@ -160,12 +163,13 @@ void TestCli::outputSizes()
     QFETCH(QSize, photo);
     QFETCH(bool, working);
     QFETCH(QSize, expected);
+    QFETCH(QString, steps);
     QTemporaryDir dir;
     const QString image = dir.filePath("photo.png"), marks = dir.filePath("marks.png");
     QVERIFY(halves(photo).save(image));
     QVERIFY(marksFor(photo).save(marks));
     auto out = [&](const char* name) { return dir.filePath(QLatin1String(name)); };
-    QStringList args{"--steps", "mark,matte", "--alpha", out("alpha.png"), "--result", out("result.png"), "--marks-out",
+    QStringList args{"--steps", steps, "--alpha", out("alpha.png"), "--result", out("result.png"), "--marks-out",
                      out("marks-out.png"), image, marks};
     if (working)
         args.prepend("--working-size");
@@ -185,7 +189,7 @@ void TestCli::outputSizes()
     if (working || photo == expected)
         return;
     // At the photo's size the matte is the working matte resampled as the tool resamples it.
-    const Run small = cli({"--steps", "mark,matte", "--working-size", "--alpha", out("working.png"), image, marks});
+    const Run small = cli({"--steps", steps, "--working-size", "--alpha", out("working.png"), image, marks});
     QCOMPARE(small.status, 0);
     const QImage expectedAlpha = VexaMatteResample::toGray(QImage(out("working.png")), photo.width(), photo.height());
     QCOMPARE(alpha.convertToFormat(QImage::Format_Grayscale8), expectedAlpha);
@@ -222,6 +226,12 @@ void TestCli::badArgumentsExitWithTwo_data()
         << QStringList{"--result", "/nonexistent/dir/r.png", "image.png", "marks.png"} << "/nonexistent/dir/r.png";
     QTest::newRow("output of no known format") << QStringList{"--marks-out", "marks.out", "image.png", "marks.png"} << "marks.out";
     QTest::newRow("nothing to write") << QStringList{"--alpha", "", "image.png", "marks.png"} << "nothing to write";
+    QTest::newRow("refine without matte") << QStringList{"--steps", "mark,refine", "image.png", "marks.png"} << "--steps";
+    QTest::newRow("trimap of another size") << QStringList{"--trimap", "small.png", "image.png"} << "the trimap is";
+    QTest::newRow("trimap all unknown") << QStringList{"--trimap", "unknown.png", "image.png"} << "no known pixel";
+    QTest::newRow("trimap and marks") << QStringList{"--trimap", "marks.png", "image.png", "marks.png"} << "only IMAGE";
+    QTest::newRow("trimap and marks out") << QStringList{"--trimap", "marks.png", "--marks-out", "m.png", "image.png"}
+                                          << "no marks to write";
 }
 
 void TestCli::badArgumentsExitWithTwo()
@@ -239,6 +249,9 @@ void TestCli::badArgumentsExitWithTwo()
     QVERIFY(whole.open(QIODevice::ReadOnly));
     broken.write(whole.readAll().left(60)); // a signature and a header, then nothing
     broken.close();
+    QImage unknown(40, 20, QImage::Format_Grayscale8);
+    unknown.fill(128);
+    QVERIFY(unknown.save(dir.filePath("unknown.png")));
     for (QString& a : args)
         if (a.endsWith(QLatin1String(".png")) && !a.startsWith(QLatin1Char('/')))
             a = dir.filePath(a);
@@ -306,6 +319,31 @@ void TestCli::cameraSizedPhoto()
     QVERIFY2(r.status == 0, qPrintable(r.err));
     QImageReader written(dir.filePath("alpha.png"));
     QCOMPARE(written.size(), size);
+}
+
+void TestCli::refinesFromTrimap()
+{
+    // Red | blue halves, the middle fifth unknown: every window's colours lie on the red-blue
+    // line, so the refined alpha steps from 255 to 0 exactly at the colour edge.
+    QTemporaryDir dir;
+    const QSize size(60, 40);
+    QVERIFY(halves(size).save(dir.filePath("photo.png")));
+    QImage trimap(size, QImage::Format_Grayscale8);
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x)
+            trimap.scanLine(y)[x] = x < 24 ? 255 : x < 36 ? 128 : 0;
+    QVERIFY(trimap.save(dir.filePath("trimap.png")));
+    const Run r = cli({"--trimap", dir.filePath("trimap.png"), "--alpha", dir.filePath("alpha.png"), "--result",
+                       dir.filePath("cut.png"), dir.filePath("photo.png")});
+    QVERIFY2(r.status == 0, qPrintable(r.err));
+    const QImage alpha = QImage(dir.filePath("alpha.png")).convertToFormat(QImage::Format_Grayscale8);
+    QCOMPARE(alpha.size(), size);
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 20; x < 40; ++x)
+            QCOMPARE(int(alpha.constScanLine(y)[x]), x < 30 ? 255 : 0);
+    const QImage cut(dir.filePath("cut.png"));
+    QCOMPARE(cut.pixel(29, 5), qRgba(230, 40, 40, 255));
+    QCOMPARE(qAlpha(cut.pixel(30, 5)), 0);
 }
 
 QTEST_MAIN(TestCli)

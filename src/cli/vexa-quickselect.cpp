@@ -1,15 +1,19 @@
 // vexa-quickselect: runs quick select on an image and a picture of marks, headless.
 //
 //   vexa-quickselect [options] IMAGE MARKS
+//   vexa-quickselect [options] IMAGE --trimap TRIMAP
 //
 // MARKS has IMAGE's size: red pixels mark the object, blue ones the background, green ones
 // the boundary band. Outputs have IMAGE's size, resampled from the working image as the
-// quick select tool resamples its matte; --working-size keeps the working size.
+// quick select tool resamples its matte; --working-size keeps the working size. With
+// --trimap, edge refinement runs straight from a grey trimap (0 background, 255 object, any
+// other grey unknown) of IMAGE's size.
 // Exit status: 0 done, 1 the mark step asked for more marks (nothing written), 2 bad input.
 #include "VexaImageFile.h"
 #include "VexaImageSave.h"
 #include "VexaMatteResample.h"
 #include "VexaQuickSelectSteps.h"
+#include "VexaRefine.h"
 #include "VexaSegmentation.h"
 
 #include <QCommandLineParser>
@@ -53,6 +57,57 @@ bool isPng(const QString& fileName)
     return QFileInfo(fileName).suffix().compare(QLatin1String("png"), Qt::CaseInsensitive) == 0;
 }
 
+// Edge refinement from a trimap: at the working size, like the steps, with the alpha and the
+// cut-out brought back to IMAGE's size unless the working size is asked for. 0, or the exit
+// status of a failure already reported.
+int refineTrimap(const QImage& image, const QString& trimapFile, bool workingSize, bool showTimes, bool cutOut,
+                 QImage& alphaOut, QImage& resultOut)
+{
+    QString why;
+    const QImage trimap = VexaImageFile::read(trimapFile, &why);
+    if (trimap.isNull())
+        return fail(QStringLiteral("cannot read the trimap %1: %2").arg(trimapFile, why));
+    if (trimap.size() != image.size())
+        return fail(QStringLiteral("the trimap is %1 x %2 but the image is %3 x %4")
+                        .arg(trimap.width())
+                        .arg(trimap.height())
+                        .arg(image.width())
+                        .arg(image.height()));
+    VexaSegmentation seg;
+    const QImage photo = seg.workingImage(image);
+    // Nearest neighbour keeps the trimap's three values apart when it is scaled down.
+    const QImage grey = trimap.convertToFormat(QImage::Format_Grayscale8)
+                            .scaled(photo.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    std::vector<float> alpha;
+    const std::atomic<bool> never{false};
+    QElapsedTimer t;
+    t.start();
+    if (VexaQuickSelect::refine(photo, grey, nullptr, alpha, {}, never) != VexaQuickSelect::RefineResult::Done)
+        return fail(QStringLiteral("the trimap %1 has no known pixel (0 background or 255 object)").arg(trimapFile));
+    if (showTimes)
+        std::printf("refine %.1f ms\n", double(t.nsecsElapsed()) / 1e6);
+    QImage matte(photo.size(), QImage::Format_ARGB32);
+    for (int y = 0; y < matte.height(); ++y) {
+        auto* out = reinterpret_cast<QRgb*>(matte.scanLine(y));
+        for (int x = 0; x < matte.width(); ++x) {
+            const int a8 = VexaQuickSelect::refinedByte(alpha[size_t(y) * size_t(matte.width()) + size_t(x)]);
+            out[x] = qRgb(a8, a8, a8);
+        }
+    }
+    alphaOut = workingSize || matte.size() == image.size() ? matte.convertToFormat(QImage::Format_Grayscale8)
+                                                          : VexaMatteResample::toGray(matte, image.width(), image.height());
+    if (cutOut) {
+        resultOut = (workingSize ? photo : image).convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < resultOut.height(); ++y) {
+            auto* px = reinterpret_cast<QRgb*>(resultOut.scanLine(y));
+            const uchar* a = alphaOut.constScanLine(y);
+            for (int x = 0; x < resultOut.width(); ++x)
+                px[x] = qRgba(qRed(px[x]), qGreen(px[x]), qBlue(px[x]), a[x]);
+        }
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -62,13 +117,22 @@ int main(int argc, char** argv)
     QCommandLineParser cli;
     cli.setApplicationDescription(QStringLiteral(
         "Cuts an object out of IMAGE from the marks painted in MARKS (red: object, blue: background, green: boundary).\n"
+        "With --trimap TRIMAP in place of MARKS it refines the edges straight from a grey trimap instead.\n"
         "The outputs have IMAGE's size (see --working-size); at least one of --alpha, --result and --marks-out is needed.\n"
         "A failed run leaves every output file as it was: all are written in full, then put in place.\n"
         "Exit status: 0 done; 1 the marks are not enough (nothing is written, the hint goes to stderr); "
         "2 bad arguments or files."));
     cli.addHelpOption();
-    const QCommandLineOption steps(QStringLiteral("steps"), QStringLiteral("mark, matte or mark,matte (default mark)."),
-                                   QStringLiteral("steps"), QStringLiteral("mark"));
+    const QCommandLineOption steps(
+        QStringLiteral("steps"),
+        QStringLiteral("mark, matte, mark,matte, matte,refine or mark,matte,refine (default mark); refine solves the "
+                       "matte's band again by closed-form matting."),
+        QStringLiteral("steps"), QStringLiteral("mark"));
+    const QCommandLineOption trimapOption(
+        QStringLiteral("trimap"),
+        QStringLiteral("In place of MARKS: refine the edges from a grey trimap of IMAGE's size (0 background, 255 "
+                       "object, any other grey unknown)."),
+        QStringLiteral("TRIMAP"));
     const QCommandLineOption sensitivity(QStringLiteral("sensitivity"), QStringLiteral("0 to 100 (default 10)."),
                                          QStringLiteral("N"), QStringLiteral("10"));
     const QCommandLineOption alpha(QStringLiteral("alpha"), QStringLiteral("Write the grey matte."), QStringLiteral("FILE"));
@@ -85,7 +149,7 @@ int main(int argc, char** argv)
         QStringLiteral("Write the outputs at the working size (IMAGE scaled to fit 1536 x 1536) instead of IMAGE's size. "
                        "Without it the matte is resampled bilinearly as the quick select tool does, the cut-out is IMAGE "
                        "with that matte as alpha, and the marks take the nearest working pixel."));
-    cli.addOptions({steps, sensitivity, alpha, result, marksOut, timings, workingSize});
+    cli.addOptions({steps, trimapOption, sensitivity, alpha, result, marksOut, timings, workingSize});
     cli.addPositionalArgument(QStringLiteral("IMAGE"), QStringLiteral("The picture."));
     cli.addPositionalArgument(QStringLiteral("MARKS"), QStringLiteral("The marks, a picture of IMAGE's size."));
     if (!cli.parse(app.arguments()))
@@ -95,16 +159,25 @@ int main(int argc, char** argv)
         return 0;
     }
     const QStringList files = cli.positionalArguments();
-    if (files.size() != 2)
+    const bool fromTrimap = cli.isSet(trimapOption);
+    if (fromTrimap && files.size() != 1)
+        return fail(QStringLiteral("expected only IMAGE with --trimap (see --help)"));
+    if (fromTrimap && !cli.value(marksOut).isEmpty())
+        return fail(QStringLiteral("--marks-out has no marks to write with --trimap"));
+    if (!fromTrimap && files.size() != 2)
         return fail(QStringLiteral("expected IMAGE and MARKS (see --help)"));
     if (cli.value(alpha).isEmpty() && cli.value(result).isEmpty() && cli.value(marksOut).isEmpty())
         return fail(QStringLiteral("nothing to write: give --alpha, --result or --marks-out (see --help)"));
 
-    const QString stepList = cli.value(steps);
+    QString stepList = cli.value(steps);
+    const bool runRefine = stepList.endsWith(QLatin1String("matte,refine"));
+    if (runRefine)
+        stepList.chop(int(sizeof(",refine") - 1));
     const bool runMark = stepList == QLatin1String("mark") || stepList == QLatin1String("mark,matte");
     const bool runMatte = stepList == QLatin1String("matte") || stepList == QLatin1String("mark,matte");
     if (!runMark && !runMatte)
-        return fail(QStringLiteral("--steps must be mark, matte or mark,matte, not '%1'").arg(stepList));
+        return fail(QStringLiteral("--steps must be mark, matte, mark,matte, matte,refine or mark,matte,refine, not '%1'")
+                        .arg(cli.value(steps)));
     bool number = false;
     const int lambda = cli.value(sensitivity).toInt(&number);
     if (!number || lambda < 0 || lambda > 100)
@@ -126,11 +199,38 @@ int main(int argc, char** argv)
     }
 
     const bool showTimes = cli.isSet(timings);
+    auto writeOutputs = [&](const QImage& alphaOut, const QImage& resultOut, const QImage& marksOutImage) {
+        QElapsedTimer saving;
+        saving.start();
+        const QImage* images[3] = {&alphaOut, &resultOut, &marksOutImage};
+        for (int i = 0; i < 3; ++i) {
+            VexaImageSave* out = outputs[size_t(i)].get();
+            if (!out)
+                continue;
+            const int quality = outputOptions[i] == &result && isPng(out->fileName()) ? fastPngQuality : -1;
+            if (!out->write(*images[i], &why, quality))
+                return fail(why);
+        }
+        // All written: only now does any of them replace what the names held.
+        for (auto& out : outputs)
+            if (out && !out->commit(&why))
+                return fail(why);
+        if (showTimes)
+            std::printf("save %.1f ms\n", double(saving.nsecsElapsed()) / 1e6);
+        return 0;
+    };
     QElapsedTimer loading;
     loading.start();
     const QImage image = VexaImageFile::read(files[0], &why);
     if (image.isNull())
         return fail(QStringLiteral("cannot read the image %1: %2").arg(files[0], why));
+    if (fromTrimap) {
+        QImage refinedAlpha, refinedCutOut;
+        if (const int status = refineTrimap(image, cli.value(trimapOption), cli.isSet(workingSize), showTimes,
+                                            !cli.value(result).isEmpty(), refinedAlpha, refinedCutOut))
+            return status;
+        return writeOutputs(refinedAlpha, refinedCutOut, QImage());
+    }
     const QImage marks = VexaImageFile::read(files[1], &why);
     if (marks.isNull())
         return fail(QStringLiteral("cannot read the marks %1: %2").arg(files[1], why));
@@ -144,6 +244,7 @@ int main(int argc, char** argv)
     VexaSegmentation seg;
     seg.load(image);
     seg.sensitivity = lambda;
+    seg.refineEdges = runRefine;
     const QImage scaledMarks = marks.convertToFormat(QImage::Format_ARGB32)
                                    .scaled(seg.sourceImage.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
     for (int y = 0; y < scaledMarks.height(); ++y) {
@@ -196,22 +297,5 @@ int main(int argc, char** argv)
         if (!cli.value(marksOut).isEmpty())
             marksOutImage = VexaMatteResample::nearest(seg.markImage, w, h);
     }
-    QElapsedTimer saving;
-    saving.start();
-    const QImage* images[3] = {&alphaOut, &resultOut, &marksOutImage};
-    for (int i = 0; i < 3; ++i) {
-        VexaImageSave* out = outputs[size_t(i)].get();
-        if (!out)
-            continue;
-        const int quality = outputOptions[i] == &result && isPng(out->fileName()) ? fastPngQuality : -1;
-        if (!out->write(*images[i], &why, quality))
-            return fail(why);
-    }
-    // All written: only now does any of them replace what the names held.
-    for (auto& out : outputs)
-        if (out && !out->commit(&why))
-            return fail(why);
-    if (showTimes)
-        std::printf("save %.1f ms\n", double(saving.nsecsElapsed()) / 1e6);
-    return 0;
+    return writeOutputs(alphaOut, resultOut, marksOutImage);
 }

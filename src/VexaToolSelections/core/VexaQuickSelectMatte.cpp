@@ -6,6 +6,7 @@
 #include "VexaParallel.h"
 #include "VexaQuickSelectKernels.h"
 #include "VexaQuickSelectShared.h"
+#include "VexaRefine.h"
 #include "VexaSegmentation.h"
 
 #include <QPoint>
@@ -24,6 +25,7 @@ namespace {
 
 const char* const extracting = QT_TRANSLATE_NOOP("Thread", "Alpha Extracting ..");
 const char* const extractDone = QT_TRANSLATE_NOOP("Thread", "Alpha Extract done ..");
+const char* const refining = QT_TRANSLATE_NOOP("Thread", "Refining Edges ..");
 
 struct Slot {
     QRgb colour;
@@ -424,6 +426,21 @@ void writeBack(const ConstPixels& source, const Pixels& alpha, const Pixels& res
     });
 }
 
+// The trimap as grey bytes (255 object, 0 background, 128 unknown) for `refine`.
+QImage trimapBytes(const Pixels& trimap)
+{
+    QImage bytes(trimap.width, trimap.height, QImage::Format_Grayscale8);
+    if (bytes.isNull())
+        return bytes;
+    for (int y = 0; y < trimap.height; ++y) {
+        const QRgb* t = trimap.row(y);
+        uchar* b = bytes.scanLine(y);
+        for (int x = 0; x < trimap.width; ++x)
+            b[x] = uchar(t[x] & 0xFFu);
+    }
+    return bytes;
+}
+
 } // namespace
 
 int alphaFromSamples(QRgb colour, const QRgb* foreground, int nf, const QRgb* background, int nb)
@@ -466,6 +483,9 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
     floodForeground(seeds, alpha);
     report.progress(text, 20);
     std::vector<qsizetype> unknown = fillBackground(alpha);
+    // Refinement solves the whole band as drawn: the colour matching below settles pixels by
+    // one exact match on a sparse grid, which is a guess the solver need not inherit.
+    const QImage band = seg.refineEdges ? trimapBytes(alpha) : QImage();
     report.progress(text, 30);
     if (cancel)
         return;
@@ -490,6 +510,19 @@ void matte(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::at
         return;
     report.progress(text, 80);
 
+    if (seg.refineEdges && !band.isNull()) {
+        // The step's own matte starts the solve; a refusal (no known pixel) keeps that matte.
+        const QString refineText = threadText(refining);
+        std::vector<float> refined;
+        const VexaQuickSelect::RefineResult outcome = refine(
+            src, band, A.data(), refined, [&](int percent) { report.progress(refineText, percent); }, cancel);
+        if (outcome == RefineResult::Cancelled)
+            return;
+        // Mid-byte values, so the write-back's truncation lands on the rounded byte.
+        if (outcome == RefineResult::Done)
+            for (size_t i = 0; i < refined.size(); ++i)
+                A[i] = (float(refinedByte(refined[i])) + 0.5f) / 255.0f;
+    }
     writeBack(source, alpha, result, A);
     report.checkViewAlpha();
     report.checkViewMatte();

@@ -2,6 +2,7 @@
 
 #include <QImage>
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <vector>
@@ -33,5 +34,12 @@ struct RefineParameters {
 RefineResult refine(const QImage& photo, const QImage& trimap, const float* prior, std::vector<float>& alpha,
                     const std::function<void(int)>& progress, const std::atomic<bool>& cancel,
                     const RefineParameters& parameters = RefineParameters());
+
+// A refined alpha as a byte, rounded: the solve is good to its tolerance either side, and
+// truncating would turn an object pixel solved as 0.99999 into 254.
+inline int refinedByte(float alpha)
+{
+    return int(std::clamp(alpha, 0.0f, 1.0f) * 255.0f + 0.5f);
+}
 
 } // namespace VexaQuickSelect

@@ -33,6 +33,9 @@ struct VexaSegmentation {
     int maxHeight = 1536;
     // The "Sensitivity" the mark step reads; the caller copies it in before the step starts.
     int sensitivity = 10;
+    // "Refine Edges": the matte step ends by solving the band's alpha with `refine`. Off by
+    // default, so the matte stays the step's own unless the user asks for more.
+    bool refineEdges = false;
 
     // The working image a rendered document becomes: scaled down (never up) to fit
     // maxWidth x maxHeight, aspect ratio kept, without smoothing; every pixel opaque.
