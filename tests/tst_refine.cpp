@@ -1,5 +1,7 @@
 // Edge refinement on tiny photos whose alpha follows from the matting model by hand.
+#include "VexaQuickSelectSteps.h"
 #include "VexaRefine.h"
+#include "VexaSegmentation.h"
 
 #include <QtTest>
 
@@ -35,6 +37,7 @@ private slots:
     void solves_data();
     void solves();
     void refusesAndCancels();
+    void matteStepRefinesItsBand();
 };
 
 void TestRefine::solves_data()
@@ -102,6 +105,38 @@ void TestRefine::refusesAndCancels()
              RefineResult::BadInput);
     cancel = true;
     QCOMPARE(VexaQuickSelect::refine(d.photo, d.trimap, nullptr, alpha, {}, cancel), RefineResult::Cancelled);
+}
+
+void TestRefine::matteStepRefinesItsBand()
+{
+    // A band of another flat colour wholly inside the object: refined, it is the object (a
+    // constant alpha has zero energy whatever the colours); the step's own sampling finds no
+    // background sample there and leaves it far from opaque. Left as the segmentation comes,
+    // the switch is off.
+    const QStringList rows{"FFFFFF", "FUUUUF", "FUUUUF", "FUUUUF", "FFFFFF"};
+    const Drawing d = draw(rows, [&](int x, int y) { return rows[y][x] == 'F' ? qRgb(90, 60, 30) : qRgb(200, 100, 50); });
+    for (const bool refine : {true, false}) {
+        VexaSegmentation seg;
+        seg.load(d.photo);
+        if (refine)
+            seg.refineEdges = true;
+        for (int y = 0; y < 5; ++y)
+            for (int x = 0; x < 6; ++x)
+                seg.markImage.setPixel(x, y, d.trimap.constScanLine(y)[x] == 255 ? VexaSegmentation::ForegroundMark
+                                                                                : VexaSegmentation::BoundaryMark);
+        VexaQuickSelectQuietReporter quiet;
+        const std::atomic<bool> never{false};
+        VexaQuickSelect::matte(seg, quiet, never);
+        for (int y = 0; y < 5; ++y)
+            for (int x = 0; x < 6; ++x) {
+                const int got = qBlue(seg.alphaImage.pixel(x, y));
+                QCOMPARE(qAlpha(seg.resultImage.pixel(x, y)), got);
+                if (refine || d.trimap.constScanLine(y)[x] == 255)
+                    QCOMPARE(got, 255);
+            }
+        if (!refine)
+            QVERIFY(qBlue(seg.alphaImage.pixel(2, 2)) < 200);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestRefine)

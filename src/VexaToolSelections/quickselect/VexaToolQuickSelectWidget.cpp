@@ -111,7 +111,13 @@ VexaToolQuickSelectWidget::VexaToolQuickSelectWidget(QMainWindow* parent)
     borderLayout->addWidget(markClrButton);
     matteButton = penButton(tr("Alpha Extract"), borderGroup);
     matteButton->setObjectName(QStringLiteral("matteButton"));
-    borderLayout->addWidget(matteButton);
+    // Off by default: "Alpha Extract" then gives the matte step's own result.
+    refineEdgesBox = new QCheckBox(tr("Refine Edges"), borderGroup);
+    refineEdgesBox->setObjectName(QStringLiteral("refineEdgesBox"));
+    auto* matteRow = new QHBoxLayout;
+    matteRow->addWidget(matteButton);
+    matteRow->addWidget(refineEdgesBox);
+    borderLayout->addLayout(matteRow);
     right->addWidget(borderGroup);
 
     penGroup = new QGroupBox(tr("Pen settings"), central);
@@ -246,6 +252,7 @@ void VexaToolQuickSelectWidget::startStep(int code)
         return;
     // The step reads the sensitivity from the segmentation, never from the slider.
     seg.sensitivity = lambdaSlider->value();
+    seg.refineEdges = refineEdgesBox->isChecked();
     thread->clearCancel();
     thread->setSerial(++stepSerial);
     stepRunning = true;

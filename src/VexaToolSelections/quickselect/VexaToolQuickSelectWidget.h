@@ -119,6 +119,7 @@ private:
     QPushButton* markBndButton;
     QPushButton* markClrButton;
     QPushButton* matteButton;
+    QCheckBox* refineEdgesBox;
     QGroupBox* penGroup;
     QLabel* radiusLabel;
     QSlider* radiusSlider;

@@ -128,6 +128,10 @@
         <source>Alpha Extract done ..</source>
         <translation>Alpha-Extraktion abgeschlossen ..</translation>
     </message>
+    <message>
+        <source>Refining Edges ..</source>
+        <translation>Kanten werden verfeinert ..</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolLassoPolygon</name>
@@ -284,6 +288,10 @@
     <message>
         <source>The document could not be rendered: there is nothing to select from.</source>
         <translation>Das Dokument konnte nicht gerendert werden: Es gibt nichts, woraus ausgewählt werden kann.</translation>
+    </message>
+    <message>
+        <source>Refine Edges</source>
+        <translation>Kanten verfeinern</translation>
     </message>
 </context>
 <context>

@@ -128,6 +128,10 @@
         <source>Alpha Extract done ..</source>
         <translation>Extracción alfa terminada ..</translation>
     </message>
+    <message>
+        <source>Refining Edges ..</source>
+        <translation>Refinando bordes ..</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolLassoPolygon</name>
@@ -284,6 +288,10 @@
     <message>
         <source>The document could not be rendered: there is nothing to select from.</source>
         <translation>No se ha podido representar el documento: no hay nada de lo que seleccionar.</translation>
+    </message>
+    <message>
+        <source>Refine Edges</source>
+        <translation>Refinar bordes</translation>
     </message>
 </context>
 <context>

@@ -128,6 +128,10 @@
         <source>Alpha Extract done ..</source>
         <translation>Extraction de l&apos;alpha terminée ..</translation>
     </message>
+    <message>
+        <source>Refining Edges ..</source>
+        <translation>Affinage des contours ..</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolLassoPolygon</name>
@@ -284,6 +288,10 @@
     <message>
         <source>The document could not be rendered: there is nothing to select from.</source>
         <translation>Le document n’a pas pu être rendu : il n’y a rien à sélectionner.</translation>
+    </message>
+    <message>
+        <source>Refine Edges</source>
+        <translation>Affiner les contours</translation>
     </message>
 </context>
 <context>

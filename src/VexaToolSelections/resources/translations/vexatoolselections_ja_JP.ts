@@ -128,6 +128,10 @@
         <source>Alpha Extract done ..</source>
         <translation>アルファの抽出が完了 ..</translation>
     </message>
+    <message>
+        <source>Refining Edges ..</source>
+        <translation>エッジを調整中 ..</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolLassoPolygon</name>
@@ -284,6 +288,10 @@
     <message>
         <source>The document could not be rendered: there is nothing to select from.</source>
         <translation>ドキュメントを描画できませんでした。選択できるものがありません。</translation>
+    </message>
+    <message>
+        <source>Refine Edges</source>
+        <translation>エッジを調整</translation>
     </message>
 </context>
 <context>

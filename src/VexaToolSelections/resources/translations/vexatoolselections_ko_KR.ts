@@ -128,6 +128,10 @@
         <source>Alpha Extract done ..</source>
         <translation>알파 추출 완료 ..</translation>
     </message>
+    <message>
+        <source>Refining Edges ..</source>
+        <translation>가장자리 다듬는 중 ..</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolLassoPolygon</name>
@@ -284,6 +288,10 @@
     <message>
         <source>The document could not be rendered: there is nothing to select from.</source>
         <translation>문서를 렌더링할 수 없습니다. 선택할 대상이 없습니다.</translation>
+    </message>
+    <message>
+        <source>Refine Edges</source>
+        <translation>가장자리 다듬기</translation>
     </message>
 </context>
 <context>

@@ -128,6 +128,10 @@
         <source>Alpha Extract done ..</source>
         <translation>Alpha 提取完成 ..</translation>
     </message>
+    <message>
+        <source>Refining Edges ..</source>
+        <translation>正在调整边缘 ..</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolLassoPolygon</name>
@@ -284,6 +288,10 @@
     <message>
         <source>The document could not be rendered: there is nothing to select from.</source>
         <translation>无法渲染文档：没有可供选择的内容。</translation>
+    </message>
+    <message>
+        <source>Refine Edges</source>
+        <translation>调整边缘</translation>
     </message>
 </context>
 <context>

@@ -128,6 +128,10 @@
         <source>Alpha Extract done ..</source>
         <translation>Alpha 擷取完成 ..</translation>
     </message>
+    <message>
+        <source>Refining Edges ..</source>
+        <translation>正在調整邊緣 ..</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolLassoPolygon</name>
@@ -284,6 +288,10 @@
     <message>
         <source>The document could not be rendered: there is nothing to select from.</source>
         <translation>無法算繪文件：沒有可供選取的內容。</translation>
+    </message>
+    <message>
+        <source>Refine Edges</source>
+        <translation>調整邊緣</translation>
     </message>
 </context>
 <context>
