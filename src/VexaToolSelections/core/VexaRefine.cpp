@@ -120,16 +120,10 @@ void laplacianRow(const Problem& p, int u, double* row)
         }
 }
 
-} // namespace
-
-RefineResult refine(const QImage& photo, const QImage& trimapIn, const float* prior, std::vector<float>& alpha,
-                    const std::function<void(int)>& progress, const std::atomic<bool>& cancel,
-                    const RefineParameters& parameters)
+RefineResult solve(const QImage& source, const QImage& trimap, const float* prior, std::vector<float>& alpha,
+                   const std::function<void(int)>& progress, const std::atomic<bool>& cancel,
+                   const RefineParameters& parameters)
 {
-    if (photo.isNull() || trimapIn.size() != photo.size())
-        return RefineResult::BadInput;
-    const QImage source = photo.convertToFormat(QImage::Format_ARGB32);
-    const QImage trimap = trimapIn.convertToFormat(QImage::Format_Grayscale8);
     auto report = [&](int percent) {
         if (progress)
             progress(percent);
@@ -173,15 +167,18 @@ RefineResult refine(const QImage& photo, const QImage& trimapIn, const float* pr
     report(5);
 
     // The rows of L_uu (entries towards known pixels moved into the right-hand side b).
-    std::vector<double> coefficients(size_t(n) * 25), b(N), inverseDiagonal(N);
+    // Kept in single precision: the products read them once per iteration and are bound by
+    // memory, not arithmetic; sums stay in double.
+    std::vector<float> coefficients(size_t(n) * 25);
+    std::vector<double> b(N), inverseDiagonal(N);
     std::atomic<bool> stopped{false};
     eachBlock(n, [&](int, int first, int last) {
         if (cancel) {
             stopped = true;
             return;
         }
+        double row[25];
         for (int u = first; u < last; ++u) {
-            double* row = coefficients.data() + size_t(u) * 25;
             laplacianRow(p, u, row);
             const int i = p.unknownPixel[size_t(u)], x = i % W, y = i / W;
             double rhs = 0.0;
@@ -199,7 +196,10 @@ RefineResult refine(const QImage& photo, const QImage& trimapIn, const float* pr
                     }
                 }
             b[size_t(u)] = rhs;
-            inverseDiagonal[size_t(u)] = 1.0 / row[12];
+            float* stored = coefficients.data() + size_t(u) * 25;
+            for (int o = 0; o < 25; ++o)
+                stored[o] = float(row[o]);
+            inverseDiagonal[size_t(u)] = 1.0 / double(stored[12]);
         }
     });
     if (stopped)
@@ -234,11 +234,11 @@ RefineResult refine(const QImage& photo, const QImage& trimapIn, const float* pr
         return s;
     };
     auto product = [&](int u) {
-        const double* c = coefficients.data() + size_t(u) * 25;
+        const float* c = coefficients.data() + size_t(u) * 25;
         const double* d = direction.data() + padded[size_t(u)];
         double s = 0.0;
         for (int o = 0; o < 25; ++o)
-            s += c[o] * d[offsets[o]];
+            s += double(c[o]) * d[offsets[o]];
         return s;
     };
 
@@ -324,6 +324,18 @@ RefineResult refine(const QImage& photo, const QImage& trimapIn, const float* pr
         alpha[size_t(p.unknownPixel[size_t(u)])] = float(std::clamp(x[size_t(u)], 0.0, 1.0));
     report(100);
     return RefineResult::Done;
+}
+
+} // namespace
+
+RefineResult refine(const QImage& photo, const QImage& trimap, const float* prior, std::vector<float>& alpha,
+                    const std::function<void(int)>& progress, const std::atomic<bool>& cancel,
+                    const RefineParameters& parameters)
+{
+    if (photo.isNull() || trimap.size() != photo.size())
+        return RefineResult::BadInput;
+    return solve(photo.convertToFormat(QImage::Format_ARGB32), trimap.convertToFormat(QImage::Format_Grayscale8), prior,
+                 alpha, progress, cancel, parameters);
 }
 
 } // namespace VexaQuickSelect

@@ -20,8 +20,11 @@ struct RefineParameters {
     // The colour-line regulariser of the matting windows, for channels 0..1: smaller keeps
     // edges sharper but makes the system stiffer to solve.
     double epsilon = 1e-7;
-    // The solve stops when the residual has fallen to this fraction of its scale.
-    double tolerance = 1e-4;
+    // The solve stops when the residual has fallen to this fraction of its scale. Measured
+    // on composites of known alpha (bench-refine), 1e-3 takes about a third of the time of
+    // 1e-4 and lands closer to the truth on average: stopping early leaves the middle of a
+    // wide unknown zone near its start, where the converged solution drifts towards one side.
+    double tolerance = 1e-3;
     int maxIterations = 1500;
 };
 
