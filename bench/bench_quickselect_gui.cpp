@@ -6,6 +6,9 @@
 // five runs cancel every stage from the first to the last: the time from Cancel to the
 // worker's end (target: at most 100 ms). Prints medians and maxima over the runs, and the longest gap of the same timer
 // while nothing runs, which is what a busy machine alone costs.
+// With --refine, "Refine Edges" is checked, so the matte step ends with edge refinement.
+//
+//   bench-quickselect-gui [photo] [runs] [--refine]
 #include "Thread.h"
 #include "VexaCanvas.h"
 #include "VexaContext.h"
@@ -14,6 +17,7 @@
 #include "VexaToolQuickSelectWidget.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QImage>
@@ -141,6 +145,7 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     const QString file = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral(VEXA_DATA_DIR "/coffee.png");
     const int repeats = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
+    const bool refine = argc > 3 && QLatin1String(argv[3]) == QLatin1String("--refine");
     const QImage photo(file);
     if (photo.isNull()) {
         std::fprintf(stderr, "bench-quickselect-gui: cannot read %s\n", qPrintable(file));
@@ -151,6 +156,7 @@ int main(int argc, char** argv)
     canvas.setContext(doc.get());
     VexaContextManager::getInstance()->setCurrentContext(doc.get());
     VexaToolQuickSelectWidget window;
+    window.findChild<QCheckBox*>(QStringLiteral("refineEdgesBox"))->setChecked(refine);
     window.show();
     GapWatch watch;
 
@@ -212,7 +218,8 @@ int main(int argc, char** argv)
     }
     window.releaseData();
 
-    std::printf("photo %s at 1536 x 1536 in the quick select window, %d runs\n", qPrintable(file), repeats);
+    std::printf("photo %s at 1536 x 1536 in the quick select window, %d runs%s\n", qPrintable(file), repeats,
+                refine ? ", Refine Edges on" : "");
     std::printf("load (GUI thread)        median %7.1f ms  max %7.1f ms\n", median(loadMs), maximum(loadMs));
     auto row = [](const char* name, const std::vector<double>& step, const std::vector<double>& gap,
                   const std::vector<double>& cpu) {
