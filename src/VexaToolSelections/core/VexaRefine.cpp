@@ -44,7 +44,7 @@ struct Window {
 // What the rows are built from.
 struct Problem {
     int W = 0, H = 0;
-    const QRgb* photo = nullptr; // W x H, contiguous
+    const QRgb* photo = nullptr; // W x H, rows photoStride words apart
     qsizetype photoStride = 0;
     std::vector<int> unknownPixel;   // pixel index of each unknown, row order
     std::vector<int> windowOf;       // per pixel: the index of the window centred there, or -1

@@ -13,7 +13,7 @@ namespace VexaQuickSelect {
 enum class RefineResult {
     Done,
     Cancelled,
-    BadInput, // trimap or prior of another size than the photo, or a trimap with no known pixel
+    BadInput, // no photo, a trimap of another size, or a trimap with no known pixel
 };
 
 struct RefineParameters {
