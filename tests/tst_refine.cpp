@@ -95,7 +95,8 @@ void TestRefine::solves()
 
 void TestRefine::refusesAndCancels()
 {
-    const Drawing d = draw(QStringList(5, QStringLiteral("FFUBB")), [](int x, int y) { return qRgb(x * 50, y * 50, 7); });
+    // Scrambled colours: with a mirror symmetry the start of 0.5 would already be the answer.
+    const Drawing d = draw(QStringList(5, QStringLiteral("FFUBB")), [](int x, int y) { return qRgb((x * 73 + y * 31) % 256, (x * 19 + y * 89) % 256, (x * x * 41 + y * y * 13) % 256); });
     const Drawing allUnknown = draw(QStringList(5, QStringLiteral("UUUUU")), [](int, int) { return qRgb(1, 2, 3); });
     std::atomic<bool> cancel{false};
     std::vector<float> alpha;
@@ -103,7 +104,9 @@ void TestRefine::refusesAndCancels()
     QCOMPARE(VexaQuickSelect::refine(QImage(), QImage(), nullptr, alpha, {}, cancel), RefineResult::BadInput);
     QCOMPARE(VexaQuickSelect::refine(allUnknown.photo, allUnknown.trimap, nullptr, alpha, {}, cancel),
              RefineResult::BadInput);
-    cancel = true;
+    // Cancelled once the rows are built (progress 10): the solve's own loop must notice.
+    QCOMPARE(VexaQuickSelect::refine(d.photo, d.trimap, nullptr, alpha, [&](int p) { cancel = p >= 10; }, cancel),
+             RefineResult::Cancelled);
     QCOMPARE(VexaQuickSelect::refine(d.photo, d.trimap, nullptr, alpha, {}, cancel), RefineResult::Cancelled);
 }
 
