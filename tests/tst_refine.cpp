@@ -96,7 +96,9 @@ void TestRefine::solves()
 void TestRefine::refusesAndCancels()
 {
     // Scrambled colours: with a mirror symmetry the start of 0.5 would already be the answer.
-    const Drawing d = draw(QStringList(5, QStringLiteral("FFUBB")), [](int x, int y) { return qRgb((x * 73 + y * 31) % 256, (x * 19 + y * 89) % 256, (x * x * 41 + y * y * 13) % 256); });
+    const Drawing d = draw(QStringList(5, QStringLiteral("FFUBB")), [](int x, int y) {
+        return qRgb((x * 73 + y * 31) % 256, (x * 19 + y * 89) % 256, (x * x * 41 + y * y * 13) % 256);
+    });
     const Drawing allUnknown = draw(QStringList(5, QStringLiteral("UUUUU")), [](int, int) { return qRgb(1, 2, 3); });
     std::atomic<bool> cancel{false};
     std::vector<float> alpha;
