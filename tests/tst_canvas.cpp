@@ -1,6 +1,7 @@
 // The canvas: coordinates, input routing to tools, the colour picker and what it draws.
 #include "IVexaTool.h"
 #include "VexaCanvas.h"
+#include "VexaCanvasFrame.h"
 #include "VexaColorPicker.h"
 #include "VexaContext.h"
 #include "VexaLayer.h"
@@ -9,6 +10,8 @@
 #include "VexaSelectionPath.h"
 
 #include <QKeyEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
 #include <QtTest>
 
 #include <memory>
@@ -54,7 +57,11 @@ class TestCanvas : public QObject
 private slots:
     void uiToCanvas_data();
     void uiToCanvas();
+    void zoomKeepsPointUnderPointer_data();
     void zoomKeepsPointUnderPointer();
+    void panKeepsToolCoordinates_data();
+    void panKeepsToolCoordinates();
+    void scrollBarsFollowView();
     void mouseSignalsCarryWidgetPixels();
     void keysAndNamedEventsReachTool();
     void pickerTakesForegroundColour();
@@ -94,16 +101,122 @@ void TestCanvas::uiToCanvas()
     QCOMPARE(doc->getCanvas(), &canvas);
 }
 
+void TestCanvas::zoomKeepsPointUnderPointer_data()
+{
+    QTest::addColumn<QList<int>>("wheel"); // angle deltas sent in turn; empty: zoomAt by 2
+    QTest::addColumn<float>("scale");
+    QTest::newRow("zoomAt") << QList<int>() << 0.5f;
+    QTest::newRow("one notch in: 150 %") << QList<int>{120} << float(100.0 / 150.0);
+    QTest::newRow("one notch out: 67 %") << QList<int>{-120} << 1.5f;
+    // A fine-stepping wheel zooms a level per notch's worth, not a level per event.
+    QTest::newRow("8 fine steps: one level") << QList<int>(8, 15) << float(100.0 / 150.0);
+    QTest::newRow("7 fine steps: none yet") << QList<int>(7, 15) << 1.0f;
+    QTest::newRow("in then out: back") << QList<int>{120, -60, -60} << 1.0f;
+}
+
 void TestCanvas::zoomKeepsPointUnderPointer()
 {
+    QFETCH(QList<int>, wheel);
+    QFETCH(float, scale);
     auto doc = twoColours();
     VexaCanvas canvas;
+    canvas.resize(200, 100);
     canvas.setContext(doc.get());
     canvas.setView(1.0f, QPointF(0, 0));
-    const QPointF before = canvas.uiToCanvasCoord(30, 40, false);
-    canvas.zoomAt(QPointF(30, 40), 2.0f);
-    QCOMPARE(canvas.getScale(), 0.5f);
-    QCOMPARE(canvas.uiToCanvasCoord(30, 40, false), before);
+    const QPointF at(31, 43);
+    const QPointF before = canvas.uiToCanvasCoord(31, 43, false);
+    if (wheel.isEmpty())
+        canvas.zoomAt(at, 2.0f);
+    for (int delta : wheel) {
+        QWheelEvent e(at, canvas.mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                      false);
+        QApplication::sendEvent(&canvas, &e);
+    }
+    QCOMPARE(canvas.getScale(), scale);
+    // Whole zoom levels put canvas pixels on widget pixels, which may shift the view by up to
+    // half a widget pixel.
+    const QPointF after = canvas.uiToCanvasCoord(31, 43, false);
+    QVERIFY2(std::abs(after.x() - before.x()) <= 0.5 * scale + 1e-6 && std::abs(after.y() - before.y()) <= 0.5 * scale + 1e-6,
+             qPrintable(QStringLiteral("%1,%2").arg(after.x()).arg(after.y())));
+}
+
+void TestCanvas::panKeepsToolCoordinates_data()
+{
+    QTest::addColumn<bool>("space");
+    QTest::addColumn<float>("scale");
+    QTest::newRow("Space + left drag") << true << 1.0f;
+    QTest::newRow("Space + left drag at 200 %") << true << 0.5f;
+    QTest::newRow("middle drag") << false << 1.0f;
+}
+
+void TestCanvas::panKeepsToolCoordinates()
+{
+    QFETCH(bool, space);
+    QFETCH(float, scale);
+    auto doc = twoColours();
+    VexaCanvas canvas;
+    canvas.resize(200, 100);
+    canvas.setContext(doc.get());
+    canvas.setView(scale, QPointF(0, 0));
+    RecordingTool tool;
+    doc->setCurrentTool(&tool);
+    QSignalSpy press(&canvas, &VexaCanvas::mousePress);
+    QSignalSpy move(&canvas, &VexaCanvas::mouseMove);
+    QSignalSpy release(&canvas, &VexaCanvas::mouseRelease);
+    const QPointF grabbed = canvas.uiToCanvasCoord(50, 50, false);
+    const Qt::MouseButton button = space ? Qt::LeftButton : Qt::MiddleButton;
+    if (space)
+        QTest::keyPress(&canvas, Qt::Key_Space);
+    QCOMPARE(canvas.cursor().shape(), space ? Qt::OpenHandCursor : Qt::ArrowCursor);
+    QTest::mousePress(&canvas, button, {}, QPoint(50, 50));
+    QTest::mouseMove(&canvas, QPoint(65, 55));
+    QTest::mouseMove(&canvas, QPoint(80, 61));
+    QCOMPARE(canvas.cursor().shape(), Qt::ClosedHandCursor);
+    QTest::mouseRelease(&canvas, button, {}, QPoint(80, 61));
+    if (space)
+        QTest::keyRelease(&canvas, Qt::Key_Space);
+    // The photo followed the pointer; the tool saw none of it, not even the key.
+    QCOMPARE(canvas.viewOrigin(), QPointF(30, 11));
+    QCOMPARE(canvas.uiToCanvasCoord(80, 61, false), grabbed);
+    QCOMPARE(press.count() + move.count() + release.count(), 0);
+    QVERIFY(tool.keys.isEmpty());
+    QCOMPARE(canvas.cursor().shape(), Qt::ArrowCursor);
+    // Without Space the left button is the tool's again, at the moved view's coordinates.
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(80, 61));
+    QCOMPARE(press.count(), 1);
+    QCOMPARE(canvas.uiToCanvasCoord(press[0][0].toInt(), press[0][1].toInt(), false), grabbed);
+}
+
+void TestCanvas::scrollBarsFollowView()
+{
+    QImage img(400, 300, QImage::Format_ARGB32);
+    img.fill(qRgb(0, 128, 0));
+    auto doc = VexaContext::fromImage(img);
+    VexaCanvasFrame frame(new VexaCanvas);
+    VexaCanvas* canvas = frame.canvas();
+    frame.resize(300, 200);
+    canvas->setContext(doc.get());
+    frame.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&frame));
+    QScrollBar* h = frame.horizontalBar();
+    QScrollBar* v = frame.verticalBar();
+    // Fitted, the whole photo shows: no bars.
+    QVERIFY(!h->isVisible() && !v->isVisible());
+    canvas->setView(1.0f, QPointF(0, 0));
+    QTRY_VERIFY(h->isVisible() && v->isVisible());
+    QTRY_COMPARE(h->maximum(), 400 - canvas->width());
+    QCOMPARE(v->maximum(), 300 - canvas->height());
+    QCOMPARE(h->pageStep(), canvas->width());
+    h->setValue(50);
+    v->setValue(20);
+    QCOMPARE(canvas->viewOrigin(), QPointF(-50, -20));
+    QCOMPARE(canvas->uiToCanvasCoord(10, 10, false), QPointF(60, 30));
+    // Zooming about the pointer moves the bars with the view.
+    canvas->zoomAt(QPointF(10, 10), 2.0f);
+    QCOMPARE(h->value(), -int(canvas->viewOrigin().x()));
+    QCOMPARE(h->maximum(), 800 - canvas->width());
+    canvas->fitToWindow();
+    QTRY_VERIFY(!h->isVisible() && !v->isVisible());
 }
 
 void TestCanvas::mouseSignalsCarryWidgetPixels()

@@ -3,6 +3,7 @@
 #include "IVexaTool.h"
 #include "VexaActionManager.h"
 #include "VexaCanvas.h"
+#include "VexaCanvasFrame.h"
 #include "VexaContext.h"
 #include "VexaContextManager.h"
 #include "VexaDialog.h"
@@ -51,7 +52,7 @@ VexaEditorWindow::VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* pare
     , m_canvas(new VexaCanvas(this))
     , m_mattingClass(VexaMattingWindow::viewClass(plugin.fileName()))
 {
-    setCentralWidget(m_canvas);
+    setCentralWidget(new VexaCanvasFrame(m_canvas, this));
     resize(1100, 760);
     buildMenus();
     buildViewMenu();

@@ -422,6 +422,12 @@ bool VexaCanvas::toolHoldsShape() const
     return tool && tool->property("shapeInProgress").toBool();
 }
 
+bool VexaCanvas::toolTakesRightButton() const
+{
+    IVexaTool* tool = m_context ? m_context->currentTool() : nullptr;
+    return tool && tool->property("rightButtonSubtracts").toBool();
+}
+
 void VexaCanvas::beginGesture()
 {
     if (!m_context)
@@ -452,6 +458,13 @@ bool VexaCanvas::event(QEvent* event)
 
 void VexaCanvas::keyPressEvent(QKeyEvent* event)
 {
+    // Space is the editor's hand: held, a drag pans instead of drawing. Its repeats are
+    // swallowed, so a tool never sees them.
+    if (event->key() == Qt::Key_Space && m_context) {
+        if (!event->isAutoRepeat() && m_toolButton == Qt::NoButton)
+            holdSpace(true);
+        return;
+    }
     IVexaTool* tool = m_context ? m_context->currentTool() : nullptr;
     if (!tool) {
         QOpenGLWidget::keyPressEvent(event);
@@ -466,6 +479,11 @@ void VexaCanvas::keyPressEvent(QKeyEvent* event)
 
 void VexaCanvas::keyReleaseEvent(QKeyEvent* event)
 {
+    if (event->key() == Qt::Key_Space && m_context) {
+        if (!event->isAutoRepeat())
+            holdSpace(false);
+        return;
+    }
     IVexaTool* tool = m_context ? m_context->currentTool() : nullptr;
     if (!tool) {
         QOpenGLWidget::keyReleaseEvent(event);
@@ -473,6 +491,65 @@ void VexaCanvas::keyReleaseEvent(QKeyEvent* event)
     }
     tool->event(event);
     update();
+}
+
+void VexaCanvas::focusOutEvent(QFocusEvent* event)
+{
+    // The release of a Space held while the focus leaves never comes here.
+    holdSpace(false);
+    QOpenGLWidget::focusOutEvent(event);
+}
+
+void VexaCanvas::holdSpace(bool held)
+{
+    if (held == m_spaceHeld)
+        return;
+    m_spaceHeld = held;
+    if (m_panning)
+        return;
+    if (held) {
+        if (!m_cursorTaken) {
+            m_toolHadCursor = testAttribute(Qt::WA_SetCursor);
+            m_toolCursor = cursor();
+            m_cursorTaken = true;
+        }
+        setCursor(Qt::OpenHandCursor);
+    } else {
+        restoreToolCursor();
+    }
+}
+
+void VexaCanvas::startPan(const QPointF& at)
+{
+    m_panning = true;
+    m_panLast = at;
+    if (!m_cursorTaken) {
+        m_toolHadCursor = testAttribute(Qt::WA_SetCursor);
+        m_toolCursor = cursor();
+        m_cursorTaken = true;
+    }
+    setCursor(Qt::ClosedHandCursor);
+}
+
+void VexaCanvas::endPan()
+{
+    m_panning = false;
+    m_panButton = Qt::NoButton;
+    if (m_spaceHeld)
+        setCursor(Qt::OpenHandCursor);
+    else
+        restoreToolCursor();
+}
+
+void VexaCanvas::restoreToolCursor()
+{
+    if (!m_cursorTaken)
+        return;
+    m_cursorTaken = false;
+    if (m_toolHadCursor)
+        setCursor(m_toolCursor);
+    else
+        unsetCursor();
 }
 
 void VexaCanvas::pickAt(const QPointF& widgetPos)
@@ -490,24 +567,31 @@ void VexaCanvas::pickAt(const QPointF& widgetPos)
 void VexaCanvas::mousePressEvent(QMouseEvent* event)
 {
     setFocus(Qt::MouseFocusReason);
+    // One gesture at a time: a second button pressed during a drag or a pan changes nothing.
+    if (m_panning || m_picking || m_toolButton != Qt::NoButton)
+        return;
+    const Qt::MouseButton button = event->button();
     const QPoint p = event->position().toPoint();
-    if (event->button() == Qt::MiddleButton) {
-        m_panning = true;
-        m_panLast = event->position();
+    if (button == Qt::MiddleButton || (button == Qt::LeftButton && m_spaceHeld)) {
+        m_panButton = button;
+        startPan(event->position());
         return;
     }
-    if (event->button() != Qt::LeftButton)
-        return;
-    if (m_picker->isPicking()) {
+    if (button == Qt::LeftButton && m_picker->isPicking()) {
         m_picking = true;
         pickAt(event->position());
         return;
     }
+    const bool subtractDrag = button == Qt::RightButton && toolTakesRightButton();
+    if (button != Qt::LeftButton && !subtractDrag)
+        return;
+    m_toolButton = button;
+    setProperty("subtractDrag", subtractDrag);
     // The press always re-reads the keys (see noteModifiers): it decides how a shape combines.
     // Keys that changed since the last pointer event also change what the pointer is over
     // (a selection to drag in New mode, a place to add in Add mode), so the tool sees the
     // pointer there again first.
-    const bool keysChanged = event->modifiers() != m_lastModifiers;
+    const bool keysChanged = event->modifiers() != m_lastModifiers || subtractDrag;
     m_lastModifiers = event->modifiers();
     emit timeOut();
     if (keysChanged)
@@ -533,6 +617,9 @@ void VexaCanvas::mouseMoveEvent(QMouseEvent* event)
         pickAt(event->position());
         return;
     }
+    // With Space held the pointer is the hand; the tool neither sees it nor changes the cursor.
+    if (m_spaceHeld && m_toolButton == Qt::NoButton)
+        return;
     const QPoint p = event->position().toPoint();
     noteModifiers(event->modifiers());
     emit mouseMove(p.x(), p.y());
@@ -555,26 +642,43 @@ void VexaCanvas::noteModifiers(Qt::KeyboardModifiers modifiers)
 
 void VexaCanvas::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::MiddleButton) {
-        m_panning = false;
+    const Qt::MouseButton button = event->button();
+    if (m_panning) {
+        if (button == m_panButton)
+            endPan();
         return;
     }
-    if (event->button() != Qt::LeftButton)
-        return;
     if (m_picking) {
-        m_picking = false;
+        if (button == Qt::LeftButton)
+            m_picking = false;
         return;
     }
+    // A left release always reaches the tool (the second release of a double click has no
+    // press of its own); a right one only ends the right-button drag that it began.
+    const bool ends = button == Qt::LeftButton ? m_toolButton != Qt::RightButton
+                                               : button == Qt::RightButton && m_toolButton == Qt::RightButton;
+    if (!ends)
+        return;
     const QPoint p = event->position().toPoint();
     noteModifiers(event->modifiers());
     emit mouseRelease(p.x(), p.y());
+    m_toolButton = Qt::NoButton;
+    if (property("subtractDrag").toBool()) {
+        setProperty("subtractDrag", false);
+        emit timeOut(); // the mode the keys choose is back at once
+    }
     endGesture();
     update();
 }
 
 void VexaCanvas::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || m_picker->isPicking())
+    // The second press of a quick pair of right clicks is a press like the first.
+    if (event->button() == Qt::RightButton) {
+        mousePressEvent(event);
+        return;
+    }
+    if (event->button() != Qt::LeftButton || m_picker->isPicking() || m_spaceHeld || m_panning)
         return;
     const QPoint p = event->position().toPoint();
     beginGesture();
@@ -587,10 +691,19 @@ void VexaCanvas::mouseDoubleClickEvent(QMouseEvent* event)
 
 void VexaCanvas::wheelEvent(QWheelEvent* event)
 {
-    const int steps = event->angleDelta().y();
-    if (steps == 0)
+    // One zoom level per notch (120 eighths of a degree); wheels and touch pads that report
+    // finer steps add them up first, so they zoom at the same pace instead of a level per event.
+    const int delta = event->angleDelta().y();
+    if (delta == 0)
         return;
-    stepZoom(event->position(), steps > 0 ? 1 : -1);
+    if ((delta > 0) != (m_wheelRest > 0))
+        m_wheelRest = 0;
+    m_wheelRest += delta;
+    while (std::abs(m_wheelRest) >= 120) {
+        const int direction = m_wheelRest > 0 ? 1 : -1;
+        m_wheelRest -= direction * 120;
+        stepZoom(event->position(), direction);
+    }
 }
 
 void VexaCanvas::enterEvent(QEnterEvent* event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QCursor>
 #include <QImage>
 #include <QOpenGLWidget>
 #include <QPointF>
@@ -14,7 +15,7 @@ class VexaContext;
 
 // Shows a document with zoom and pan, its selection outline and the current tool's rubber
 // band. Pointer input reaches tools as signals in widget pixels; keys go to the current tool.
-// Middle-button drags pan, the wheel zooms around the pointer.
+// Middle-button drags and Space + drag pan, the wheel zooms around the pointer.
 class VexaCanvas : public QOpenGLWidget
 {
     Q_OBJECT
@@ -81,6 +82,7 @@ protected:
     void enterEvent(QEnterEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void onTick();
@@ -92,6 +94,12 @@ private:
     void snapOrigin();
     void viewMoved();
     void stepZoom(const QPointF& widgetPos, int direction);
+    // Space held: the pointer grabs the photo instead of reaching the tool.
+    void holdSpace(bool held);
+    void startPan(const QPointF& at);
+    void endPan();
+    // The cursor the tool had before a pan took it over, back again.
+    void restoreToolCursor();
     // Lets the tool see the modifier keys of an input event before the event itself.
     void noteModifiers(Qt::KeyboardModifiers modifiers);
     void uploadTexture();
@@ -101,6 +109,10 @@ private:
     // A tool whose shape takes several clicks (a polygon) says so by a "shapeInProgress"
     // property; until it is finished, its clicks are one gesture, so one undo step.
     bool toolHoldsShape() const;
+    // A tool that combines a shape drawn with the right button by subtracting says so by a
+    // "rightButtonSubtracts" property; while such a drag lasts the canvas carries a true
+    // "subtractDrag" property, which the tool reads as it reads a held modifier.
+    bool toolTakesRightButton() const;
     void beginGesture();
     void endGesture();
 
@@ -112,6 +124,14 @@ private:
     QPointF m_origin;
     bool m_viewChosen = false;
     bool m_panning = false;
+    bool m_spaceHeld = false;
+    // A press that went to the tool, whose release must go there too.
+    Qt::MouseButton m_toolButton = Qt::NoButton;
+    Qt::MouseButton m_panButton = Qt::NoButton;
+    bool m_cursorTaken = false;
+    bool m_toolHadCursor = false;
+    QCursor m_toolCursor;
+    int m_wheelRest = 0;
     QPointF m_panLast;
     bool m_picking = false;
     int m_antsPhase = 0;
