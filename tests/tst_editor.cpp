@@ -37,17 +37,17 @@ QAction* action(QWidget& window, const QString& text)
 }
 
 // Real window-system input: it updates the application's modifier state as X11 input does.
-void press(QWidget* canvas, QPoint at, Qt::KeyboardModifiers mods = {})
+void press(QWidget* canvas, QPoint at, Qt::KeyboardModifiers mods = {}, Qt::MouseButton button = Qt::LeftButton)
 {
-    QTest::mousePress(canvas->window()->windowHandle(), Qt::LeftButton, mods, canvas->mapTo(canvas->window(), at));
+    QTest::mousePress(canvas->window()->windowHandle(), button, mods, canvas->mapTo(canvas->window(), at));
 }
 void moveTo(QWidget* canvas, QPoint at, Qt::KeyboardModifiers mods = {})
 {
     QTest::mouseEvent(QTest::MouseMove, canvas->window()->windowHandle(), Qt::NoButton, mods, canvas->mapTo(canvas->window(), at));
 }
-void release(QWidget* canvas, QPoint at, Qt::KeyboardModifiers mods = {})
+void release(QWidget* canvas, QPoint at, Qt::KeyboardModifiers mods = {}, Qt::MouseButton button = Qt::LeftButton)
 {
-    QTest::mouseRelease(canvas->window()->windowHandle(), Qt::LeftButton, mods, canvas->mapTo(canvas->window(), at));
+    QTest::mouseRelease(canvas->window()->windowHandle(), button, mods, canvas->mapTo(canvas->window(), at));
 }
 void drag(QWidget* canvas, QPoint a, QPoint b, Qt::KeyboardModifiers mods = {})
 {
@@ -350,13 +350,16 @@ void TestEditor::heldModifierAtPress_data()
     QTest::addColumn<QPoint>("from");
     QTest::addColumn<bool>("keepsOld");
     QTest::addColumn<bool>("hasNew");
+    QTest::addColumn<bool>("rightButton");
     // The old selection is (10, 10) to (50, 40); the new shape is dragged from `from` to (80, 70).
-    QTest::newRow("Ctrl adds") << int(Qt::Key_Control) << int(Qt::ControlModifier) << QPoint(60, 45) << true << true;
+    QTest::newRow("Ctrl adds") << int(Qt::Key_Control) << int(Qt::ControlModifier) << QPoint(60, 45) << true << true << false;
     // Inside the old selection: in Add mode a press there starts a shape, it does not drag.
     QTest::newRow("Ctrl adds, press inside") << int(Qt::Key_Control) << int(Qt::ControlModifier) << QPoint(40, 30) << true
-                                             << true;
+                                             << true << false;
     QTest::newRow("Alt subtracts, press inside") << int(Qt::Key_Alt) << int(Qt::AltModifier) << QPoint(40, 30) << true
-                                                 << false;
+                                                 << false << false;
+    // Where the window manager takes Alt + drag, a right-button drag subtracts.
+    QTest::newRow("right drag subtracts, press inside") << 0 << int(Qt::NoModifier) << QPoint(40, 30) << true << false << true;
 }
 
 void TestEditor::heldModifierAtPress()
@@ -366,6 +369,8 @@ void TestEditor::heldModifierAtPress()
     QFETCH(QPoint, from);
     QFETCH(bool, keepsOld);
     QFETCH(bool, hasNew);
+    QFETCH(bool, rightButton);
+    const Qt::MouseButton button = rightButton ? Qt::RightButton : Qt::LeftButton;
     VexaEditorWindow window(m_plugin);
     QVERIFY(openShown(window));
     window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
@@ -376,16 +381,20 @@ void TestEditor::heldModifierAtPress()
     drag(canvas, ui(10, 10), ui(50, 40));
     moveTo(canvas, ui(from.x(), from.y()));
     // The key as X11 delivers a modifier's own press: with the state from before it.
-    QTest::keyPress(window.windowHandle(), Qt::Key(key), Qt::NoModifier);
+    if (key)
+        QTest::keyPress(window.windowHandle(), Qt::Key(key), Qt::NoModifier);
     const auto mods = Qt::KeyboardModifiers(modifier);
-    press(canvas, ui(from.x(), from.y()), mods); // no move in between
+    press(canvas, ui(from.x(), from.y()), mods, button); // no move in between
     moveTo(canvas, ui(60, 50), mods);
     moveTo(canvas, ui(80, 70), mods);
-    release(canvas, ui(80, 70), mods);
-    QTest::keyRelease(window.windowHandle(), Qt::Key(key), mods);
+    release(canvas, ui(80, 70), mods, button);
+    if (key)
+        QTest::keyRelease(window.windowHandle(), Qt::Key(key), mods);
     QCOMPARE(selected(15, 15), keepsOld);
     QCOMPARE(selected(70, 60), hasNew);
     QCOMPARE(selected(45, 35), hasNew || from.x() > 50); // subtracting removed the overlap
+    if (rightButton)
+        QCOMPARE(sel->combineMode, 0); // the drag's mode lasts for the drag only
     window.deactivateTool();
 }
 

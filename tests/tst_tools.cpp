@@ -69,6 +69,7 @@ private slots:
     void lasso_data();
     void lasso();
     void polygonFourCornersByDoubleClick();
+    void polygonLiveEdgeFollowsPointer();
     void polygonClosesNearFirstCorner_data();
     void polygonClosesNearFirstCorner();
     void polygonCornerUndoRedo();
@@ -93,13 +94,17 @@ void TestTools::modeFollowsModifiers_data()
     QTest::addColumn<bool>("byKey");
     QTest::addColumn<int>("mode");
     QTest::addColumn<QString>("checked");
-    QTest::newRow("clicked add") << "addBtn" << int(Qt::NoModifier) << false << 1 << "addBtn";
-    QTest::newRow("control adds") << "newBtn" << int(Qt::ControlModifier) << false << 1 << "addBtn";
-    QTest::newRow("alt subtracts") << "newBtn" << int(Qt::AltModifier) << false << 2 << "substractBtn";
-    QTest::newRow("both intersect") << "addBtn" << int(Qt::ControlModifier | Qt::AltModifier) << false << 3 << "intersectBtn";
-    QTest::newRow("shift ignored") << "substractBtn" << int(Qt::ShiftModifier) << false << 2 << "substractBtn";
-    QTest::newRow("control with shift") << "intersectBtn" << int(Qt::ControlModifier | Qt::ShiftModifier) << false << 1 << "addBtn";
-    QTest::newRow("alt by key event") << "intersectBtn" << int(Qt::AltModifier) << true << 2 << "substractBtn";
+    QTest::addColumn<bool>("rightDrag");
+    QTest::newRow("clicked add") << "addBtn" << int(Qt::NoModifier) << false << 1 << "addBtn" << false;
+    QTest::newRow("control adds") << "newBtn" << int(Qt::ControlModifier) << false << 1 << "addBtn" << false;
+    QTest::newRow("alt subtracts") << "newBtn" << int(Qt::AltModifier) << false << 2 << "substractBtn" << false;
+    QTest::newRow("both intersect") << "addBtn" << int(Qt::ControlModifier | Qt::AltModifier) << false << 3 << "intersectBtn" << false;
+    QTest::newRow("shift ignored") << "substractBtn" << int(Qt::ShiftModifier) << false << 2 << "substractBtn" << false;
+    QTest::newRow("control with shift") << "intersectBtn" << int(Qt::ControlModifier | Qt::ShiftModifier) << false << 1 << "addBtn" << false;
+    QTest::newRow("right-button drag subtracts") << "newBtn" << int(Qt::NoModifier) << false << 2 << "substractBtn" << true;
+    QTest::newRow("right-button drag beats control") << "addBtn" << int(Qt::ControlModifier) << false << 2 << "substractBtn"
+                                                     << true;
+    QTest::newRow("alt by key event") << "intersectBtn" << int(Qt::AltModifier) << true << 2 << "substractBtn" << false;
 }
 
 void TestTools::modeFollowsModifiers()
@@ -109,12 +114,18 @@ void TestTools::modeFollowsModifiers()
     QFETCH(bool, byKey);
     QFETCH(int, mode);
     QFETCH(QString, checked);
+    QFETCH(bool, rightDrag);
     VexaToolFixture f(QSize(20, 20), 1.0f);
     VexaToolEllipseSelect tool;
     tool.active(f.doc.get());
     clickMode(&tool, clicked);
     const int clickedMode = tool.getClickedMode();
+    // The cursor wears the mode in effect: a badge for each mode but New.
+    const auto cursorImage = [&] { return f.canvas->cursor().pixmap().toImage(); };
+    const QImage before = cursorImage();
+    QCOMPARE(before.isNull(), clickedMode == 0);
     f.modifiers = Qt::KeyboardModifiers(modifiers);
+    f.canvas->setProperty("subtractDrag", rightDrag);
     if (byKey)
         sendKey(&tool, QEvent::KeyPress, Qt::Key_Alt);
     else
@@ -122,14 +133,17 @@ void TestTools::modeFollowsModifiers()
     QCOMPARE(f.selection()->combineMode, mode);
     QCOMPARE(checkedMode(tool.getWidget()), checked);
     QCOMPARE(tool.getClickedMode(), clickedMode); // the check mark moved, the clicked mode did not
+    QCOMPARE(cursorImage() == before, mode == clickedMode);
     // Letting go brings the clicked mode back at the next key event or tick.
     f.modifiers = Qt::NoModifier;
+    f.canvas->setProperty("subtractDrag", false);
     if (byKey)
         sendKey(&tool, QEvent::KeyRelease, Qt::Key_Alt);
     else
         f.tick();
     QCOMPARE(f.selection()->combineMode, clickedMode);
     QCOMPARE(checkedMode(tool.getWidget()), clicked);
+    QCOMPARE(cursorImage(), before);
 }
 
 void TestTools::featherIsClamped_data()
@@ -492,6 +506,37 @@ void TestTools::polygonFourCornersByDoubleClick()
     f.now += 100;
     f.click(5, 5); // now a new polygon starts
     QVERIFY(tool.currentPath());
+}
+
+void TestTools::polygonLiveEdgeFollowsPointer()
+{
+    VexaToolFixture f(QSize(60, 40), 1.0f);
+    f.canvas->show();
+    QVERIFY(QTest::qWaitForWindowExposed(f.canvas.get()));
+    VexaToolLassoPolygon tool;
+    tool.active(f.doc.get());
+    f.now += 1000;
+    // White pixels of the rubber band near widget (x, y).
+    auto edgeNear = [&](int x, int y) {
+        const QImage shot = f.canvas->grabFramebuffer();
+        int white = 0;
+        for (int dy = -1; dy <= 1; ++dy)
+            for (int dx = -1; dx <= 1; ++dx)
+                white += shot.pixel(x + dx, y + dy) == qRgb(255, 255, 255);
+        return white;
+    };
+    f.move(50, 30);
+    QCOMPARE(edgeNear(30, 20), 0); // no polygon yet: nothing follows the pointer
+    f.click(10, 10);
+    QCOMPARE(edgeNear(30, 20), 0);
+    f.move(50, 30); // the edge from (10, 10) to the pointer passes (30, 20)
+    QVERIFY(edgeNear(30, 20) > 0);
+    QCOMPARE(edgeNear(30, 12), 0);
+    f.click(50, 30);
+    f.move(50, 10); // now from the second corner, straight up
+    QVERIFY(edgeNear(50, 20) > 0);
+    tool.finishSelection(); // two corners: dropped, and the edge with them
+    QCOMPARE(edgeNear(50, 20), 0);
 }
 
 void TestTools::polygonClosesNearFirstCorner_data()

@@ -11,6 +11,7 @@
 #include "VexaToolSelectionWidget.h"
 
 #include <QEvent>
+#include <QPainter>
 #include <QPixmap>
 #include <QtMath>
 
@@ -25,6 +26,10 @@ VexaToolSelectionBase::VexaToolSelectionBase(QObject* parent)
     toolCategory = QStringLiteral("Selection");
     toolVersion = QStringLiteral("1.0");
     registerEvent(QStringLiteral("DOUBLE_CLICK"));
+    // Window managers take Alt + drag for moving windows, so Alt never reaches the canvas
+    // there; a drag with the right button subtracts as well (the canvas then carries a true
+    // "subtractDrag" property, read with the held keys).
+    setProperty("rightButtonSubtracts", true);
     optionsWidget->hide();
 }
 
@@ -45,6 +50,50 @@ QCursor VexaToolSelectionBase::pictureCursor(const QString& fileName)
     if (picture.isNull())
         return QCursor(Qt::CrossCursor);
     return QCursor(picture, picture.width() / 2, picture.height() / 2);
+}
+
+QCursor VexaToolSelectionBase::modeCursor() const
+{
+    const int mode = getMode();
+    if (mode < 1 || mode > 3)
+        return cursor;
+    if (!m_badged[mode].pixmap().isNull())
+        return m_badged[mode];
+    const QPixmap picture = cursor.pixmap();
+    const int side = std::max(32, std::max(picture.width(), picture.height()));
+    QPixmap badged(side, side);
+    badged.fill(Qt::transparent);
+    QPainter p(&badged);
+    p.setRenderHint(QPainter::Antialiasing);
+    QPoint hot = cursor.hotSpot();
+    if (picture.isNull()) {
+        // A plain cross hair, white under black so it shows on any photo.
+        hot = QPoint(side / 2, side / 2);
+        for (int pass = 0; pass < 2; ++pass) {
+            p.setPen(QPen(pass ? Qt::black : Qt::white, pass ? 1.0 : 3.0));
+            p.drawLine(QPointF(hot.x() + 0.5, 2), QPointF(hot.x() + 0.5, side - 12));
+            p.drawLine(QPointF(2, hot.y() + 0.5), QPointF(side - 12, hot.y() + 0.5));
+        }
+    } else {
+        p.drawPixmap(0, 0, picture);
+    }
+    const QRectF badge(side - 12.5, side - 12.5, 11, 11);
+    p.setPen(QPen(Qt::black, 1.0));
+    p.setBrush(Qt::white);
+    p.drawEllipse(badge);
+    p.setPen(QPen(Qt::black, 1.6));
+    const QPointF c = badge.center();
+    if (mode == 3) { // intersect: a cross
+        p.drawLine(c + QPointF(-2.5, -2.5), c + QPointF(2.5, 2.5));
+        p.drawLine(c + QPointF(-2.5, 2.5), c + QPointF(2.5, -2.5));
+    } else {
+        p.drawLine(c + QPointF(-3, 0), c + QPointF(3, 0));
+        if (mode == 1)
+            p.drawLine(c + QPointF(0, -3), c + QPointF(0, 3));
+    }
+    p.end();
+    m_badged[mode] = QCursor(badged, hot.x(), hot.y());
+    return m_badged[mode];
 }
 
 bool VexaToolSelectionBase::event(QEvent* e)
@@ -80,6 +129,7 @@ void VexaToolSelectionBase::active(VexaContext* ctx)
         return;
     VexaCanvas* c = ctx->getCanvas();
     c->setMouseTracking(true);
+    m_cursorMode = -1; // the canvas shows another tool's cursor until this one sets its own
     connect(c, SIGNAL(mouseRelease(int,int)), this, SLOT(onMouseReleased(int,int)));
     connect(c, SIGNAL(mousePress(int,int)), this, SLOT(onMousePressed(int,int)));
     connect(c, SIGNAL(drawFeedback()), this, SLOT(onDrawFeedback()));
@@ -122,8 +172,20 @@ QWidget* VexaToolSelectionBase::getWidget() { return optionsWidget; }
 void VexaToolSelectionBase::setClickedMode(int mode)
 {
     clickedMode = mode;
-    if (context)
+    if (context) {
         context->getSelection()->combineMode = mode;
+        showModeCursor();
+    }
+}
+
+void VexaToolSelectionBase::showModeCursor()
+{
+    // The pointer shows a new mode at once, unless it is a hand over a selection to drag.
+    const int mode = getMode();
+    VexaCanvas* c = canvas();
+    if (mode != m_cursorMode && c && !selectionMoveable && !movingSelection)
+        c->setCursor(modeCursor());
+    m_cursorMode = mode;
 }
 
 void VexaToolSelectionBase::setMode(int mode)
@@ -148,8 +210,12 @@ void VexaToolSelectionBase::updateMode()
         mode = 1;
     else if (alt)
         mode = 2;
+    VexaCanvas* c = canvas();
+    if (c && c->property("subtractDrag").toBool())
+        mode = 2;
     context->getSelection()->combineMode = mode;
     optionsWidget->updateButtons();
+    showModeCursor();
 }
 
 void VexaToolSelectionBase::onTimeout() { updateMode(); }
@@ -175,7 +241,7 @@ bool VexaToolSelectionBase::checkSelectionMoveable(int x, int y)
     }
     selectionMoveable = false;
     if (canvas())
-        canvas()->setCursor(cursor);
+        canvas()->setCursor(modeCursor());
     return false;
 }
 

@@ -62,6 +62,9 @@ protected:
     bool inputBlocked() const;
     // A cursor made from a picture of the host's icon directory, hot spot at its centre.
     static QCursor pictureCursor(const QString& fileName);
+    // The tool's cursor with a badge for the mode in effect (+ add, - subtract, x intersect),
+    // so the user sees how the next shape combines before drawing it.
+    QCursor modeCursor() const;
     // Hands a finished shape to the selection, which then owns it, and shows the result.
     void applyPath(VexaSelectionPath* shape);
     // A new shape starts: in New mode the old selection goes first.
@@ -84,6 +87,10 @@ protected:
     int clickedMode = 0;
 
 private:
+    void showModeCursor();
+
+    mutable QCursor m_badged[4];
+    int m_cursorMode = 0;
     // The panel has no Qt parent until a host or a container adopts it.
     QPointer<QWidget> m_optionsOwned;
 };

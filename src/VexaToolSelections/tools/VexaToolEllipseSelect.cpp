@@ -121,5 +121,5 @@ void VexaToolEllipseSelect::drawEllipse(float cx, float cy, float rx, float ry)
 void VexaToolEllipseSelect::onMouseEntered()
 {
     if (canvas())
-        canvas()->setCursor(Qt::CrossCursor);
+        canvas()->setCursor(modeCursor());
 }

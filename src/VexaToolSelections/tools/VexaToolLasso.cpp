@@ -82,5 +82,5 @@ void VexaToolLasso::onDrawFeedback()
 void VexaToolLasso::onMouseEntered()
 {
     if (canvas())
-        canvas()->setCursor(cursor);
+        canvas()->setCursor(modeCursor());
 }

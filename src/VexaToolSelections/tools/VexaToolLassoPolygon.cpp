@@ -140,6 +140,8 @@ void VexaToolLassoPolygon::onMouseReleased(int x, int y)
         const QPointF p = canvas()->uiToCanvasCoord(x, y, true);
         startX = p.x();
         startY = p.y();
+        pointer = p;
+        pointerKnown = true;
         path->addPoint(p);
         path->setType(VexaSelectionPath::Polygon);
         undoStack.push(new VexaLassoPolygonCommand(this, before));
@@ -171,6 +173,7 @@ void VexaToolLassoPolygon::finishSelection()
         undoStack.clear();
     }
     pressed = false;
+    pointerKnown = false;
 }
 
 void VexaToolLassoPolygon::onMousePressed(int x, int y)
@@ -185,18 +188,33 @@ void VexaToolLassoPolygon::onMouseMoved(int x, int y)
         moveSelection(x, y);
     else
         checkSelectionMoveable(x, y);
+    // A user placing corners needs to see where the next edge goes before clicking, so a
+    // segment follows the pointer from the latest corner.
+    if (pressed && path && canvas()) {
+        pointer = canvas()->uiToCanvasCoord(x, y, true);
+        pointerKnown = true;
+        canvas()->update();
+    }
 }
 
 void VexaToolLassoPolygon::onDrawFeedback()
 {
-    if (pressed && path)
-        path->draw(true);
+    if (!pressed || !path)
+        return;
+    path->draw(true);
+    if (pointerKnown && path->getPointNumber() > 0) {
+        VexaSelectionPath edge;
+        edge.setType(VexaSelectionPath::Polygon);
+        edge.addPoint(path->points().last());
+        edge.addPoint(pointer);
+        edge.draw(false);
+    }
 }
 
 void VexaToolLassoPolygon::onMouseEntered()
 {
     if (canvas())
-        canvas()->setCursor(cursor);
+        canvas()->setCursor(modeCursor());
 }
 
 void VexaToolLassoPolygon::onMouseDoubleClicked(int, int) { finishSelection(); }

@@ -52,6 +52,9 @@ protected slots:
 
 private:
     double startX = -1, startY = -1;
+    // Where the pointer was last seen while a polygon is open: the end of the live edge.
+    QPointF pointer;
+    bool pointerKnown = false;
     VexaStopwatch finishTime;
     QWidget* container;
     VexaToolLassoPolygonWidget* pointsWidget;

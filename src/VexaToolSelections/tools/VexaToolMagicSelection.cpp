@@ -63,7 +63,7 @@ void VexaToolMagicSelection::disActive()
 void VexaToolMagicSelection::onMouseEntered()
 {
     if (canvas())
-        canvas()->setCursor(cursor);
+        canvas()->setCursor(modeCursor());
 }
 
 void VexaToolMagicSelection::onDrawFeedback() {}
