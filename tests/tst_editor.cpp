@@ -15,6 +15,8 @@
 #include <QWheelEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QTimer>
 #include <QProcess>
 #include <QPushButton>
 #include <QStatusBar>
@@ -76,6 +78,7 @@ class TestEditor : public QObject
 private slots:
     void initTestCase();
     void opensAndKeepsDocumentOnFailure();
+    void withoutDocumentAndStartupError();
     void scriptedDemoWritesResults();
     void pickedToolActivatedOnOpen();
     void colorRangeIsToolWindow();
@@ -119,6 +122,47 @@ void TestEditor::opensAndKeepsDocumentOnFailure()
     QVERIFY(!window.openImage(junk.fileName(), &error));
     QVERIFY(!error.isEmpty());
     QCOMPARE(window.document(), doc); // the current document stays
+}
+
+void TestEditor::withoutDocumentAndStartupError()
+{
+    VexaEditorWindow window(m_plugin);
+    QToolBar* toolBox = window.findChild<QToolBar*>(QStringLiteral("tools"));
+    auto enabledTools = [&] {
+        int n = 0;
+        for (QAction* a : toolBox->actions())
+            n += a->isCheckable() && a->isEnabled();
+        return n;
+    };
+    auto statusTexts = [&] {
+        QStringList texts;
+        for (QLabel* l : window.statusBar()->findChildren<QLabel*>())
+            if (!l->text().isEmpty())
+                texts << l->text();
+        return texts;
+    };
+    // A photo that cannot be read is reported over the shown window, which stays empty.
+    bool shownAtReport = false;
+    QString report;
+    QTimer::singleShot(0, &window, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        shownAtReport = window.isVisible();
+        report = box->text();
+        box->close();
+    });
+    window.showAndOpen(QStringLiteral("/nonexistent/picture.png"));
+    QVERIFY(shownAtReport);
+    QVERIFY(report.contains(QStringLiteral("picture.png")));
+    QVERIFY(!window.document());
+    QCOMPARE(enabledTools(), 0);
+    emit window.canvas()->mouseMove(10, 10);
+    QCOMPARE(statusTexts(), QStringList());
+    QString error;
+    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+    QCOMPARE(enabledTools(), window.toolNames().size());
+    emit window.canvas()->mouseMove(10, 10);
+    QCOMPARE(statusTexts().size(), 2); // the pixel under the pointer and the zoom
 }
 
 void TestEditor::scriptedDemoWritesResults()

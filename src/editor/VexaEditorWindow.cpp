@@ -64,12 +64,18 @@ VexaEditorWindow::VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* pare
     statusBar()->addPermanentWidget(m_position);
     statusBar()->addPermanentWidget(m_zoom);
     connect(m_canvas, &VexaCanvas::mouseMove, this, [this](int x, int y) {
+        // Without a document there is no pixel under the pointer to name.
+        if (!m_document) {
+            m_position->clear();
+            return;
+        }
         const QPointF c = m_canvas->uiToCanvasCoord(x, y, false);
         m_position->setText(tr("%1, %2").arg(int(std::floor(c.x()))).arg(int(std::floor(c.y()))));
     });
     connect(m_canvas, &VexaCanvas::viewChanged, this, &VexaEditorWindow::updateZoomLabel);
     updateZoomLabel();
     updateUndoActions();
+    updateToolActions();
     connect(m_canvas, &VexaCanvas::FgColorChange, this, &VexaEditorWindow::updateColorButton);
     updateColorButton();
     updateTitle();
@@ -222,8 +228,20 @@ void VexaEditorWindow::buildViewMenu()
     });
 }
 
+void VexaEditorWindow::updateToolActions()
+{
+    // A tool picked with nothing to work on would only seem broken.
+    const QList<QAction*> actions = m_toolGroup->actions();
+    for (int i = 0; i < actions.size(); ++i)
+        actions[i]->setEnabled(m_document && m_tools.value(i));
+}
+
 void VexaEditorWindow::updateZoomLabel()
 {
+    if (!m_document) {
+        m_zoom->clear();
+        return;
+    }
     const double zoom = m_canvas->zoomPercent();
     m_zoom->setText(tr("%1 %").arg(zoom, 0, 'f', zoom < 10.0 ? 1 : 0));
 }
@@ -382,6 +400,9 @@ bool VexaEditorWindow::openImage(const QString& fileName, QString* error)
     m_fileName = fileName;
     updateTitle();
     updateUndoActions();
+    updateToolActions();
+    updateZoomLabel();
+    m_position->clear();
     // The picked tool works on the new document at once; a tool with a window waits to be picked.
     activateTool(opensWindow(keep) ? nullptr : keep);
     return true;
@@ -453,6 +474,16 @@ QString VexaEditorWindow::openFilter()
         if (readable.contains(suffix))
             patterns << QStringLiteral("*.%1").arg(QLatin1String(suffix));
     return tr("Images (%1)").arg(patterns.join(QLatin1Char(' ')));
+}
+
+void VexaEditorWindow::showAndOpen(const QString& fileName)
+{
+    // The window first, so that a photo that cannot be opened is reported over the editor the
+    // user is looking at, not over an empty screen before it.
+    show();
+    QString error;
+    if (!openImage(fileName, &error))
+        QMessageBox::warning(this, tr("Open Image"), error);
 }
 
 void VexaEditorWindow::onOpen()

@@ -28,6 +28,8 @@ public:
 
     // Opens an image as the document. On failure the current document stays and `error` says why.
     bool openImage(const QString& fileName, QString* error);
+    // Shows the window, then opens `fileName`; a failure is reported in a message box over it.
+    void showAndOpen(const QString& fileName);
     bool saveImage(const QString& fileName, QString* error) const;
     // Writes the selection as an 8-bit grey PNG of the canvas size.
     bool exportSelectionMask(const QString& fileName, QString* error) const;
@@ -64,6 +66,7 @@ private:
     void updateUndoActions();
     void settleSelectionOffset();
     void updateZoomLabel();
+    void updateToolActions();
     void checkToolAction(IVexaTool* tool);
     void onToolLeft(IVexaTool* now);
     // Tools whose activation opens a window of their own (color range, quick select): they are

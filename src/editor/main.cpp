@@ -120,20 +120,17 @@ int main(int argc, char** argv)
 
     VexaEditorWindow window(plugin);
     const QString image = cli.positionalArguments().value(0, VexaInstallLayout::samplePhoto());
-    // The window first: a camera-sized photo takes seconds to open, and the user sees the
-    // editor and its progress meanwhile instead of nothing.
-    if (!scripted)
-        window.show();
+    if (!scripted) {
+        // The window first: a camera-sized photo takes seconds to open, and the user sees the
+        // editor and its progress meanwhile instead of nothing; a photo that cannot be opened
+        // is reported over it.
+        window.showAndOpen(image);
+        return app.exec();
+    }
     QString error;
-    if (!window.openImage(image, &error)) {
-        if (scripted)
-            return fail(error);
-        QMessageBox::warning(&window, QStringLiteral("Vexa Selections"), error);
-    }
+    if (!window.openImage(image, &error))
+        return fail(error);
     window.show();
-    if (scripted) {
-        VexaDemoScript script(window, cli.value(scriptOpt));
-        return script.run();
-    }
-    return app.exec();
+    VexaDemoScript script(window, cli.value(scriptOpt));
+    return script.run();
 }
