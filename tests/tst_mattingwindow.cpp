@@ -11,14 +11,15 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QSpinBox>
+#include <QUndoStack>
 #include <QtTest>
 
 namespace {
 
-void stroke(QWidget* view, Qt::MouseButton button, const QVector<QPoint>& points)
+void stroke(QWidget* view, Qt::MouseButton button, const QVector<QPoint>& points, Qt::KeyboardModifiers mods = {})
 {
     auto send = [&](QEvent::Type type, QPoint p, Qt::MouseButton which, Qt::MouseButtons held) {
-        QMouseEvent e(type, QPointF(p), view->mapToGlobal(QPointF(p)), which, held, Qt::NoModifier);
+        QMouseEvent e(type, QPointF(p), view->mapToGlobal(QPointF(p)), which, held, mods);
         QCoreApplication::sendEvent(view, &e);
     };
     send(QEvent::MouseButtonPress, points.first(), button, button);
@@ -49,6 +50,7 @@ private slots:
     void marksFloodMatteBecomeSelection_data();
     void marksFloodMatteBecomeSelection();
     void refusesWhenDocumentIsGone();
+    void strokesAndMatteUndo();
 
 private:
     VexaPluginLoader m_plugin;
@@ -119,6 +121,8 @@ void TestMattingWindow::marksFloodMatteBecomeSelection()
     matting.show();
     QVERIFY(QTest::qWaitForWindowExposed(&matting));
     QCOMPARE(matting.workingSize(), working);
+    // Whole on the screen, however large the photo.
+    QVERIFY(matting.screen()->availableGeometry().contains(matting.frameGeometry()));
     QWidget* view = matting.view();
     QCOMPARE(view->size(), working);
     const int w = working.width(), h = working.height();
@@ -162,6 +166,46 @@ void TestMattingWindow::refusesWhenDocumentIsGone()
     QString error;
     QVERIFY(!matting.useAsSelection(&error));
     QVERIFY(error.contains(QStringLiteral("closed")));
+}
+
+void TestMattingWindow::strokesAndMatteUndo()
+{
+    auto doc = VexaContext::fromImage(squarePicture(QSize(120, 90)));
+    VexaMattingWindow matting(VexaMattingWindow::viewClass(m_plugin.fileName()), doc.get());
+    matting.show();
+    matting.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&matting));
+    QWidget* view = matting.view();
+    auto shot = [&] { return view->grab().toImage(); };
+    auto undo = [&] { QTest::keyClick(matting.windowHandle(), Qt::Key_Z, Qt::ControlModifier); };
+    const QImage clean = shot();
+    stroke(view, Qt::LeftButton, {{20, 20}, {60, 20}});
+    const QImage one = shot();
+    // Shift + left in the default mode paints background (blue), for that stroke only.
+    stroke(view, Qt::LeftButton, {{20, 70}, {60, 70}}, Qt::ShiftModifier);
+    QCOMPARE(view->property("markMode").toInt(), 0);
+    const QImage two = shot();
+    QVERIFY(two.pixel(40, 70) != two.pixel(40, 20));
+    undo();
+    QCOMPARE(shot(), one);
+    undo();
+    QCOMPARE(shot(), clean);
+    matting.undoStack()->redo();
+    matting.undoStack()->redo();
+    QCOMPARE(shot(), two);
+    // ... the same brush as the left button of the second mode.
+    matting.setMarkMode(1);
+    stroke(view, Qt::LeftButton, {{20, 70}, {60, 70}});
+    QCOMPARE(shot(), two);
+    undo();
+    matting.setMarkMode(0);
+    // A matte is undone too: back to all unknown, with the marks kept.
+    stroke(view, Qt::RightButton, {{30, 30}, {90, 30}, {90, 60}, {30, 60}, {30, 30}});
+    matting.matte();
+    QVERIFY(qGray(matting.matteImage().pixel(5, 5)) != 128);
+    undo();
+    QCOMPARE(qGray(matting.matteImage().pixel(5, 5)), 128);
+    QCOMPARE(matting.undoStack()->index(), 3);
 }
 
 QTEST_MAIN(TestMattingWindow)

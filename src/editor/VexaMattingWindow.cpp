@@ -9,12 +9,15 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLibrary>
+#include <QMouseEvent>
 #include <QMessageBox>
 #include <QScreen>
 #include <QScrollArea>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QUndoCommand>
+#include <QUndoStack>
 
 #include <algorithm>
 #include <vector>
@@ -28,6 +31,40 @@ constexpr int maxSide = 1536;
 constexpr char viewMetaObjectSymbol[] = "_ZN19QuickSelectGLWidget16staticMetaObjectE";
 
 } // namespace
+
+// An operation already applied when it is pushed; redone by applying it once more on top,
+// undone by replaying the operations before it.
+class VexaMattingStep : public QUndoCommand
+{
+public:
+    VexaMattingStep(VexaMattingWindow* window, const VexaMattingWindow::Operation& operation)
+        : m_window(window)
+        , m_operation(operation)
+    {
+    }
+    void redo() override
+    {
+        if (m_fresh)
+            m_fresh = false;
+        else
+            m_window->apply(m_operation);
+    }
+    void undo() override
+    {
+        const QUndoStack* stack = m_window->m_undo;
+        for (int i = 0; i < stack->count(); ++i)
+            if (stack->command(i) == this) {
+                m_window->replay(i);
+                return;
+            }
+    }
+    const VexaMattingWindow::Operation& operation() const { return m_operation; }
+
+private:
+    VexaMattingWindow* m_window;
+    VexaMattingWindow::Operation m_operation;
+    bool m_fresh = true;
+};
 
 const QMetaObject* VexaMattingWindow::viewClass(const QString& pluginFile)
 {
@@ -74,13 +111,15 @@ VexaMattingWindow::VexaMattingWindow(const QMetaObject* viewClass, VexaContext* 
     m_scroll->setWidgetResizable(false);
     m_view->resize(m_working);
     QMetaObject::invokeMethod(m_view, "loadFromImage", Qt::DirectConnection, Q_ARG(QImage, image));
+    m_view->installEventFilter(this);
+    m_undo = new QUndoStack(this);
 
     QToolBar* bar = addToolBar(tr("Matting"));
     bar->setObjectName(QStringLiteral("matting"));
     bar->addWidget(new QLabel(tr("Marks:"), bar));
     m_markMode = new QComboBox(bar);
     m_markMode->setObjectName(QStringLiteral("markMode"));
-    m_markMode->addItem(tr("Left object, right unknown, middle erases"));
+    m_markMode->addItem(tr("Left object, Shift + left background, right unknown, middle erases"));
     m_markMode->addItem(tr("Left background, right object, middle unknown"));
     m_markMode->addItem(tr("Left unknown, right object, middle erases"));
     m_markMode->setToolTip(tr("What the mouse buttons paint"));
@@ -93,7 +132,7 @@ VexaMattingWindow::VexaMattingWindow(const QMetaObject* viewClass, VexaContext* 
     m_radius->setRange(1, 64);
     m_radius->setValue(m_view->property("brushRadius").toInt());
     m_radius->setSuffix(tr(" px"));
-    m_radius->setToolTip(tr("Half-width of a stroke; also the number of smoothing passes of Matte"));
+    m_radius->setToolTip(tr("Half-width of a stroke; also the number of smoothing passes of Compute Matte"));
     bar->addWidget(m_radius);
     connect(m_radius, &QSpinBox::valueChanged, this, &VexaMattingWindow::setBrushRadius);
 
@@ -106,9 +145,23 @@ VexaMattingWindow::VexaMattingWindow(const QMetaObject* viewClass, VexaContext* 
     QAction* floodAction = bar->addAction(tr("Flood"), this, &VexaMattingWindow::flood);
     floodAction->setObjectName(QStringLiteral("flood"));
     floodAction->setToolTip(tr("Grow the object and background marks up to the unknown band"));
-    bar->addAction(tr("Matte"), this, &VexaMattingWindow::matte)->setObjectName(QStringLiteral("matte"));
+    // Named for what they do: this one computes the matte, the view button below shows it.
+    QAction* run = bar->addAction(tr("Compute Matte"), this, &VexaMattingWindow::matte);
+    run->setObjectName(QStringLiteral("matte"));
+    run->setToolTip(tr("Turn the marks into a trimap and refine its unknown band into the matte"));
     bar->addAction(tr("Reset"), this, &VexaMattingWindow::reset)->setObjectName(QStringLiteral("reset"));
+    QAction* undo = bar->addAction(tr("Undo"), m_undo, &QUndoStack::undo);
+    undo->setObjectName(QStringLiteral("undo"));
+    undo->setShortcut(QKeySequence::Undo);
+    undo->setEnabled(false);
+    connect(m_undo, &QUndoStack::canUndoChanged, undo, &QAction::setEnabled);
+    QAction* redo = bar->addAction(tr("Redo"), m_undo, &QUndoStack::redo);
+    redo->setObjectName(QStringLiteral("redo"));
+    redo->setShortcut(QKeySequence::Redo);
+    redo->setEnabled(false);
+    connect(m_undo, &QUndoStack::canRedoChanged, redo, &QAction::setEnabled);
     bar->addSeparator();
+    bar->addWidget(new QLabel(tr("Show:"), bar));
 
     m_views = new QActionGroup(this);
     const QString names[] = {tr("Image"), tr("Matte"), tr("Composite")};
@@ -132,11 +185,116 @@ VexaMattingWindow::VexaMattingWindow(const QMetaObject* viewClass, VexaContext* 
             QMessageBox::warning(this, tr("Use as selection"), error);
     });
 
-    statusBar()->showMessage(tr("Paint an unknown band along the edge, object and background inside and outside it, "
-                                "then Flood and Matte."));
-    const QSize screen = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->availableSize() : QSize(1280, 1024);
-    const int width = std::max(m_working.width() + 60, bar->sizeHint().width() + 20);
-    resize(std::min(width, screen.width() * 9 / 10), std::min(m_working.height() + 120, screen.height() * 9 / 10));
+    statusBar()->showMessage(tr("Paint an unknown band along the edge with the right button, the object inside it with "
+                                "the left and the background outside it with Shift + left, then Flood and Compute Matte."));
+    placeOnScreen(bar->sizeHint());
+}
+
+void VexaMattingWindow::placeOnScreen(const QSize& toolBarSize)
+{
+    // The screen the editor is on (the primary one without a parent), less panels and docks.
+    QScreen* screen = parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
+    const QRect room = screen ? screen->availableGeometry() : QRect(0, 0, 1280, 1024);
+    // The photo with the window's tool bar, status bar and scroll area frame around it; at
+    // most nine tenths of the screen, which leaves room for the window manager's frame.
+    const QSize chrome(40, toolBarSize.height() + statusBar()->sizeHint().height() + 40);
+    const int width = std::max(m_working.width() + chrome.width(), toolBarSize.width() + 20);
+    const QSize size(std::min(width, room.width() * 9 / 10), std::min(m_working.height() + chrome.height(), room.height() * 9 / 10));
+    setGeometry(QRect(room.center() - QPoint(size.width() / 2, size.height() / 2), size));
+}
+
+bool VexaMattingWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_view || m_replaying)
+        return QMainWindow::eventFilter(watched, event);
+    const QEvent::Type type = event->type();
+    if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove && type != QEvent::MouseButtonRelease)
+        return QMainWindow::eventFilter(watched, event);
+    const auto* mouse = static_cast<QMouseEvent*>(event);
+    if (type == QEvent::MouseButtonPress && !m_stroking) {
+        m_stroking = true;
+        // The default mode has no background brush of its own: Shift turns the left button
+        // into the background brush of the second mode for this stroke.
+        const int mode = m_view->property("markMode").toInt();
+        if (mode == 0 && mouse->button() == Qt::LeftButton && (mouse->modifiers() & Qt::ShiftModifier)) {
+            m_overriddenMode = mode;
+            m_view->setProperty("markMode", 1);
+        }
+        m_stroke = Operation();
+        m_stroke.markMode = m_view->property("markMode").toInt();
+        m_stroke.brushRadius = m_view->property("brushRadius").toInt();
+        m_stroke.autoFill = m_view->property("autoFill").toBool();
+    }
+    if (!m_stroking || (type == QEvent::MouseMove && mouse->buttons() == Qt::NoButton))
+        return QMainWindow::eventFilter(watched, event);
+    m_stroke.input.append({type, mouse->button(), mouse->buttons(), mouse->position().toPoint()});
+    if (type == QEvent::MouseButtonRelease && mouse->buttons() == Qt::NoButton) {
+        // A release paints nothing, so the stroke is complete before the view sees it.
+        if (m_overriddenMode >= 0) {
+            m_view->setProperty("markMode", m_overriddenMode);
+            m_overriddenMode = -1;
+        }
+        m_stroking = false;
+        push(m_stroke);
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void VexaMattingWindow::push(const Operation& operation)
+{
+    if (m_undo && !m_replaying)
+        m_undo->push(new VexaMattingStep(this, operation)); // the stack owns it
+}
+
+void VexaMattingWindow::apply(const Operation& operation)
+{
+    if (!m_view)
+        return;
+    const bool wasReplaying = m_replaying;
+    m_replaying = true;
+    switch (operation.kind) {
+    case Operation::Stroke: {
+        const QVariant mode = m_view->property("markMode"), radius = m_view->property("brushRadius"),
+                       fill = m_view->property("autoFill");
+        m_view->setProperty("markMode", operation.markMode);
+        m_view->setProperty("brushRadius", operation.brushRadius);
+        m_view->setProperty("autoFill", operation.autoFill);
+        for (const Operation::MouseInput& in : operation.input) {
+            QMouseEvent e(in.type, QPointF(in.position), m_view->mapToGlobal(QPointF(in.position)), in.button, in.buttons,
+                          Qt::NoModifier);
+            QCoreApplication::sendEvent(m_view, &e);
+        }
+        m_view->setProperty("markMode", mode);
+        m_view->setProperty("brushRadius", radius);
+        m_view->setProperty("autoFill", fill);
+        break;
+    }
+    case Operation::Flood:
+        for (int i = 0; i < operation.rounds; ++i)
+            QMetaObject::invokeMethod(m_view, "flood", Qt::DirectConnection, Q_ARG(int, 32));
+        break;
+    case Operation::Matte:
+        QMetaObject::invokeMethod(m_view, "matte", Qt::DirectConnection);
+        break;
+    case Operation::Reset:
+        QMetaObject::invokeMethod(m_view, "reset", Qt::DirectConnection);
+        break;
+    }
+    m_replaying = wasReplaying;
+    m_view->update();
+}
+
+void VexaMattingWindow::replay(int count)
+{
+    if (!m_view)
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    m_replaying = true;
+    QMetaObject::invokeMethod(m_view, "reset", Qt::DirectConnection);
+    for (int i = 0; i < count; ++i)
+        apply(static_cast<const VexaMattingStep*>(m_undo->command(i))->operation());
+    m_replaying = false;
+    QApplication::restoreOverrideCursor();
 }
 
 void VexaMattingWindow::setMarkMode(int mode)
@@ -176,17 +334,21 @@ void VexaMattingWindow::flood()
     // regions and wasted on small ones.
     setViewMode(0);
     m_view->setProperty("showMarks", true);
-    constexpr int round = 32;
+    constexpr int round = 32; // as replayed by apply()
     const int limit = 2 * std::max(m_working.width(), m_working.height());
+    Operation done;
+    done.kind = Operation::Flood;
     QImage before = m_view->grab().toImage();
-    for (int done = 0; done < limit; done += round) {
+    for (int passes = 0; passes < limit; passes += round) {
         QMetaObject::invokeMethod(m_view, "flood", Qt::DirectConnection, Q_ARG(int, round));
+        ++done.rounds;
         QImage after = m_view->grab().toImage();
         if (after == before)
             break;
         before = std::move(after);
     }
     QApplication::restoreOverrideCursor();
+    push(done);
 }
 
 void VexaMattingWindow::matte()
@@ -196,13 +358,20 @@ void VexaMattingWindow::matte()
     QApplication::setOverrideCursor(Qt::WaitCursor);
     QMetaObject::invokeMethod(m_view, "matte", Qt::DirectConnection);
     QApplication::restoreOverrideCursor();
+    Operation done;
+    done.kind = Operation::Matte;
+    push(done);
     setViewMode(1);
 }
 
 void VexaMattingWindow::reset()
 {
-    if (m_view)
-        QMetaObject::invokeMethod(m_view, "reset", Qt::DirectConnection);
+    if (!m_view)
+        return;
+    QMetaObject::invokeMethod(m_view, "reset", Qt::DirectConnection);
+    Operation done;
+    done.kind = Operation::Reset;
+    push(done);
 }
 
 QImage VexaMattingWindow::matteImage() const

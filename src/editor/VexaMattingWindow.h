@@ -1,13 +1,18 @@
 #pragma once
 
+#include <QEvent>
 #include <QMainWindow>
+#include <QPoint>
 #include <QPointer>
+#include <QVector>
 
 class QActionGroup;
 class QComboBox;
 class QScrollArea;
 class QSpinBox;
+class QUndoStack;
 class VexaContext;
+class VexaMattingStep;
 
 // The editor's window around the plug-in's GPU matting view: the current document, scaled
 // down to fit 1536 x 1536 like quick select's working image, with a tool bar for the mark
@@ -15,10 +20,35 @@ class VexaContext;
 //
 // The editor does not link the plug-in, so the view is made and driven through its
 // meta-object, found in the loaded plug-in by the exported class's symbol.
+//
+// Strokes, floods, mattes and resets are undoable. The view keeps its marks on the graphics
+// card and offers no way to read or write them, so the window records each operation (a
+// stroke as the mouse events the view received) and undoes by resetting the view and
+// replaying the operations before the undone one; the view is deterministic, so the replay
+// gives back exactly the earlier marks and matte.
 class VexaMattingWindow : public QMainWindow
 {
     Q_OBJECT
+    friend class VexaMattingStep;
+
 public:
+    // One undoable operation on the view.
+    struct Operation {
+        enum Kind { Stroke, Flood, Matte, Reset };
+        struct MouseInput {
+            QEvent::Type type;
+            Qt::MouseButton button;
+            Qt::MouseButtons buttons;
+            QPoint position;
+        };
+        Kind kind = Stroke;
+        int markMode = 0;
+        int brushRadius = 4;
+        bool autoFill = false;
+        QVector<MouseInput> input; // a stroke's events
+        int rounds = 0;            // a flood's rounds of passes
+    };
+
     // The view's class in the plug-in file, or null when the plug-in has none.
     static const QMetaObject* viewClass(const QString& pluginFile);
 
@@ -41,8 +71,19 @@ public:
     // Replaces the document's selection by the matte at the canvas size. False (and a reason)
     // when the document is gone or has another size than when the window opened.
     bool useAsSelection(QString* error = nullptr);
+    QUndoStack* undoStack() const { return m_undo; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void push(const Operation& operation);
+    void apply(const Operation& operation);
+    // Resets the view and applies the first `count` operations of the undo stack again.
+    void replay(int count);
+    // Where the window opens: fitted to the photo, but whole on the screen.
+    void placeOnScreen(const QSize& toolBarSize);
+
     QPointer<VexaContext> m_document;
     QSize m_canvasSize;
     QSize m_working;
@@ -51,4 +92,10 @@ private:
     QComboBox* m_markMode = nullptr;
     QSpinBox* m_radius = nullptr;
     QActionGroup* m_views = nullptr;
+    QUndoStack* m_undo = nullptr;
+    bool m_replaying = false;
+    bool m_stroking = false;
+    // A Shift + left stroke in the default mode paints background: the mode it overrode.
+    int m_overriddenMode = -1;
+    Operation m_stroke;
 };
