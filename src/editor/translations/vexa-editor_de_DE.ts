@@ -278,7 +278,7 @@
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation>Links: Objekt, rechts: unbekannt, Mitte: radieren</translation>
+        <translation type="vanished">Links: Objekt, rechts: unbekannt, Mitte: radieren</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
@@ -302,7 +302,7 @@
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation>Halbe Strichbreite; zugleich die Zahl der Glättungsdurchgänge von „Freistellung“</translation>
+        <translation type="vanished">Halbe Strichbreite; zugleich die Zahl der Glättungsdurchgänge von „Freistellung“</translation>
     </message>
     <message>
         <source>Auto Flood</source>
@@ -346,7 +346,7 @@
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation>Malen Sie einen unbekannten Streifen entlang der Kante, innen das Objekt und außen den Hintergrund, dann „Füllen“ und „Freistellung“.</translation>
+        <translation type="vanished">Malen Sie einen unbekannten Streifen entlang der Kante, innen das Objekt und außen den Hintergrund, dann „Füllen“ und „Freistellung“.</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
@@ -359,6 +359,38 @@
     <message>
         <source>There is no matte yet.</source>
         <translation>Es gibt noch keine Freistellung.</translation>
+    </message>
+    <message>
+        <source>Left object, Shift + left background, right unknown, middle erases</source>
+        <translation>Links: Objekt, Umschalt + links: Hintergrund, rechts: unbekannt, Mitte: radieren</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Compute Matte</source>
+        <translation>Halbe Strichbreite; zugleich die Zahl der Glättungsdurchgänge von „Freistellung berechnen“</translation>
+    </message>
+    <message>
+        <source>Compute Matte</source>
+        <translation>Freistellung berechnen</translation>
+    </message>
+    <message>
+        <source>Turn the marks into a trimap and refine its unknown band into the matte</source>
+        <translation>Die Markierungen in eine Trimap umwandeln und deren unbekannten Streifen zur Freistellung verfeinern</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>Anzeigen:</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
+        <translation>Malen Sie mit der rechten Taste einen unbekannten Streifen entlang der Kante, mit der linken das Objekt darin und mit Umschalt + links den Hintergrund außerhalb, dann „Füllen“ und „Freistellung berechnen“.</translation>
     </message>
 </context>
 <context>

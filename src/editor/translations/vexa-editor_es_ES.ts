@@ -278,7 +278,7 @@
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation>Izquierdo: objeto, derecho: desconocido, central: borrar</translation>
+        <translation type="vanished">Izquierdo: objeto, derecho: desconocido, central: borrar</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
@@ -302,7 +302,7 @@
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation>Mitad del ancho del trazo; también el número de pasadas de suavizado de «Recorte»</translation>
+        <translation type="vanished">Mitad del ancho del trazo; también el número de pasadas de suavizado de «Recorte»</translation>
     </message>
     <message>
         <source>Auto Flood</source>
@@ -346,7 +346,7 @@
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation>Pinte una franja desconocida a lo largo del borde, el objeto dentro y el fondo fuera de ella, y después use «Rellenar» y «Recorte».</translation>
+        <translation type="vanished">Pinte una franja desconocida a lo largo del borde, el objeto dentro y el fondo fuera de ella, y después use «Rellenar» y «Recorte».</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
@@ -359,6 +359,38 @@
     <message>
         <source>There is no matte yet.</source>
         <translation>Todavía no hay ningún recorte.</translation>
+    </message>
+    <message>
+        <source>Left object, Shift + left background, right unknown, middle erases</source>
+        <translation>Izquierdo: objeto, Mayús + izquierdo: fondo, derecho: desconocido, central: borra</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Compute Matte</source>
+        <translation>Mitad del ancho del trazo; también el número de pasadas de suavizado de «Calcular recorte»</translation>
+    </message>
+    <message>
+        <source>Compute Matte</source>
+        <translation>Calcular recorte</translation>
+    </message>
+    <message>
+        <source>Turn the marks into a trimap and refine its unknown band into the matte</source>
+        <translation>Convierte las marcas en un trimapa y refina su banda desconocida hasta obtener el recorte</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Deshacer</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Rehacer</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>Mostrar:</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
+        <translation>Pinte con el botón derecho una banda desconocida a lo largo del borde, con el izquierdo el objeto dentro de ella y con Mayús + izquierdo el fondo fuera; luego «Rellenar» y «Calcular recorte».</translation>
     </message>
 </context>
 <context>

@@ -278,7 +278,7 @@
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation>Gauche : objet, droit : inconnu, milieu : effacer</translation>
+        <translation type="vanished">Gauche : objet, droit : inconnu, milieu : effacer</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
@@ -302,7 +302,7 @@
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation>Demi-largeur du trait ; aussi le nombre de passes de lissage de « Détourage »</translation>
+        <translation type="vanished">Demi-largeur du trait ; aussi le nombre de passes de lissage de « Détourage »</translation>
     </message>
     <message>
         <source>Auto Flood</source>
@@ -346,7 +346,7 @@
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation>Peignez une bande inconnue le long du bord, l&apos;objet à l&apos;intérieur et l&apos;arrière-plan à l&apos;extérieur, puis « Remplir » et « Détourage ».</translation>
+        <translation type="vanished">Peignez une bande inconnue le long du bord, l&apos;objet à l&apos;intérieur et l&apos;arrière-plan à l&apos;extérieur, puis « Remplir » et « Détourage ».</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
@@ -359,6 +359,38 @@
     <message>
         <source>There is no matte yet.</source>
         <translation>Il n&apos;y a pas encore de détourage.</translation>
+    </message>
+    <message>
+        <source>Left object, Shift + left background, right unknown, middle erases</source>
+        <translation>Gauche : objet, Maj + gauche : arrière-plan, droit : inconnu, milieu : efface</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Compute Matte</source>
+        <translation>Demi-largeur du trait ; aussi le nombre de passes de lissage de « Calculer le détourage »</translation>
+    </message>
+    <message>
+        <source>Compute Matte</source>
+        <translation>Calculer le détourage</translation>
+    </message>
+    <message>
+        <source>Turn the marks into a trimap and refine its unknown band into the matte</source>
+        <translation>Transforme les marques en trimap et affine sa bande inconnue en détourage</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Rétablir</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>Afficher :</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
+        <translation>Peignez avec le bouton droit une bande inconnue le long du bord, avec le gauche l&apos;objet à l&apos;intérieur et avec Maj + gauche l&apos;arrière-plan à l&apos;extérieur, puis « Remplir » et « Calculer le détourage ».</translation>
     </message>
 </context>
 <context>

@@ -278,7 +278,7 @@
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation>左: オブジェクト、右: 未確定、中: 消去</translation>
+        <translation type="vanished">左: オブジェクト、右: 未確定、中: 消去</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
@@ -302,7 +302,7 @@
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation>ストロークの幅の半分。「切り抜き」のスムージング回数も兼ねます</translation>
+        <translation type="vanished">ストロークの幅の半分。「切り抜き」のスムージング回数も兼ねます</translation>
     </message>
     <message>
         <source>Auto Flood</source>
@@ -346,7 +346,7 @@
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation>境界に沿って未確定の帯を描き、その内側にオブジェクト、外側に背景を描いてから、「塗りつぶし」と「切り抜き」を実行します。</translation>
+        <translation type="vanished">境界に沿って未確定の帯を描き、その内側にオブジェクト、外側に背景を描いてから、「塗りつぶし」と「切り抜き」を実行します。</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
@@ -359,6 +359,38 @@
     <message>
         <source>There is no matte yet.</source>
         <translation>切り抜きはまだありません。</translation>
+    </message>
+    <message>
+        <source>Left object, Shift + left background, right unknown, middle erases</source>
+        <translation>左: オブジェクト、Shift + 左: 背景、右: 未確定、中: 消去</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Compute Matte</source>
+        <translation>ストロークの幅の半分。「切り抜きを計算」のスムージング回数も兼ねます</translation>
+    </message>
+    <message>
+        <source>Compute Matte</source>
+        <translation>切り抜きを計算</translation>
+    </message>
+    <message>
+        <source>Turn the marks into a trimap and refine its unknown band into the matte</source>
+        <translation>マークをトライマップに変換し、未確定の帯を切り抜きに仕上げます</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>元に戻す</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>やり直し</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>表示:</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
+        <translation>右ボタンで輪郭に沿って未確定の帯を、左ボタンでその内側のオブジェクトを、Shift + 左ボタンで外側の背景を塗り、「塗りつぶし」と「切り抜きを計算」を実行します。</translation>
     </message>
 </context>
 <context>

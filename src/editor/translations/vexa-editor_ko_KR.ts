@@ -278,7 +278,7 @@
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation>왼쪽: 개체, 오른쪽: 미확정, 가운데: 지우기</translation>
+        <translation type="vanished">왼쪽: 개체, 오른쪽: 미확정, 가운데: 지우기</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
@@ -302,7 +302,7 @@
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation>획 너비의 절반이며, [매트]의 다듬기 반복 횟수이기도 합니다</translation>
+        <translation type="vanished">획 너비의 절반이며, [매트]의 다듬기 반복 횟수이기도 합니다</translation>
     </message>
     <message>
         <source>Auto Flood</source>
@@ -346,7 +346,7 @@
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation>가장자리를 따라 미확정 띠를 칠하고, 그 안쪽에 개체를, 바깥쪽에 배경을 칠한 다음 [채우기]와 [매트]를 실행하십시오.</translation>
+        <translation type="vanished">가장자리를 따라 미확정 띠를 칠하고, 그 안쪽에 개체를, 바깥쪽에 배경을 칠한 다음 [채우기]와 [매트]를 실행하십시오.</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
@@ -359,6 +359,38 @@
     <message>
         <source>There is no matte yet.</source>
         <translation>아직 매트가 없습니다.</translation>
+    </message>
+    <message>
+        <source>Left object, Shift + left background, right unknown, middle erases</source>
+        <translation>왼쪽: 개체, Shift + 왼쪽: 배경, 오른쪽: 미확정, 가운데: 지우기</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Compute Matte</source>
+        <translation>획 너비의 절반이며, [매트 계산]의 다듬기 반복 횟수이기도 합니다</translation>
+    </message>
+    <message>
+        <source>Compute Matte</source>
+        <translation>매트 계산</translation>
+    </message>
+    <message>
+        <source>Turn the marks into a trimap and refine its unknown band into the matte</source>
+        <translation>표시를 트라이맵으로 바꾸고 미확정 띠를 다듬어 매트를 만듭니다</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>실행 취소</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>다시 실행</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>보기:</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
+        <translation>오른쪽 버튼으로 가장자리를 따라 미확정 띠를, 왼쪽 버튼으로 그 안의 개체를, Shift + 왼쪽 버튼으로 바깥의 배경을 칠한 다음 [채우기]와 [매트 계산]을 누르세요.</translation>
     </message>
 </context>
 <context>

@@ -278,7 +278,7 @@
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation>左键：对象，右键：未知，中键：擦除</translation>
+        <translation type="vanished">左键：对象，右键：未知，中键：擦除</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
@@ -302,7 +302,7 @@
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation>笔画宽度的一半；也是“抠图”的平滑次数</translation>
+        <translation type="vanished">笔画宽度的一半；也是“抠图”的平滑次数</translation>
     </message>
     <message>
         <source>Auto Flood</source>
@@ -346,7 +346,7 @@
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation>沿边缘绘制未知带，在其内侧绘制对象、外侧绘制背景，然后执行“填充”和“抠图”。</translation>
+        <translation type="vanished">沿边缘绘制未知带，在其内侧绘制对象、外侧绘制背景，然后执行“填充”和“抠图”。</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
@@ -359,6 +359,38 @@
     <message>
         <source>There is no matte yet.</source>
         <translation>尚无抠图结果。</translation>
+    </message>
+    <message>
+        <source>Left object, Shift + left background, right unknown, middle erases</source>
+        <translation>左键：对象，Shift + 左键：背景，右键：未知，中键：擦除</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Compute Matte</source>
+        <translation>笔画宽度的一半；也是“计算抠图”的平滑次数</translation>
+    </message>
+    <message>
+        <source>Compute Matte</source>
+        <translation>计算抠图</translation>
+    </message>
+    <message>
+        <source>Turn the marks into a trimap and refine its unknown band into the matte</source>
+        <translation>将标记转换为三分图，并把其中的未知带细化为抠图</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>显示：</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
+        <translation>用右键沿边缘涂一条未知带，用左键涂其内的对象，用 Shift + 左键涂其外的背景，然后点“填充”和“计算抠图”。</translation>
     </message>
 </context>
 <context>

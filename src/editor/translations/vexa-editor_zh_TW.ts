@@ -278,7 +278,7 @@
     </message>
     <message>
         <source>Left object, right unknown, middle erases</source>
-        <translation>左鍵：物件，右鍵：未知，中鍵：擦除</translation>
+        <translation type="vanished">左鍵：物件，右鍵：未知，中鍵：擦除</translation>
     </message>
     <message>
         <source>Left background, right object, middle unknown</source>
@@ -302,7 +302,7 @@
     </message>
     <message>
         <source>Half-width of a stroke; also the number of smoothing passes of Matte</source>
-        <translation>筆畫寬度的一半；也是「去背」的平滑次數</translation>
+        <translation type="vanished">筆畫寬度的一半；也是「去背」的平滑次數</translation>
     </message>
     <message>
         <source>Auto Flood</source>
@@ -346,7 +346,7 @@
     </message>
     <message>
         <source>Paint an unknown band along the edge, object and background inside and outside it, then Flood and Matte.</source>
-        <translation>沿邊緣繪製未知帶，在其內側繪製物件、外側繪製背景，然後執行「填滿」和「去背」。</translation>
+        <translation type="vanished">沿邊緣繪製未知帶，在其內側繪製物件、外側繪製背景，然後執行「填滿」和「去背」。</translation>
     </message>
     <message>
         <source>The document this matte was made for is closed.</source>
@@ -359,6 +359,38 @@
     <message>
         <source>There is no matte yet.</source>
         <translation>尚無去背結果。</translation>
+    </message>
+    <message>
+        <source>Left object, Shift + left background, right unknown, middle erases</source>
+        <translation>左鍵：物件，Shift + 左鍵：背景，右鍵：未知，中鍵：擦除</translation>
+    </message>
+    <message>
+        <source>Half-width of a stroke; also the number of smoothing passes of Compute Matte</source>
+        <translation>筆畫寬度的一半；也是「計算去背」的平滑次數</translation>
+    </message>
+    <message>
+        <source>Compute Matte</source>
+        <translation>計算去背</translation>
+    </message>
+    <message>
+        <source>Turn the marks into a trimap and refine its unknown band into the matte</source>
+        <translation>將標記轉為三分圖，並把其中的未知帶細化為去背結果</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>復原</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Show:</source>
+        <translation>顯示：</translation>
+    </message>
+    <message>
+        <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
+        <translation>用右鍵沿邊緣塗一條未知帶，用左鍵塗其內的物件，用 Shift + 左鍵塗其外的背景，然後按「填滿」與「計算去背」。</translation>
     </message>
 </context>
 <context>
