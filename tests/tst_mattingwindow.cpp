@@ -10,6 +10,8 @@
 #include <QComboBox>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QUndoStack>
 #include <QtTest>
@@ -126,6 +128,20 @@ void TestMattingWindow::marksFloodMatteBecomeSelection()
     QWidget* view = matting.view();
     QCOMPARE(view->size(), working);
     const int w = working.width(), h = working.height();
+    if (!flood) {
+        // Larger than the window: Space + drag moves the photo in it, and paints nothing.
+        auto* scroll = matting.findChild<QScrollArea*>();
+        const QPoint scrolled(scroll->horizontalScrollBar()->value(), scroll->verticalScrollBar()->value());
+        const QImage before = view->grab().toImage();
+        QTest::keyPress(view, Qt::Key_Space);
+        QTest::mousePress(view, Qt::LeftButton, {}, QPoint(400, 300));
+        QTest::mouseMove(view, QPoint(300, 280));
+        QTest::mouseRelease(view, Qt::LeftButton, {}, QPoint(300, 280));
+        QTest::keyRelease(view, Qt::Key_Space);
+        QCOMPARE(QPoint(scroll->horizontalScrollBar()->value(), scroll->verticalScrollBar()->value()), scrolled + QPoint(100, 20));
+        QCOMPARE(view->grab().toImage(), before);
+        QCOMPARE(matting.undoStack()->count(), 0);
+    }
     // An unknown ring along the square's edge, an object seed in it, a background seed in a corner.
     matting.setBrushRadius(flood ? 5 : 3);
     stroke(view, Qt::RightButton, {{w / 3, h / 3}, {2 * w / 3, h / 3}, {2 * w / 3, 2 * h / 3}, {w / 3, 2 * h / 3}, {w / 3, h / 3}});

@@ -9,7 +9,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLibrary>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QMessageBox>
 #include <QScreen>
 #include <QScrollArea>
@@ -112,6 +114,7 @@ VexaMattingWindow::VexaMattingWindow(const QMetaObject* viewClass, VexaContext* 
     m_view->resize(m_working);
     QMetaObject::invokeMethod(m_view, "loadFromImage", Qt::DirectConnection, Q_ARG(QImage, image));
     m_view->installEventFilter(this);
+    m_view->setFocusPolicy(Qt::StrongFocus); // for the Space hand
     m_undo = new QUndoStack(this);
 
     QToolBar* bar = addToolBar(tr("Matting"));
@@ -207,6 +210,8 @@ bool VexaMattingWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != m_view || m_replaying)
         return QMainWindow::eventFilter(watched, event);
+    if (panByHand(event))
+        return true;
     const QEvent::Type type = event->type();
     if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove && type != QEvent::MouseButtonRelease)
         return QMainWindow::eventFilter(watched, event);
@@ -238,6 +243,62 @@ bool VexaMattingWindow::eventFilter(QObject* watched, QEvent* event)
         push(m_stroke);
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+bool VexaMattingWindow::panByHand(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease: {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() != Qt::Key_Space)
+            return false;
+        if (!key->isAutoRepeat() && !m_stroking) {
+            m_spaceHeld = event->type() == QEvent::KeyPress;
+            if (m_spaceHeld)
+                m_view->setCursor(Qt::OpenHandCursor);
+            else if (!m_panning)
+                m_view->unsetCursor();
+        }
+        return true;
+    }
+    case QEvent::FocusOut:
+        m_spaceHeld = false;
+        if (!m_panning)
+            m_view->unsetCursor();
+        return false;
+    case QEvent::MouseButtonPress: {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        if (!m_spaceHeld || m_stroking || mouse->button() != Qt::LeftButton)
+            return m_panning;
+        m_panning = true;
+        m_panStart = mouse->globalPosition().toPoint();
+        m_scrollStart = QPoint(m_scroll->horizontalScrollBar()->value(), m_scroll->verticalScrollBar()->value());
+        m_view->setCursor(Qt::ClosedHandCursor);
+        return true;
+    }
+    case QEvent::MouseMove:
+        if (m_panning) {
+            // Measured in screen pixels: the view moves under the pointer while it pans.
+            const QPoint moved = static_cast<QMouseEvent*>(event)->globalPosition().toPoint() - m_panStart;
+            m_scroll->horizontalScrollBar()->setValue(m_scrollStart.x() - moved.x());
+            m_scroll->verticalScrollBar()->setValue(m_scrollStart.y() - moved.y());
+        }
+        return m_panning;
+    case QEvent::MouseButtonRelease:
+        if (!m_panning)
+            return false;
+        if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+            m_panning = false;
+            if (m_spaceHeld)
+                m_view->setCursor(Qt::OpenHandCursor);
+            else
+                m_view->unsetCursor();
+        }
+        return true;
+    default:
+        return false;
+    }
 }
 
 void VexaMattingWindow::push(const Operation& operation)

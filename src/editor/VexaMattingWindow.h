@@ -83,6 +83,9 @@ private:
     void replay(int count);
     // Where the window opens: fitted to the photo, but whole on the screen.
     void placeOnScreen(const QSize& toolBarSize);
+    // Space + drag moves the photo in the scroll area, as on the editor's canvas; true when
+    // the event was the hand's and must not reach the view.
+    bool panByHand(QEvent* event);
 
     QPointer<VexaContext> m_document;
     QSize m_canvasSize;
@@ -95,6 +98,10 @@ private:
     QUndoStack* m_undo = nullptr;
     bool m_replaying = false;
     bool m_stroking = false;
+    bool m_spaceHeld = false;
+    bool m_panning = false;
+    QPoint m_panStart;
+    QPoint m_scrollStart;
     // A Shift + left stroke in the default mode paints background: the mode it overrode.
     int m_overriddenMode = -1;
     Operation m_stroke;
