@@ -14,6 +14,7 @@
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QUndoStack>
+#include <QWheelEvent>
 #include <QtTest>
 
 namespace {
@@ -126,11 +127,35 @@ void TestMattingWindow::marksFloodMatteBecomeSelection()
     // Whole on the screen, however large the photo.
     QVERIFY(matting.screen()->availableGeometry().contains(matting.frameGeometry()));
     QWidget* view = matting.view();
-    QCOMPARE(view->size(), working);
+    auto* scroll = matting.findChild<QScrollArea*>();
     const int w = working.width(), h = working.height();
     if (!flood) {
-        // Larger than the window: Space + drag moves the photo in it, and paints nothing.
-        auto* scroll = matting.findChild<QScrollArea*>();
+        // Larger than the window: it opens fitted, the whole photo in sight.
+        QVERIFY(matting.zoom() < 1.0);
+        QVERIFY(scroll->viewport()->rect().contains(view->geometry()));
+        QCOMPARE(view->size(), (QSizeF(working) * matting.zoom()).toSize());
+        // The wheel zooms a level per notch about the pointer, over the margin as well.
+        auto wheelAt = [&](QWidget* target, QPoint at) {
+            QWheelEvent e(QPointF(at), target->mapToGlobal(QPointF(at)), QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(target, &e);
+        };
+        // Off the centre, but where the photo can scroll far enough to keep the point in place.
+        const QPoint anchor = scroll->viewport()->rect().center() + QPoint(-100, 30);
+        const double fitted = matting.zoom();
+        const QPointF imageBefore = QPointF(view->mapFrom(scroll->viewport(), anchor)) / fitted;
+        wheelAt(view, view->mapFrom(scroll->viewport(), anchor));
+        QVERIFY(matting.zoom() > fitted);
+        const QPointF imageAfter = QPointF(view->mapFrom(scroll->viewport(), anchor)) / matting.zoom();
+        QVERIFY2((imageAfter - imageBefore).manhattanLength() <= 2.0,
+                 qPrintable(QStringLiteral("%1,%2").arg(imageAfter.x()).arg(imageAfter.y())));
+        matting.fitToWindow();
+        QCOMPARE(matting.zoom(), fitted);
+        wheelAt(scroll->viewport(), QPoint(1, 1));
+        QVERIFY(matting.zoom() > fitted);
+        matting.setZoom(1.0);
+        QCOMPARE(view->size(), working);
+        // At 100 %, Space + drag moves the photo in the window, and paints nothing.
         const QPoint scrolled(scroll->horizontalScrollBar()->value(), scroll->verticalScrollBar()->value());
         const QImage before = view->grab().toImage();
         QTest::keyPress(view, Qt::Key_Space);
@@ -222,6 +247,18 @@ void TestMattingWindow::strokesAndMatteUndo()
     undo();
     QCOMPARE(qGray(matting.matteImage().pixel(5, 5)), 128);
     QCOMPARE(matting.undoStack()->index(), 3);
+    // Zoomed in, a stroke lands on the image pixels under the pointer.
+    matting.setViewMode(0);
+    stroke(view, Qt::LeftButton, {{20, 80}, {60, 80}});
+    const QImage atFull = shot();
+    undo();
+    QVERIFY(shot() != atFull);
+    matting.setZoom(2.0);
+    QCOMPARE(view->size(), QSize(240, 180));
+    QCOMPARE(shot().pixel(230, 170), atFull.pixel(115, 85)); // the image fills the larger view
+    stroke(view, Qt::LeftButton, {{40, 160}, {120, 160}});
+    matting.setZoom(1.0);
+    QCOMPARE(shot(), atFull);
 }
 
 QTEST_MAIN(TestMattingWindow)

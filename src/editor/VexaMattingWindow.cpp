@@ -7,21 +7,23 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLibrary>
-#include <QKeyEvent>
-#include <QMouseEvent>
-#include <QScrollBar>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUndoCommand>
 #include <QUndoStack>
+#include <QWheelEvent>
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace {
@@ -114,6 +116,7 @@ VexaMattingWindow::VexaMattingWindow(const QMetaObject* viewClass, VexaContext* 
     m_view->resize(m_working);
     QMetaObject::invokeMethod(m_view, "loadFromImage", Qt::DirectConnection, Q_ARG(QImage, image));
     m_view->installEventFilter(this);
+    m_scroll->viewport()->installEventFilter(this); // the wheel zooms over the margin too
     m_view->setFocusPolicy(Qt::StrongFocus); // for the Space hand
     m_undo = new QUndoStack(this);
 
@@ -190,7 +193,80 @@ VexaMattingWindow::VexaMattingWindow(const QMetaObject* viewClass, VexaContext* 
 
     statusBar()->showMessage(tr("Paint an unknown band along the edge with the right button, the object inside it with "
                                 "the left and the background outside it with Shift + left, then Flood and Compute Matte."));
+    m_zoomLabel = new QLabel(this);
+    m_zoomLabel->setToolTip(tr("Wheel: zoom about the pointer; Space + drag: move; Ctrl+0: fit; Ctrl+1: 100 %"));
+    statusBar()->addPermanentWidget(m_zoomLabel);
+    QAction* fit = new QAction(tr("Fit to Window"), this);
+    fit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
+    connect(fit, &QAction::triggered, this, &VexaMattingWindow::fitToWindow);
+    addAction(fit);
+    QAction* actual = new QAction(tr("100 %"), this);
+    actual->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_1));
+    connect(actual, &QAction::triggered, this, [this] { setZoom(1.0); });
+    addAction(actual);
+    setZoom(1.0);
     placeOnScreen(bar->sizeHint());
+}
+
+void VexaMattingWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // The first time the window shows, its scroll area has its size: the photo fits in it.
+    if (!m_fitted && m_view) {
+        m_fitted = true;
+        fitToWindow();
+    }
+}
+
+void VexaMattingWindow::fitToWindow()
+{
+    if (!m_view || m_working.isEmpty())
+        return;
+    const QSize room = m_scroll->viewport()->size() - QSize(4, 4);
+    const double fit = std::min(double(room.width()) / m_working.width(), double(room.height()) / m_working.height());
+    setZoom(std::clamp(fit, 1.0 / 16.0, 1.0));
+}
+
+void VexaMattingWindow::setZoom(double zoom, QPoint anchor)
+{
+    if (!m_view || !(zoom > 0.0))
+        return;
+    QWidget* viewport = m_scroll->viewport();
+    if (anchor.x() < 0)
+        anchor = QPoint(viewport->width() / 2, viewport->height() / 2);
+    const QPointF image = QPointF(m_view->mapFrom(viewport, anchor)) / m_zoom;
+    m_zoom = zoom;
+    m_view->setProperty("zoom", zoom);
+    m_view->resize(std::max(1, int(std::lround(m_working.width() * zoom))), std::max(1, int(std::lround(m_working.height() * zoom))));
+    // The scroll area follows the view's new size at once; bars it no longer needs ignore this.
+    m_scroll->horizontalScrollBar()->setValue(int(std::lround(image.x() * zoom - anchor.x())));
+    m_scroll->verticalScrollBar()->setValue(int(std::lround(image.y() * zoom - anchor.y())));
+    m_view->update();
+    if (m_zoomLabel)
+        m_zoomLabel->setText(tr("%1 %").arg(zoom * 100.0, 0, 'f', 0));
+}
+
+namespace {
+// The zoom levels the wheel steps through, as on the editor's canvas.
+constexpr double zoomLevels[] = {1.0 / 16, 1.0 / 8, 1.0 / 4, 1.0 / 3, 1.0 / 2, 2.0 / 3, 1, 1.5, 2, 3, 4, 6, 8};
+} // namespace
+
+void VexaMattingWindow::stepZoom(QPoint anchor, int direction)
+{
+    double target = m_zoom;
+    if (direction > 0) {
+        for (double level : zoomLevels)
+            if (level > m_zoom * 1.001) {
+                target = level;
+                break;
+            }
+    } else {
+        for (double level : zoomLevels)
+            if (level < m_zoom / 1.001)
+                target = level;
+    }
+    if (target != m_zoom)
+        setZoom(target, anchor);
 }
 
 void VexaMattingWindow::placeOnScreen(const QSize& toolBarSize)
@@ -208,14 +284,39 @@ void VexaMattingWindow::placeOnScreen(const QSize& toolBarSize)
 
 bool VexaMattingWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::Wheel && m_view && (watched == m_view || watched == m_scroll->viewport())) {
+        // A notch's worth of turning per level, in even steps, over the photo and its margin.
+        const auto* wheel = static_cast<QWheelEvent*>(event);
+        const int delta = wheel->angleDelta().y();
+        if ((delta > 0) != (m_wheelRest > 0))
+            m_wheelRest = 0;
+        m_wheelRest += delta;
+        const QPoint anchor = static_cast<QWidget*>(watched)->mapTo(m_scroll->viewport(), wheel->position().toPoint());
+        while (std::abs(m_wheelRest) >= 120) {
+            const int direction = m_wheelRest > 0 ? 1 : -1;
+            m_wheelRest -= direction * 120;
+            stepZoom(anchor, direction);
+        }
+        return true;
+    }
     if (watched != m_view || m_replaying)
         return QMainWindow::eventFilter(watched, event);
-    if (panByHand(event))
+    if (!m_forwarding && panByHand(event))
         return true;
     const QEvent::Type type = event->type();
     if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove && type != QEvent::MouseButtonRelease)
         return QMainWindow::eventFilter(watched, event);
     const auto* mouse = static_cast<QMouseEvent*>(event);
+    if (!m_forwarding && m_zoom != 1.0) {
+        // The view draws in image pixels: it gets the pointer there (and this filter sees the
+        // copy on its way, to record it).
+        const QPointF at = mouse->position() / m_zoom;
+        QMouseEvent inImage(type, at, mouse->globalPosition(), mouse->button(), mouse->buttons(), mouse->modifiers());
+        m_forwarding = true;
+        QCoreApplication::sendEvent(m_view, &inImage);
+        m_forwarding = false;
+        return true;
+    }
     if (type == QEvent::MouseButtonPress && !m_stroking) {
         m_stroking = true;
         // The default mode has no background brush of its own: Shift turns the left button

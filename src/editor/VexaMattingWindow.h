@@ -8,6 +8,7 @@
 
 class QActionGroup;
 class QComboBox;
+class QLabel;
 class QScrollArea;
 class QSpinBox;
 class QUndoStack;
@@ -72,9 +73,17 @@ public:
     // when the document is gone or has another size than when the window opened.
     bool useAsSelection(QString* error = nullptr);
     QUndoStack* undoStack() const { return m_undo; }
+    // Widget pixels per image pixel of the view.
+    double zoom() const { return m_zoom; }
+    // Shows the image at `zoom`, keeping the image point under `anchor` (a position in the
+    // scroll area's viewport; its centre without one) in place.
+    void setZoom(double zoom, QPoint anchor = QPoint(-1, -1));
+    // The largest zoom, at most 100 %, that shows the whole image.
+    void fitToWindow();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void push(const Operation& operation);
@@ -86,6 +95,7 @@ private:
     // Space + drag moves the photo in the scroll area, as on the editor's canvas; true when
     // the event was the hand's and must not reach the view.
     bool panByHand(QEvent* event);
+    void stepZoom(QPoint anchor, int direction);
 
     QPointer<VexaContext> m_document;
     QSize m_canvasSize;
@@ -98,6 +108,12 @@ private:
     QUndoStack* m_undo = nullptr;
     bool m_replaying = false;
     bool m_stroking = false;
+    // A pointer event in image pixels on its way to the view.
+    bool m_forwarding = false;
+    bool m_fitted = false;
+    double m_zoom = 1.0;
+    int m_wheelRest = 0;
+    QLabel* m_zoomLabel = nullptr;
     bool m_spaceHeld = false;
     bool m_panning = false;
     QPoint m_panStart;

@@ -610,6 +610,7 @@ void QuickSelectGLWidget::paintGL()
     glColor4f(1, 1, 1, 1);
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
+    glScaled(zoom, zoom, 1.0);
     switch (viewMode) {
     case 0:
         drawTexture(colorTexture);

@@ -31,6 +31,9 @@ class QOpenGLShaderProgram;
 class Q_DECL_EXPORT QuickSelectGLWidget : public QOpenGLWidget
 {
     Q_OBJECT
+    // Widget pixels per image pixel when shown; the owner sizes the view to match and hands
+    // the view pointer positions in image pixels.
+    Q_PROPERTY(double zoom MEMBER zoom)
     Q_PROPERTY(bool showMarks MEMBER showMarks)
     Q_PROPERTY(bool autoFill MEMBER autoFill)
     Q_PROPERTY(int brushRadius MEMBER brushRadius)
@@ -83,6 +86,7 @@ public:
     int brushRadius = 4;
     int markMode = 0;
     int viewMode = 0;
+    double zoom = 1.0;
     GLuint colorTexture = 0;
     GLuint alphaTexture = 0;
     GLuint marksTexture = 0;

@@ -392,6 +392,22 @@
         <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
         <translation>Malen Sie mit der rechten Taste einen unbekannten Streifen entlang der Kante, mit der linken das Objekt darin und mit Umschalt + links den Hintergrund außerhalb, dann „Füllen“ und „Freistellung berechnen“.</translation>
     </message>
+    <message>
+        <source>Wheel: zoom about the pointer; Space + drag: move; Ctrl+0: fit; Ctrl+1: 100 %</source>
+        <translation>Mausrad: um den Zeiger zoomen; Leertaste + Ziehen: verschieben; Strg+0: einpassen; Strg+1: 100 %</translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation>An Fenster anpassen</translation>
+    </message>
+    <message>
+        <source>100 %</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>

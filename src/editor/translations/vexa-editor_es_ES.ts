@@ -392,6 +392,22 @@
         <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
         <translation>Pinte con el botón derecho una banda desconocida a lo largo del borde, con el izquierdo el objeto dentro de ella y con Mayús + izquierdo el fondo fuera; luego «Rellenar» y «Calcular recorte».</translation>
     </message>
+    <message>
+        <source>Wheel: zoom about the pointer; Space + drag: move; Ctrl+0: fit; Ctrl+1: 100 %</source>
+        <translation>Rueda: zoom en torno al puntero; Espacio + arrastrar: mover; Ctrl+0: ajustar; Ctrl+1: 100 %</translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation>Ajustar a la ventana</translation>
+    </message>
+    <message>
+        <source>100 %</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>

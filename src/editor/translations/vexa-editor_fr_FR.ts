@@ -392,6 +392,22 @@
         <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
         <translation>Peignez avec le bouton droit une bande inconnue le long du bord, avec le gauche l&apos;objet à l&apos;intérieur et avec Maj + gauche l&apos;arrière-plan à l&apos;extérieur, puis « Remplir » et « Calculer le détourage ».</translation>
     </message>
+    <message>
+        <source>Wheel: zoom about the pointer; Space + drag: move; Ctrl+0: fit; Ctrl+1: 100 %</source>
+        <translation>Molette : zoom autour du pointeur ; Espace + glisser : déplacer ; Ctrl+0 : ajuster ; Ctrl+1 : 100 %</translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation>Ajuster à la fenêtre</translation>
+    </message>
+    <message>
+        <source>100 %</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>

@@ -392,6 +392,22 @@
         <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
         <translation>右ボタンで輪郭に沿って未確定の帯を、左ボタンでその内側のオブジェクトを、Shift + 左ボタンで外側の背景を塗り、「塗りつぶし」と「切り抜きを計算」を実行します。</translation>
     </message>
+    <message>
+        <source>Wheel: zoom about the pointer; Space + drag: move; Ctrl+0: fit; Ctrl+1: 100 %</source>
+        <translation>ホイール: ポインター位置でズーム / Space + ドラッグ: 移動 / Ctrl+0: 全体表示 / Ctrl+1: 100 %</translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation>ウィンドウに合わせる</translation>
+    </message>
+    <message>
+        <source>100 %</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>

@@ -392,6 +392,22 @@
         <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
         <translation>오른쪽 버튼으로 가장자리를 따라 미확정 띠를, 왼쪽 버튼으로 그 안의 개체를, Shift + 왼쪽 버튼으로 바깥의 배경을 칠한 다음 [채우기]와 [매트 계산]을 누르세요.</translation>
     </message>
+    <message>
+        <source>Wheel: zoom about the pointer; Space + drag: move; Ctrl+0: fit; Ctrl+1: 100 %</source>
+        <translation>휠: 포인터 위치를 기준으로 확대/축소, Space + 드래그: 이동, Ctrl+0: 창에 맞춤, Ctrl+1: 100 %</translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation>창에 맞춤</translation>
+    </message>
+    <message>
+        <source>100 %</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>

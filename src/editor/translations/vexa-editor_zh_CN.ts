@@ -392,6 +392,22 @@
         <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
         <translation>用右键沿边缘涂一条未知带，用左键涂其内的对象，用 Shift + 左键涂其外的背景，然后点“填充”和“计算抠图”。</translation>
     </message>
+    <message>
+        <source>Wheel: zoom about the pointer; Space + drag: move; Ctrl+0: fit; Ctrl+1: 100 %</source>
+        <translation>滚轮：以指针为中心缩放；空格 + 拖动：移动；Ctrl+0：适合窗口；Ctrl+1：100 %</translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation>适合窗口</translation>
+    </message>
+    <message>
+        <source>100 %</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>

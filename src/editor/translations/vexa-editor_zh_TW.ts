@@ -392,6 +392,22 @@
         <source>Paint an unknown band along the edge with the right button, the object inside it with the left and the background outside it with Shift + left, then Flood and Compute Matte.</source>
         <translation>用右鍵沿邊緣塗一條未知帶，用左鍵塗其內的物件，用 Shift + 左鍵塗其外的背景，然後按「填滿」與「計算去背」。</translation>
     </message>
+    <message>
+        <source>Wheel: zoom about the pointer; Space + drag: move; Ctrl+0: fit; Ctrl+1: 100 %</source>
+        <translation>滾輪：以指標為中心縮放；空白鍵 + 拖曳：移動；Ctrl+0：符合視窗；Ctrl+1：100 %</translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation>符合視窗</translation>
+    </message>
+    <message>
+        <source>100 %</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>VexaPluginLoader</name>
