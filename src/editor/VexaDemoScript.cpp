@@ -228,6 +228,7 @@ bool VexaDemoScript::glMatting()
     };
     // An unknown band around the cup and saucer (right button in the first mark mode), an
     // object seed inside it, a background seed outside; flood, then matte.
+    matting->setZoom(1.0); // the strokes below are in image pixels
     matting->setMarkMode(0);
     matting->setBrushRadius(std::max(4, size.width() / 75));
     stroke(Qt::RightButton, {{0.29, 0.11}, {0.38, 0.05}, {0.48, 0.04}, {0.58, 0.05}, {0.67, 0.10}, {0.70, 0.15},
