@@ -234,10 +234,17 @@ void TestCanvas::mouseSignalsCarryWidgetPixels()
     QCOMPARE(press.at(0).at(0).toInt(), 30);
     QCOMPARE(press.at(0).at(1).toInt(), 40);
     QCOMPARE(release.at(0).at(0).toInt(), 31);
+    // A press whose release never came does not lock the tool out of the next one.
+    QTest::mousePress(&canvas, Qt::LeftButton, {}, QPoint(30, 40));
+    QMouseEvent again(QEvent::MouseButtonPress, QPointF(32, 42), canvas.mapToGlobal(QPointF(32, 42)), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&canvas, &again);
+    QCOMPARE(press.count(), 3);
+    QTest::mouseRelease(&canvas, Qt::LeftButton, {}, QPoint(32, 42));
     // The middle button pans instead of reaching tools.
     QTest::mousePress(&canvas, Qt::MiddleButton, {}, QPoint(50, 50));
     QTest::mouseRelease(&canvas, Qt::MiddleButton, {}, QPoint(50, 50));
-    QCOMPARE(press.count(), 1);
+    QCOMPARE(press.count(), 3);
     QTest::mouseDClick(&canvas, Qt::LeftButton, {}, QPoint(5, 6));
     QCOMPARE(dbl.count(), 1);
 }

@@ -567,6 +567,13 @@ void VexaCanvas::pickAt(const QPointF& widgetPos)
 void VexaCanvas::mousePressEvent(QMouseEvent* event)
 {
     setFocus(Qt::MouseFocusReason);
+    // A gesture whose button is pressed anew, or no longer held, lost its release (to a grab
+    // elsewhere, say): it is over, or the canvas would refuse every press from now on.
+    const auto lost = [event](Qt::MouseButton held) { return event->button() == held || !(event->buttons() & held); };
+    if (m_toolButton != Qt::NoButton && lost(m_toolButton))
+        m_toolButton = Qt::NoButton;
+    if (m_panning && lost(m_panButton))
+        endPan();
     // One gesture at a time: a second button pressed during a drag or a pan changes nothing.
     if (m_panning || m_picking || m_toolButton != Qt::NoButton)
         return;
