@@ -67,17 +67,18 @@ QCursor VexaToolSelectionBase::modeCursor() const
     p.setRenderHint(QPainter::Antialiasing);
     QPoint hot = cursor.hotSpot();
     if (picture.isNull()) {
-        // A plain cross hair, white under black so it shows on any photo.
-        hot = QPoint(side / 2, side / 2);
+        // A plain cross hair in the upper left, white under black so it shows on any photo;
+        // the badge takes the lower right.
+        hot = QPoint(11, 11);
         for (int pass = 0; pass < 2; ++pass) {
             p.setPen(QPen(pass ? Qt::black : Qt::white, pass ? 1.0 : 3.0));
-            p.drawLine(QPointF(hot.x() + 0.5, 2), QPointF(hot.x() + 0.5, side - 12));
-            p.drawLine(QPointF(2, hot.y() + 0.5), QPointF(side - 12, hot.y() + 0.5));
+            p.drawLine(QPointF(hot.x() + 0.5, 2), QPointF(hot.x() + 0.5, 21));
+            p.drawLine(QPointF(2, hot.y() + 0.5), QPointF(21, hot.y() + 0.5));
         }
     } else {
         p.drawPixmap(0, 0, picture);
     }
-    const QRectF badge(side - 12.5, side - 12.5, 11, 11);
+    const QRectF badge(side - 11.5, side - 11.5, 11, 11);
     p.setPen(QPen(Qt::black, 1.0));
     p.setBrush(Qt::white);
     p.drawEllipse(badge);
