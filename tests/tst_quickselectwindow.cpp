@@ -72,6 +72,7 @@ private slots:
     void pressWhileNotPainting();
     void bothButtonsPaintTwice();
     void zoomByWheelAndKeys();
+    void opensFittedWithMarksOnEveryView();
 
     void loadScalesToWorkingSize_data();
     void loadScalesToWorkingSize();
@@ -128,8 +129,12 @@ void TestQuickSelectWindow::wheelZoom_data()
     QTest::addColumn<int>("delta");
     QTest::addColumn<int>("to");
     QTest::addColumn<QSize>("size"); // of the view, for a 100 x 80 buffer
-    QTest::newRow("magnify") << 20 << 120 << 19 << QSize(105, 84);
-    QTest::newRow("reduce") << 20 << -120 << 21 << QSize(83, 66);
+    // A notch goes to the next factor at least about 1.2 times away: the list's neighbours near
+    // 1 are only 5 % apart.
+    QTest::newRow("magnify: 1.25") << 20 << 120 << 16 << QSize(125, 100);
+    QTest::newRow("magnify again: 1.5") << 16 << 120 << 14 << QSize(150, 120);
+    QTest::newRow("reduce: 0.833") << 20 << -120 << 21 << QSize(83, 66);
+    QTest::newRow("reduce again: 0.667") << 21 << -120 << 22 << QSize(66, 53);
     QTest::newRow("largest stays") << 0 << 120 << 0 << QSize(1600, 1280);
     QTest::newRow("smallest stays") << 34 << -120 << 34 << QSize(3, 2);
 }
@@ -303,6 +308,12 @@ void TestQuickSelectWindow::zoomByWheelAndKeys()
                                 .arg(under.x()).arg(under.y()).arg(now.x()).arg(now.y()).arg(box->getScaleIndex())));
     }
     QCOMPARE(box->getScaleIndex(), 11);
+    // The wheel over the grey margin zooms as over the image.
+    box->zoomStep(34 - 11);
+    box->onBusyTimeout();
+    wheel(viewport, 120);
+    QCOMPARE(box->getScaleIndex(), 33);
+    box->zoomStep(11 - 33);
 
     box->zoomStep(20 - 11);
     QTest::keyClick(&window, Qt::Key_Plus);
@@ -317,6 +328,40 @@ void TestQuickSelectWindow::zoomByWheelAndKeys()
     QVERIFY(box->width() <= room.width() && box->height() <= room.height());
     box->zoomStep(-1);
     QVERIFY(box->width() > room.width() || box->height() > room.height());
+    // One key per pen, named in its tool tip.
+    QTest::keyClick(&window, Qt::Key_B);
+    QVERIFY(child<QPushButton>(&window, "MarkBkg")->isChecked());
+    QVERIFY(child<QPushButton>(&window, "MarkBkg")->toolTip().endsWith(QLatin1String("(B)")));
+    QTest::keyClick(&window, Qt::Key_F);
+    QVERIFY(child<QPushButton>(&window, "markObjButton")->isChecked());
+}
+
+void TestQuickSelectWindow::opensFittedWithMarksOnEveryView()
+{
+    QuickSelectDocument doc(discPicture(3000, 2000));
+    VexaToolQuickSelectWidget window;
+    window.load(doc.doc.get()); // as the tool does: loaded, then shown
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(waitForStep(&window));
+    auto* box = window.getImageBox();
+    const QSize room = window.findChild<QScrollArea*>()->maximumViewportSize();
+    QVERIFY(box->getScaleIndex() > 20);
+    QVERIFY(box->width() <= room.width() && box->height() <= room.height());
+    // "Show User Marks" shows the marks over the matte and the alpha too.
+    stroke(box, {QPoint(700, 500), QPoint(760, 500)});
+    const VexaSegmentation& seg = window.segmentation();
+    const struct {
+        const char* button;
+        const QImage& shown;
+    } views[] = {{"viewMatteButton", seg.resultImage}, {"viewAlphaButton", seg.alphaImage}};
+    for (const auto& view : views) {
+        child<QRadioButton>(&window, view.button)->click();
+        QVERIFY2(box->getImageToDraw()->pixel(730, 500) != view.shown.pixel(730, 500), view.button);
+        child<QCheckBox>(&window, "showMarkBox")->click();
+        QCOMPARE(box->getImageToDraw()->pixel(730, 500), view.shown.pixel(730, 500));
+        child<QCheckBox>(&window, "showMarkBox")->click();
+    }
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -483,7 +528,8 @@ void TestQuickSelectWindow::stepDisablesControls()
         QVERIFY2(r[0].toString().startsWith(QLatin1String("Initializ")), qPrintable(r[0].toString()));
     QCOMPARE(window.segmentation().alphaImage.pixel(0, 0), 0xFFFFFFFFu);
     QCOMPARE(child<QLabel>(&window, "progressLabel")->text(), QStringLiteral("Initialize done."));
-    QCOMPARE(child<QProgressBar>(&window, "progressBar")->value(), 0);
+    // ... and the window fills it at the step's end, so that the step is seen to have run.
+    QCOMPARE(child<QProgressBar>(&window, "progressBar")->value(), 100);
     QVERIFY(window.getImageBox()->isPainting());
 }
 
@@ -517,6 +563,7 @@ void TestQuickSelectWindow::hints()
     QCOMPARE(window.segmentation().alphaImage, alphaBefore);
     QCOMPARE(window.segmentation().terminalWeights, weightsBefore);
     QCOMPARE(child<QLabel>(&window, "progressLabel")->text(), QStringLiteral("Mark done"));
+    QCOMPARE(child<QProgressBar>(&window, "progressBar")->value(), 0); // refused: no progress shown
     QVERIFY(window.getImageBox()->isPainting());
 }
 
@@ -537,6 +584,7 @@ void TestQuickSelectWindow::viewSwitchDuringStepShowsItsEnd()
     child<QRadioButton>(&window, "viewAlphaButton")->click();
     child<QRadioButton>(&window, "viewImageButton")->click();
     stroke(box, {QPoint(100, 100), QPoint(120, 100)});
+    child<QCheckBox>(&window, "showMarkBox")->setChecked(false); // the alpha alone
     child<QRadioButton>(&window, "viewAlphaButton")->click();
     // A host reading the marks now gets those the step leaves, its band included: never the
     // pixels it is writing.

@@ -108,6 +108,15 @@ void VexaToolQuickSelectImageBox::zoomAbout(int step, const QPointF& anchor)
     update();
 }
 
+int VexaToolQuickSelectImageBox::evenStep(int direction) const
+{
+    const double now = scaleList[scaleIndex];
+    int index = scaleIndex + direction;
+    while (index > 0 && index < maxScaleIndex && std::abs(std::log(scaleList[index] / now)) < std::log(1.19))
+        index += direction;
+    return std::clamp(index, 0, maxScaleIndex) - scaleIndex;
+}
+
 void VexaToolQuickSelectImageBox::zoomToFit(const QSize& available)
 {
     if (!imageToDraw)
@@ -208,7 +217,7 @@ void VexaToolQuickSelectImageBox::wheelEvent(QWheelEvent* event)
     busy = true;
     if (pendingStep != 0 && imageToDraw) {
         // About the pointer, as in any editor: the point under it stays under it.
-        zoomAbout(pendingStep, event->position());
+        zoomAbout(evenStep(pendingStep), event->position());
         pendingStep = 0;
     }
     busyTimer.start(5);

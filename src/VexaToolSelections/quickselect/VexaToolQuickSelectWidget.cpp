@@ -24,6 +24,7 @@
 #include <QSlider>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -76,6 +77,8 @@ VexaToolQuickSelectWidget::VexaToolQuickSelectWidget(QMainWindow* parent)
     imageBox->setObjectName(QStringLiteral("imageBox"));
     imageBox->resize(0, 0);
     scrollArea->setWidget(imageBox);
+    // The wheel zooms over the grey margin around the image as over the image.
+    scrollArea->viewport()->installEventFilter(this);
     columns->addWidget(scrollArea, 1);
     auto* right = new QVBoxLayout;
     columns->addLayout(right);
@@ -226,6 +229,26 @@ VexaToolQuickSelectWidget::VexaToolQuickSelectWidget(QMainWindow* parent)
     seg.maxWidth = 1536;
     seg.maxHeight = 1536;
 
+    // One key per pen and per step, shown in the tool tips: a user painting with one hand
+    // switches with the other.
+    const struct {
+        QPushButton* button;
+        Qt::Key key;
+        QString tip;
+    } keys[] = {
+        {markObjButton, Qt::Key_F, tr("Paint foreground marks (F)")},
+        {markBkgButton, Qt::Key_B, tr("Paint background marks (B)")},
+        {markBndButton, Qt::Key_M, tr("Paint the boundary band by hand (M)")},
+        {markClrButton, Qt::Key_E, tr("Erase the marks you paint over (E)")},
+        {previewButton, Qt::Key_P, tr("Cut the object out along the marks (P)")},
+        {matteButton, Qt::Key_A, tr("Turn the boundary band into soft edges (A)")},
+    };
+    for (const auto& k : keys) {
+        k.button->setToolTip(k.tip);
+        QPushButton* button = k.button;
+        new QShortcut(QKeySequence(k.key), this, [button] { button->click(); });
+    }
+
     // Zoom from the keyboard as in any editor: "+" (or "=", the same key unshifted) and "-"
     // step about the middle of the view, Ctrl+0 fits the whole image.
     for (int key : {int(Qt::Key_Plus), int(Qt::Key_Equal)})
@@ -256,8 +279,36 @@ void VexaToolQuickSelectWidget::startStep(int code)
     thread->clearCancel();
     thread->setSerial(++stepSerial);
     stepRunning = true;
+    stepPeak = 0;
+    stepRefused = false;
     setStepControlsEnabled(false);
     thread->startProcess(QThread::InheritPriority);
+}
+
+bool VexaToolQuickSelectWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == scrollArea->viewport() && event->type() == QEvent::Wheel) {
+        const auto* wheel = static_cast<QWheelEvent*>(event);
+        const QPointF at = imageBox->mapFrom(scrollArea->viewport(), wheel->position());
+        QWheelEvent onView(at, wheel->globalPosition(), wheel->pixelDelta(), wheel->angleDelta(), wheel->buttons(),
+                           wheel->modifiers(), wheel->phase(), wheel->inverted());
+        QCoreApplication::sendEvent(imageBox, &onView);
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void VexaToolQuickSelectWidget::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // A photo larger than the window opens fitted to it the first time; from then on the zoom
+    // the user chose stays, as it does between segmentations.
+    if (!fittedOnce && imageBox->getImageToDraw()) {
+        fittedOnce = true;
+        const QSize room = scrollArea->maximumViewportSize();
+        if (imageBox->width() > room.width() || imageBox->height() > room.height())
+            imageBox->zoomToFit(room);
+    }
 }
 
 void VexaToolQuickSelectWidget::stepEnded(int serial)
@@ -268,6 +319,11 @@ void VexaToolQuickSelectWidget::stepEnded(int serial)
     thread->acquire();
     stepRunning = false;
     setStepControlsEnabled(true);
+    // The step's own last report empties the bar; a step that did its work leaves it full, so
+    // that its end can be seen at all (a quick step's reports arrive together). A step that
+    // refused with a hint leaves it empty.
+    if (stepPeak > 0 && !stepRefused)
+        progressBar->setValue(100);
     if (refreshAfterStep) {
         refreshAfterStep = false;
         refreshView();
@@ -333,6 +389,7 @@ void VexaToolQuickSelectWidget::setPainting(bool enabled) { imageBox->setPaintin
 
 void VexaToolQuickSelectWidget::setMessage(QString text)
 {
+    stepRefused = stepRefused || stepRunning;
     // A hint of a step cancelled by closing the window has nobody left to read it.
     if (!isVisible())
         return;
@@ -342,6 +399,8 @@ void VexaToolQuickSelectWidget::setMessage(QString text)
 
 void VexaToolQuickSelectWidget::on_progress(QString text, int percent)
 {
+    if (stepRunning)
+        stepPeak = std::max(stepPeak, percent);
     progressLabel->setText(text);
     progressBar->setValue(percent);
     // Queued reports may arrive in a burst: show each one, not only the last.
@@ -504,6 +563,12 @@ void VexaToolQuickSelectWidget::compose(const QRect& rect)
         painter.drawImage(rect.topLeft(), seg.resultImage, rect);
     } else if (viewAlphaButton->isChecked()) {
         painter.drawImage(rect.topLeft(), seg.alphaImage, rect);
+    }
+    // "Show User Marks" ticked means marks on every view: a user checking a matte against the
+    // strokes that made it needs both at once.
+    if (showMarkBox->isChecked() && (viewMatteButton->isChecked() || viewAlphaButton->isChecked())) {
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.drawImage(rect.topLeft(), seg.markImage, rect);
     }
     painter.end();
     // The changed image rectangle, in widget pixels at the current zoom.

@@ -83,6 +83,10 @@ protected slots:
     void on_markBndButton_clicked();
     void on_progress(QString text, int percent);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
 private:
     friend class Thread;
     friend class ThreadReporter;
@@ -143,5 +147,10 @@ private:
     int stepSerial = 0;
     // A view change asked for while a step ran; done when it ends.
     bool refreshAfterStep = false;
+    bool fittedOnce = false;
+    // The highest progress the running step reported.
+    int stepPeak = 0;
+    // The running step sent a hint instead of a result.
+    bool stepRefused = false;
     QPushButton* focusBeforeStep = nullptr;
 };

@@ -293,6 +293,30 @@
         <source>Refine Edges</source>
         <translation>Kanten verfeinern</translation>
     </message>
+    <message>
+        <source>Paint foreground marks (F)</source>
+        <translation>Vordergrund markieren (F)</translation>
+    </message>
+    <message>
+        <source>Paint background marks (B)</source>
+        <translation>Hintergrund markieren (B)</translation>
+    </message>
+    <message>
+        <source>Paint the boundary band by hand (M)</source>
+        <translation>Randstreifen von Hand malen (M)</translation>
+    </message>
+    <message>
+        <source>Erase the marks you paint over (E)</source>
+        <translation>Übermalte Markierungen löschen (E)</translation>
+    </message>
+    <message>
+        <source>Cut the object out along the marks (P)</source>
+        <translation>Objekt entlang der Markierungen ausschneiden (P)</translation>
+    </message>
+    <message>
+        <source>Turn the boundary band into soft edges (A)</source>
+        <translation>Randstreifen in weiche Kanten umwandeln (A)</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

@@ -293,6 +293,30 @@
         <source>Refine Edges</source>
         <translation>Refinar bordes</translation>
     </message>
+    <message>
+        <source>Paint foreground marks (F)</source>
+        <translation>Pintar marcas de primer plano (F)</translation>
+    </message>
+    <message>
+        <source>Paint background marks (B)</source>
+        <translation>Pintar marcas de fondo (B)</translation>
+    </message>
+    <message>
+        <source>Paint the boundary band by hand (M)</source>
+        <translation>Pintar a mano la banda del borde (M)</translation>
+    </message>
+    <message>
+        <source>Erase the marks you paint over (E)</source>
+        <translation>Borrar las marcas sobre las que pinta (E)</translation>
+    </message>
+    <message>
+        <source>Cut the object out along the marks (P)</source>
+        <translation>Recortar el objeto según las marcas (P)</translation>
+    </message>
+    <message>
+        <source>Turn the boundary band into soft edges (A)</source>
+        <translation>Convertir la banda del borde en bordes suaves (A)</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

@@ -293,6 +293,30 @@
         <source>Refine Edges</source>
         <translation>Affiner les contours</translation>
     </message>
+    <message>
+        <source>Paint foreground marks (F)</source>
+        <translation>Peindre des marques de premier plan (F)</translation>
+    </message>
+    <message>
+        <source>Paint background marks (B)</source>
+        <translation>Peindre des marques d&apos;arrière-plan (B)</translation>
+    </message>
+    <message>
+        <source>Paint the boundary band by hand (M)</source>
+        <translation>Peindre à la main la bande de bord (M)</translation>
+    </message>
+    <message>
+        <source>Erase the marks you paint over (E)</source>
+        <translation>Effacer les marques sur lesquelles vous peignez (E)</translation>
+    </message>
+    <message>
+        <source>Cut the object out along the marks (P)</source>
+        <translation>Découper l&apos;objet selon les marques (P)</translation>
+    </message>
+    <message>
+        <source>Turn the boundary band into soft edges (A)</source>
+        <translation>Transformer la bande de bord en contours doux (A)</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

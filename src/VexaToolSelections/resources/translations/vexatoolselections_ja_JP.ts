@@ -293,6 +293,30 @@
         <source>Refine Edges</source>
         <translation>エッジを調整</translation>
     </message>
+    <message>
+        <source>Paint foreground marks (F)</source>
+        <translation>前景をマーク (F)</translation>
+    </message>
+    <message>
+        <source>Paint background marks (B)</source>
+        <translation>背景をマーク (B)</translation>
+    </message>
+    <message>
+        <source>Paint the boundary band by hand (M)</source>
+        <translation>境界の帯を手で塗る (M)</translation>
+    </message>
+    <message>
+        <source>Erase the marks you paint over (E)</source>
+        <translation>なぞったマークを消す (E)</translation>
+    </message>
+    <message>
+        <source>Cut the object out along the marks (P)</source>
+        <translation>マークに沿ってオブジェクトを切り抜く (P)</translation>
+    </message>
+    <message>
+        <source>Turn the boundary band into soft edges (A)</source>
+        <translation>境界の帯を柔らかい輪郭にする (A)</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

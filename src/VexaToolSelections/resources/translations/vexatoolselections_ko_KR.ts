@@ -293,6 +293,30 @@
         <source>Refine Edges</source>
         <translation>가장자리 다듬기</translation>
     </message>
+    <message>
+        <source>Paint foreground marks (F)</source>
+        <translation>전경 표시 칠하기 (F)</translation>
+    </message>
+    <message>
+        <source>Paint background marks (B)</source>
+        <translation>배경 표시 칠하기 (B)</translation>
+    </message>
+    <message>
+        <source>Paint the boundary band by hand (M)</source>
+        <translation>경계 띠를 직접 칠하기 (M)</translation>
+    </message>
+    <message>
+        <source>Erase the marks you paint over (E)</source>
+        <translation>칠하는 곳의 표시 지우기 (E)</translation>
+    </message>
+    <message>
+        <source>Cut the object out along the marks (P)</source>
+        <translation>표시에 따라 개체 잘라내기 (P)</translation>
+    </message>
+    <message>
+        <source>Turn the boundary band into soft edges (A)</source>
+        <translation>경계 띠를 부드러운 가장자리로 만들기 (A)</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

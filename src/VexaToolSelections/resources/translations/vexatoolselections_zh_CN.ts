@@ -293,6 +293,30 @@
         <source>Refine Edges</source>
         <translation>调整边缘</translation>
     </message>
+    <message>
+        <source>Paint foreground marks (F)</source>
+        <translation>绘制前景标记 (F)</translation>
+    </message>
+    <message>
+        <source>Paint background marks (B)</source>
+        <translation>绘制背景标记 (B)</translation>
+    </message>
+    <message>
+        <source>Paint the boundary band by hand (M)</source>
+        <translation>手动绘制边界带 (M)</translation>
+    </message>
+    <message>
+        <source>Erase the marks you paint over (E)</source>
+        <translation>擦除涂过的标记 (E)</translation>
+    </message>
+    <message>
+        <source>Cut the object out along the marks (P)</source>
+        <translation>按标记抠出对象 (P)</translation>
+    </message>
+    <message>
+        <source>Turn the boundary band into soft edges (A)</source>
+        <translation>将边界带转为柔和边缘 (A)</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>

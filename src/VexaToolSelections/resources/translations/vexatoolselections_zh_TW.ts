@@ -293,6 +293,30 @@
         <source>Refine Edges</source>
         <translation>調整邊緣</translation>
     </message>
+    <message>
+        <source>Paint foreground marks (F)</source>
+        <translation>繪製前景標記 (F)</translation>
+    </message>
+    <message>
+        <source>Paint background marks (B)</source>
+        <translation>繪製背景標記 (B)</translation>
+    </message>
+    <message>
+        <source>Paint the boundary band by hand (M)</source>
+        <translation>手動繪製邊界帶 (M)</translation>
+    </message>
+    <message>
+        <source>Erase the marks you paint over (E)</source>
+        <translation>擦除塗過的標記 (E)</translation>
+    </message>
+    <message>
+        <source>Cut the object out along the marks (P)</source>
+        <translation>依標記摳出物件 (P)</translation>
+    </message>
+    <message>
+        <source>Turn the boundary band into soft edges (A)</source>
+        <translation>將邊界帶轉為柔和邊緣 (A)</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolRectangularMarqueeWidgetClass</name>
