@@ -144,14 +144,22 @@ void TestEditor::withoutDocumentAndStartupError()
     // A photo that cannot be read is reported over the shown window, which stays empty.
     bool shownAtReport = false;
     QString report;
-    QTimer::singleShot(0, &window, [&] {
+    // Opening runs its own event loop (the file is read on a pool thread), so the report is
+    // looked for until it appears rather than at the first turn of the loop.
+    QTimer poll;
+    poll.setInterval(10);
+    QObject::connect(&poll, &QTimer::timeout, &window, [&] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QVERIFY(box);
+        if (!box)
+            return;
+        poll.stop();
         shownAtReport = window.isVisible();
         report = box->text();
         box->close();
     });
+    poll.start();
     window.showAndOpen(QStringLiteral("/nonexistent/picture.png"));
+    poll.stop();
     QVERIFY(shownAtReport);
     QVERIFY(report.contains(QStringLiteral("picture.png")));
     QVERIFY(!window.document());
