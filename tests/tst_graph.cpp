@@ -222,6 +222,7 @@ private slots:
     void failedPreconditionsAbort();
     void residualsFollowTheOrderOfWork();
     void hardWeightsPileUp();
+    void saturatedEdgesStayInRange();
     void markingRunsOnOneGraph();
     void changedListFlagIsCleared();
     void cancelStopsTheSearch();
@@ -624,6 +625,29 @@ void TestGraph::hardWeightsPileUp()
     h.add_tweights(0, 0, INT_MAX);
     h.add_tweights(0, 0, INT_MAX);
     QCOMPARE(h.get_trcap(0), -INT_MAX);
+}
+
+// An edge given the type's largest capacity both ways (an edge nobody may cut) gets flow back
+// along its sister: the sister stays at the top instead of wrapping to a negative residual.
+template <class G>
+static void pushThroughSaturatedEdge(int top)
+{
+    G g(2, 1);
+    g.add_node(2);
+    g.add_edge(0, 1, top, top);
+    g.add_tweights(0, 5, 0);
+    g.add_tweights(1, 0, 5);
+    QCOMPARE(g.maxflow(), 5);
+    typename G::arc_id a = g.get_first_arc();
+    QCOMPARE(int(g.get_rcap(a)), int(top) - 5);
+    QCOMPARE(int(g.get_rcap(g.get_next_arc(a))), int(top));
+    g.test_consistency();
+}
+
+void TestGraph::saturatedEdgesStayInRange()
+{
+    pushThroughSaturatedEdge<GraphI>(INT_MAX);
+    pushThroughSaturatedEdge<Graph<short, int, int>>(SHRT_MAX);
 }
 
 void TestGraph::markingRunsOnOneGraph()

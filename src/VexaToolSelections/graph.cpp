@@ -371,13 +371,13 @@ void Graph<captype, tcaptype, flowtype>::augment(arc* middle_arc)
         bottleneck = -i->tr_cap;
 
     // Push it; nodes whose link to their tree saturates become orphans.
-    middle_arc->sister->r_cap += bottleneck;
+    middle_arc->sister->r_cap = graph_detail::add_residual(middle_arc->sister->r_cap, bottleneck);
     middle_arc->r_cap -= bottleneck;
     for (i = middle_arc->sister->head;; i = a->head) {
         a = i->parent;
         if (a == terminal())
             break;
-        a->r_cap += bottleneck;
+        a->r_cap = graph_detail::add_residual(a->r_cap, bottleneck);
         a->sister->r_cap -= bottleneck;
         if (!a->sister->r_cap)
             set_orphan_front(i);
@@ -389,7 +389,7 @@ void Graph<captype, tcaptype, flowtype>::augment(arc* middle_arc)
         a = i->parent;
         if (a == terminal())
             break;
-        a->sister->r_cap += bottleneck;
+        a->sister->r_cap = graph_detail::add_residual(a->sister->r_cap, bottleneck);
         a->r_cap -= bottleneck;
         if (!a->r_cap)
             set_orphan_front(i);

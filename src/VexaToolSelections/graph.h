@@ -50,6 +50,22 @@ inline T saturate(wide_t<T> v)
     }
 }
 
+// Adds pushed flow to a residual capacity. A capacity given as the type's largest value (an
+// edge nobody may cut) would pass the range as soon as flow comes back along it; it stays at
+// the largest value instead, which no flow of the type can use up either. Below the top the
+// sum is the exact one, so no cut that fits in the type changes.
+template <class C, class A>
+inline C add_residual(C cap, A amount)
+{
+    if constexpr (std::is_integral_v<C>) {
+        constexpr std::int64_t top = std::numeric_limits<C>::max();
+        const std::int64_t sum = std::int64_t(cap) + std::int64_t(amount);
+        return C(sum > top ? top : sum);
+    } else {
+        return C(cap + amount);
+    }
+}
+
 // Reports a fatal error through `error_function` (when set) and exits with status 1.
 [[noreturn]] void fatal(void (*error_function)(const char*), const char* message);
 } // namespace graph_detail
