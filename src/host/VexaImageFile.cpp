@@ -82,14 +82,34 @@ void raiseReaderLimit(qint64 limit)
     QImageReader::setAllocationLimit(int(std::min<qint64>(limit / (1 << 20) + 64, 1 << 30)));
 }
 
+// Bytes per pixel of the largest image the reading makes: what the decoder produces (16-bit
+// PNGs decode to 8 bytes a pixel), and never less than the 4 of a document's own copy.
+int bytesPerPixel(QImage::Format decoded)
+{
+    const int bits = decoded == QImage::Format_Invalid ? 0 : int(QImage::toPixelFormat(decoded).bitsPerPixel());
+    return std::max(4, (bits + 7) / 8);
+}
+
+// More than 8 bits a channel: the editor's documents, the quick select steps and the matting
+// all work on 8 bits, so the photo is narrowed once here.
+QImage::Format eightBitFormat(const QImage& image)
+{
+    const QImage::Format f = image.format();
+    if (f == QImage::Format_Grayscale16)
+        return QImage::Format_Grayscale8;
+    const QPixelFormat pixel = image.pixelFormat();
+    if (pixel.bitsPerPixel() > 32 || pixel.typeInterpretation() == QPixelFormat::FloatingPoint)
+        return image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32;
+    return f;
+}
+
 QImage readFrom(QImageReader& reader, qint64 limit, QString* error)
 {
     const QuietStandardError quiet; // the header is decoded as early as size()
     reader.setAutoTransform(true);
     const QSize size = reader.size();
     if (size.isValid()) {
-        // Documents are 32 bits per pixel, whatever the file holds.
-        const qint64 needs = qint64(size.width()) * qint64(size.height()) * 4;
+        const qint64 needs = qint64(size.width()) * qint64(size.height()) * bytesPerPixel(reader.imageFormat());
         if (needs > limit) {
             if (error)
                 *error = QCoreApplication::translate("VexaImageFile",
@@ -101,8 +121,20 @@ QImage readFrom(QImageReader& reader, qint64 limit, QString* error)
         }
     }
     QImage image = reader.read();
-    if (image.isNull() && error)
-        *error = reader.errorString();
+    if (image.isNull()) {
+        if (error)
+            *error = reader.errorString();
+        return image;
+    }
+    const QImage::Format narrow = eightBitFormat(image);
+    if (narrow != image.format()) {
+        const QSize decoded = image.size();
+        image = image.convertToFormat(narrow);
+        if (image.isNull() && error)
+            *error = QCoreApplication::translate("VexaImageFile", "not enough memory to convert the %1 x %2 picture to 8 bits a channel")
+                         .arg(decoded.width())
+                         .arg(decoded.height());
+    }
     return image;
 }
 
