@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/resource.h>
+
 namespace {
 
 QImage grey(std::initializer_list<std::initializer_list<int>> rows)
@@ -55,9 +57,15 @@ struct Run {
     QString out, err;
 };
 
-Run cli(const QStringList& args)
+// `addressSpace`: bytes the program may map in all, 0 for no bound.
+Run cli(const QStringList& args, qint64 addressSpace = 0)
 {
     QProcess p;
+    if (addressSpace > 0)
+        p.setChildProcessModifier([addressSpace] {
+            const rlimit bound{rlim_t(addressSpace), rlim_t(addressSpace)};
+            setrlimit(RLIMIT_AS, &bound);
+        });
     p.start(QStringLiteral(VEXA_CLI_PATH), args);
     Run r;
     if (!p.waitForFinished(240000))
@@ -85,6 +93,7 @@ private slots:
     void refusesWhatTheMachineCannotHold();
     void cameraSizedPhoto();
     void refinesFromTrimap();
+    void outOfMemoryWritesNothing();
 };
 
 void TestCli::resampleWorkedByHand()
@@ -344,6 +353,39 @@ void TestCli::refinesFromTrimap()
     const QImage cut(dir.filePath("cut.png"));
     QCOMPARE(cut.pixel(29, 5), qRgba(230, 40, 40, 255));
     QCOMPARE(qAlpha(cut.pixel(30, 5)), 0);
+}
+
+void TestCli::outOfMemoryWritesNothing()
+{
+    // A greyscale photo decodes to a byte a pixel (81 MB here); its 32-bit copy needs four
+    // times that, more than the program is given.
+    const int side = 9000;
+    QTemporaryDir dir;
+    const QString photo = dir.filePath("grey.jpg");
+    {
+        QImage img(side, side, QImage::Format_Grayscale8);
+        QVERIFY(!img.isNull());
+        for (int y = 0; y < side; ++y)
+            std::memset(img.scanLine(y), y < side / 2 ? 60 : 200, size_t(side));
+        QVERIFY(img.save(photo, "JPEG", 50));
+    }
+    const QStringList args{"--alpha", dir.filePath("alpha.png"), "--result", dir.filePath("result.png"), photo, photo};
+#ifdef VEXA_SANITIZER_OPTIONS
+    // The sanitizers reserve terabytes of address space up front: their own cap on one
+    // allocation stands in for the bound.
+    const char* options = VEXA_SANITIZER_OPTIONS;
+    const QByteArray before = qgetenv(options);
+    qputenv(options, before + ":allocator_may_return_null=1:max_allocation_size_mb=300");
+    const Run r = cli(args);
+    qputenv(options, before);
+#else
+    // Measured: the program maps about 200 MB before its 32-bit copy (libraries, the photo
+    // read twice); 400 MB holds that but not the copy's 309 MB.
+    const Run r = cli(args, qint64(400) << 20);
+#endif
+    QCOMPARE(r.status, 2);
+    QVERIFY2(r.err.contains(QStringLiteral("vexa-quickselect: not enough memory for a 9000 x 9000 photo (309 MB)")), qPrintable(r.err));
+    QVERIFY(!QFile::exists(dir.filePath("alpha.png")) && !QFile::exists(dir.filePath("result.png")));
 }
 
 QTEST_MAIN(TestCli)
