@@ -16,6 +16,8 @@
 #include <QAction>
 #include <QtTest>
 
+#include <sys/resource.h>
+
 namespace {
 
 // A 6 x 4 picture: a left block of red, a right block of blue, one near-red pixel inside the
@@ -134,6 +136,10 @@ void TestHostServices::documentFromImage()
     QVERIFY(!VexaContext::fromImage(QImage(), &why));
     QVERIFY(!why.isEmpty());
     QVERIFY(!VexaContext::fromImage(QImage(0, 5, QImage::Format_ARGB32), &why));
+    // A picture whose 32-bit copy Qt cannot make (its row would pass 2 GB), as when memory runs
+    // out: refused with the cause, not opened blank.
+    QVERIFY(!VexaContext::fromImage(QImage(1 << 26, 1, QImage::Format_Mono), &why));
+    QCOMPARE(why, QStringLiteral("Not enough memory for a 67108864 x 1 image (256 MB)."));
     auto doc = VexaContext::fromImage(growPicture(), &why);
     QVERIFY(doc);
     QCOMPARE(doc->canvasSize(), QSize(6, 4));
@@ -211,6 +217,42 @@ void TestHostServices::deleteClearsSelectedPixels()
     doc->getHistory()->redo();
     QCOMPARE(qAlpha(pic->pixel(3, 0)), 150);
     VexaContextManager::getInstance()->setCurrentContext(nullptr);
+
+#ifdef VEXA_SANITIZER_OPTIONS
+    QSKIP("the sanitizers' reserved address space leaves no room for a bound on it");
+#else
+    // Deleting writes to a full-size copy of the layer (its image is shared, here with `held`):
+    // when the copy does not fit, Delete refuses with the cause and the layer is unchanged.
+    QImage big(4000, 4000, QImage::Format_ARGB32);
+    big.fill(qRgb(7, 8, 9));
+    auto large = VexaContext::fromImage(big);
+    std::vector<unsigned char> bigMask(size_t(large->getSelection()->maskStride()) * 4000, 0);
+    bigMask[size_t(large->getSelection()->maskStride()) * 15 + 15] = 255;
+    large->getSelection()->copyMask(bigMask.data());
+    const QImage held = qobject_cast<VexaLayer*>(large->getLayerManager()->getActiveLayer())->getPictureHost()->image();
+    const int steps = large->getHistory()->count();
+    QString why;
+    {
+        // The address space now, plus room for everything but the 61 MB copy.
+        QFile status(QStringLiteral("/proc/self/status"));
+        QVERIFY(status.open(QIODevice::ReadOnly));
+        const QByteArray text = status.readAll();
+        const qsizetype at = text.indexOf("VmSize:");
+        const qint64 now = text.mid(at + 7, text.indexOf('\n', at) - at - 7).trimmed().split(' ').value(0).toLongLong() << 10;
+        QVERIFY(now > 0);
+        rlimit saved{};
+        QCOMPARE(getrlimit(RLIMIT_AS, &saved), 0);
+        const rlimit bound{rlim_t(now + (qint64(24) << 20)), saved.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_AS, &bound), 0);
+        const bool deleted = large->deleteSelectedPixels(&why);
+        setrlimit(RLIMIT_AS, &saved);
+        QVERIFY(!deleted);
+    }
+    QCOMPARE(why, QStringLiteral("Not enough memory for a 4000 x 4000 image (62 MB)."));
+    QCOMPARE(large->getHistory()->count(), steps);
+    QCOMPARE(qobject_cast<VexaLayer*>(large->getLayerManager()->getActiveLayer())->getPictureHost()->pixel(15, 15), qRgb(7, 8, 9));
+    QVERIFY(large->deleteSelectedPixels(&why)); // with the memory back it works
+#endif
 }
 
 void TestHostServices::skinPaths_data()

@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QKeySequence>
+#include <QMessageBox>
 #include <QMap>
 
 VexaActionManager::VexaActionManager(QObject* parent)
@@ -45,9 +46,16 @@ void VexaActionManager::addStandardActions()
     del->setShortcut(QKeySequence::Delete);
     connect(del, &QAction::triggered, this, [] {
         VexaContext* context = VexaContextManager::getInstance()->getCurrentContext();
-        if (context && context->deleteSelectedPixels()) {
+        QString why;
+        if (context && context->deleteSelectedPixels(&why)) {
             if (VexaCanvas* canvas = context->getCanvas())
                 canvas->update();
+        } else if (VexaCanvas* canvas = context ? context->getCanvas() : nullptr; canvas && !why.isEmpty()) {
+            // Not modal: a shortcut or a tool's OK may trigger it, and neither should wait on it.
+            auto* box = new QMessageBox(QMessageBox::Warning, tr("Delete"), why, QMessageBox::Ok, canvas->window());
+            box->setObjectName(QStringLiteral("deleteRefused"));
+            box->setAttribute(Qt::WA_DeleteOnClose);
+            box->open();
         }
     });
     addAction(QStringLiteral("Delete"), del);

@@ -29,6 +29,12 @@ VexaContext::~VexaContext()
     delete m_lastMemo; // a pending memo nobody took is still ours
 }
 
+QString VexaContext::notEnoughMemory(const QSize& size)
+{
+    const qint64 mb = (qint64(size.width()) * qint64(size.height()) * 4 + (1 << 20) - 1) >> 20;
+    return tr("Not enough memory for a %1 x %2 image (%3 MB).").arg(size.width()).arg(size.height()).arg(mb);
+}
+
 std::unique_ptr<VexaContext> VexaContext::fromImage(const QImage& image, QString* error)
 {
     if (image.isNull() || image.width() <= 0 || image.height() <= 0) {
@@ -43,6 +49,14 @@ std::unique_ptr<VexaContext> VexaContext::fromImage(const QImage& image, QString
     }
     auto context = std::make_unique<VexaContext>(image.size());
     context->getLayerManager()->addLayer(image, QPointF(0, 0), tr("Background"));
+    // The layer holds a 32-bit copy, four times a greyscale photo: when it does not fit, the
+    // document would open blank.
+    auto* layer = qobject_cast<VexaLayer*>(context->getLayerManager()->getActiveLayer());
+    if (!layer || layer->getPictureHost()->image().isNull()) {
+        if (error)
+            *error = notEnoughMemory(image.size());
+        return nullptr;
+    }
     return context;
 }
 
@@ -63,7 +77,7 @@ void VexaContext::setCurrentTool(IVexaTool* tool)
 
 IVexaTool* VexaContext::currentTool() const { return m_tool; }
 
-bool VexaContext::deleteSelectedPixels()
+bool VexaContext::deleteSelectedPixels(QString* error)
 {
     auto* layer = qobject_cast<VexaLayer*>(m_layers->getActiveLayer());
     if (!layer || !m_selection->hasSelection())
@@ -76,8 +90,15 @@ bool VexaContext::deleteSelectedPixels()
     const QRect onLayer = m_selection->boundingRect().translated(-offset) & QRect(0, 0, layer->getWidth(), layer->getHeight());
     if (onLayer.isEmpty())
         return false;
+    // The layer's image is shared with the copy changed here (and with undo's patches): writing
+    // detaches a full-size copy, which may not fit. Nothing changes then.
     QImage pixels = layer->getPictureHost()->image();
     const QImage before = pixels.copy(onLayer);
+    if (before.isNull() || !pixels.bits()) {
+        if (error)
+            *error = notEnoughMemory(QSize(layer->getWidth(), layer->getHeight()));
+        return false;
+    }
     const uint8_t* mask = m_selection->mask();
     const int stride = m_selection->maskStride();
     for (int y = onLayer.top(); y <= onLayer.bottom(); ++y) {
@@ -89,10 +110,14 @@ bool VexaContext::deleteSelectedPixels()
             row[x] = qRgba(qRed(row[x]), qGreen(row[x]), qBlue(row[x]), a);
         }
     }
+    const QImage after = pixels.copy(onLayer);
+    if (after.isNull()) {
+        if (error)
+            *error = notEnoughMemory(QSize(layer->getWidth(), layer->getHeight()));
+        return false;
+    }
     layer->setPixels(pixels);
-    m_history->pushNewMemo(std::make_unique<VexaPixelMemo>(layer, onLayer.topLeft(), before, pixels.copy(onLayer),
-                                                           tr("Delete"))
-                               .release());
+    m_history->pushNewMemo(std::make_unique<VexaPixelMemo>(layer, onLayer.topLeft(), before, after, tr("Delete")).release());
     return true;
 }
 

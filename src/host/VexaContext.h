@@ -49,8 +49,9 @@ public:
     IVexaTool* currentTool() const;
 
     // Clears the selected pixels of the active layer, in proportion to the selection's strength.
-    // Returns false when there is nothing to clear.
-    bool deleteSelectedPixels();
+    // Returns false when there is nothing to clear, or, with the reason in `error`, when the
+    // layer's copy for the change does not fit in memory (the layer is then unchanged).
+    bool deleteSelectedPixels(QString* error = nullptr);
     // The composed document, 32-bit ARGB.
     QImage composed() const;
 
@@ -58,6 +59,9 @@ signals:
     void currentToolChanged(IVexaTool* tool);
 
 private:
+    // "Not enough memory for a W x H image (N MB)." with the size of its 32-bit copy.
+    static QString notEnoughMemory(const QSize& size);
+
     QSize m_size;
     VexaHistory* m_history;
     VexaLayerManager* m_layers;

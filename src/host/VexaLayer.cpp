@@ -1,5 +1,7 @@
 #include "VexaLayer.h"
 
+#include <utility>
+
 VexaLayer::VexaLayer(const QImage& pixels, const QPointF& position, const QString& name, QObject* parent)
     : VexaLayerBase(parent)
     , m_host(pixels)
@@ -17,7 +19,10 @@ int VexaLayer::getHeight() const { return m_host.height(); }
 void VexaLayer::fboTextureToHost(bool)
 {
     if (!m_device.isNull()) {
-        m_host.image() = m_device.convertToFormat(QImage::Format_ARGB32);
+        QImage host = m_device.convertToFormat(QImage::Format_ARGB32);
+        if (host.isNull())
+            return; // out of memory: the device's pixels stay the latest ones
+        m_host.image() = std::move(host);
         m_device = QImage();
         emit changed();
     }
