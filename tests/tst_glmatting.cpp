@@ -580,7 +580,8 @@ void TestGLMatting::closedByHand()
 
     // Above 0.95 and below 0.05 stay; 0.95 itself (242) and 0.05 (13) are smoothed.
     for (const auto& [stored, stays] : {std::pair{243, true}, {242, false}, {12, true}, {13, false}}) {
-        tri = greyImage(3, 3, [&](int x, int y) { return x == 1 && y == 1 ? stored : 128; });
+        const int centre = stored; // a lambda may not capture a structured binding in C++17
+        tri = greyImage(3, 3, [centre](int x, int y) { return x == 1 && y == 1 ? centre : 128; });
         writeTexture(v, v.alphaTexture, tri);
         gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
         QCOMPARE(qRed(gpu.pixel(1, 1)) == stored, stays);

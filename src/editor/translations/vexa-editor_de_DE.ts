@@ -26,6 +26,10 @@
         <source>The image is too large: a document holds at most about two billion pixels.</source>
         <translation>Das Bild ist zu groß: Ein Dokument fasst höchstens etwa zwei Milliarden Pixel.</translation>
     </message>
+    <message>
+        <source>Not enough memory for a %1 x %2 image (%3 MB).</source>
+        <translation>Nicht genug Speicher für ein Bild von %1 x %2 (%3 MB).</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
@@ -241,6 +245,10 @@
     <message>
         <source>empty file</source>
         <translation>leere Datei</translation>
+    </message>
+    <message>
+        <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
+        <translation>nicht genug Speicher, um das Bild von %1 x %2 in 8 Bit je Kanal umzuwandeln</translation>
     </message>
 </context>
 <context>

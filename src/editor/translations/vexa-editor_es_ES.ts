@@ -26,6 +26,10 @@
         <source>The image is too large: a document holds at most about two billion pixels.</source>
         <translation>La imagen es demasiado grande: un documento admite como máximo unos dos mil millones de píxeles.</translation>
     </message>
+    <message>
+        <source>Not enough memory for a %1 x %2 image (%3 MB).</source>
+        <translation>No hay memoria suficiente para una imagen de %1 x %2 (%3 MB).</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
@@ -241,6 +245,10 @@
     <message>
         <source>empty file</source>
         <translation>archivo vacío</translation>
+    </message>
+    <message>
+        <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
+        <translation>no hay memoria suficiente para convertir la imagen de %1 x %2 a 8 bits por canal</translation>
     </message>
 </context>
 <context>

@@ -26,6 +26,10 @@
         <source>The image is too large: a document holds at most about two billion pixels.</source>
         <translation>L&apos;image est trop grande : un document contient au plus environ deux milliards de pixels.</translation>
     </message>
+    <message>
+        <source>Not enough memory for a %1 x %2 image (%3 MB).</source>
+        <translation>Mémoire insuffisante pour une image de %1 x %2 (%3 Mo).</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
@@ -241,6 +245,10 @@
     <message>
         <source>empty file</source>
         <translation>fichier vide</translation>
+    </message>
+    <message>
+        <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
+        <translation>mémoire insuffisante pour convertir l’image de %1 x %2 en 8 bits par canal</translation>
     </message>
 </context>
 <context>

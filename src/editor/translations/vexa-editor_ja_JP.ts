@@ -26,6 +26,10 @@
         <source>The image is too large: a document holds at most about two billion pixels.</source>
         <translation>画像が大きすぎます。ドキュメントに格納できるのは約 20 億ピクセルまでです。</translation>
     </message>
+    <message>
+        <source>Not enough memory for a %1 x %2 image (%3 MB).</source>
+        <translation>%1 x %2 の画像に必要なメモリが足りません (%3 MB)。</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
@@ -241,6 +245,10 @@
     <message>
         <source>empty file</source>
         <translation>空のファイルです</translation>
+    </message>
+    <message>
+        <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
+        <translation>%1 x %2 の画像をチャンネルあたり 8 ビットに変換するためのメモリが足りません</translation>
     </message>
 </context>
 <context>

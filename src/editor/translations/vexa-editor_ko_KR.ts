@@ -26,6 +26,10 @@
         <source>The image is too large: a document holds at most about two billion pixels.</source>
         <translation>이미지가 너무 큽니다. 문서에는 최대 약 20억 픽셀까지 담을 수 있습니다.</translation>
     </message>
+    <message>
+        <source>Not enough memory for a %1 x %2 image (%3 MB).</source>
+        <translation>%1 x %2 이미지에 필요한 메모리가 부족합니다 (%3 MB).</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
@@ -241,6 +245,10 @@
     <message>
         <source>empty file</source>
         <translation>빈 파일입니다</translation>
+    </message>
+    <message>
+        <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
+        <translation>%1 x %2 그림을 채널당 8비트로 변환할 메모리가 부족합니다</translation>
     </message>
 </context>
 <context>

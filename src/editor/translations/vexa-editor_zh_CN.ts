@@ -26,6 +26,10 @@
         <source>The image is too large: a document holds at most about two billion pixels.</source>
         <translation>图像过大：文档最多只能容纳约 20 亿像素。</translation>
     </message>
+    <message>
+        <source>Not enough memory for a %1 x %2 image (%3 MB).</source>
+        <translation>内存不足，无法容纳 %1 x %2 的图像 (%3 MB)。</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
@@ -241,6 +245,10 @@
     <message>
         <source>empty file</source>
         <translation>空文件</translation>
+    </message>
+    <message>
+        <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
+        <translation>内存不足，无法将 %1 x %2 的图片转换为每通道 8 位</translation>
     </message>
 </context>
 <context>

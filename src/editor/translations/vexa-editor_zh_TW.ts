@@ -26,6 +26,10 @@
         <source>The image is too large: a document holds at most about two billion pixels.</source>
         <translation>影像過大：文件最多只能容納約 20 億像素。</translation>
     </message>
+    <message>
+        <source>Not enough memory for a %1 x %2 image (%3 MB).</source>
+        <translation>記憶體不足，無法容納 %1 x %2 的影像 (%3 MB)。</translation>
+    </message>
 </context>
 <context>
     <name>VexaEditorWindow</name>
@@ -241,6 +245,10 @@
     <message>
         <source>empty file</source>
         <translation>空白檔案</translation>
+    </message>
+    <message>
+        <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
+        <translation>記憶體不足，無法將 %1 x %2 的圖片轉換為每通道 8 位元</translation>
     </message>
 </context>
 <context>
