@@ -200,6 +200,23 @@ void TestEditor::scriptedDemoWritesResults()
     QCOMPARE(glMatte.size(), QSize(600, 400));
     QCOMPARE(qGray(glMatte.pixel(290, 200)), 255);
     QCOMPARE(qGray(glMatte.pixel(20, 380)), 0);
+    // Quick select's part, OK included: marks of both kinds, the cup selected, the table's
+    // corner selected out and deleted from the picture.
+    const QImage marks(dir.filePath(QStringLiteral("quickselect-marks.png")));
+    QSet<QRgb> kinds;
+    for (int y = 0; y < marks.height(); ++y)
+        for (int x = 0; x < marks.width(); ++x)
+            kinds.insert(marks.pixel(x, y));
+    QVERIFY2(kinds.size() >= 3, qPrintable(QString::number(kinds.size()))); // none, object, background
+    QVERIFY(!QImage(dir.filePath(QStringLiteral("quickselect-window.png"))).isNull());
+    const QImage qsMask(dir.filePath(QStringLiteral("quickselect-mask.png")));
+    QCOMPARE(qsMask.size(), QSize(600, 400));
+    QCOMPARE(qGray(qsMask.pixel(290, 200)), 255);
+    QCOMPARE(qGray(qsMask.pixel(20, 380)), 0);
+    const QImage cut(dir.filePath(QStringLiteral("quickselect-image.png")));
+    QCOMPARE(cut.size(), QSize(600, 400));
+    QCOMPARE(qAlpha(cut.pixel(290, 200)), 255);
+    QCOMPARE(qAlpha(cut.pixel(20, 380)), 0);
 }
 
 void TestEditor::pickedToolActivatedOnOpen()

@@ -221,8 +221,15 @@ void TestQuickSelectTool::cancelDuringStepThenActivateAgain()
     VexaToolQuickSelect tool;
     activateWith(tool, big.doc.get(), [&] {
         auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
-        QTest::qWait(30);
-        clickChild(window, "closeButton"); // init of a 1536 x 1536 image is still running
+        QSignalSpy painting(window->getThread(), SIGNAL(setPainting(bool)));
+        QSignalSpy reports(window->getThread(), SIGNAL(progress(QString,int)));
+        // The init of a 1536 x 1536 image is at work (it reports), and still is.
+        QVERIFY(spinUntil([&] { return !reports.isEmpty() || !window->getThread()->isRunning(); }));
+        QVERIFY(window->getThread()->isRunning());
+        clickChild(window, "closeButton");
+        QVERIFY(!window->getThread()->isRunning());
+        // Cancel ended it early: it never got to let the user paint.
+        QVERIFY(!painting.contains(QList<QVariant>{true}));
     });
     auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
     QVERIFY(!tool.activated);

@@ -170,11 +170,11 @@ void TestQuickSelectWindow::wheelIgnoresModifiersAndBusyPeriod()
     wheel(&box, -120);
     wheel(&box, -120); // within the 5 ms: only remembered
     QCOMPARE(box.getScaleIndex(), 21);
-    QTest::qWait(30); // the busy timer fires
-    // qWait may return without a last pass of the event loop when the machine is so busy that
-    // its sleep outlasts the wait: one more pass delivers the timer that is due by then.
-    QCoreApplication::processEvents();
-    wheel(&box, -120);
+    // Once the busy period ends, the next notch zooms one step (the remembered ones add none).
+    QVERIFY(spinUntil([&] {
+        wheel(&box, -120);
+        return box.getScaleIndex() != 21;
+    }, 5000));
     QCOMPARE(box.getScaleIndex(), 22);
 }
 
@@ -427,6 +427,10 @@ void TestQuickSelectWindow::clickPaintsDotOfPenWidth()
     QVERIFY2(qAbs(n - area) <= 0.25 * area + 2, qPrintable(QString::number(n)));
     // Nothing else was painted: marks are exactly the pen's colour or nothing.
     QCOMPARE(n + countPixels(window.segmentation().markImage, 0u), 200 * 160);
+    // Scripts get the marks as a deep copy, never a second reference to what a step writes.
+    const QImage handed = window.property("markImage").value<QImage>();
+    QCOMPARE(handed, window.segmentation().markImage);
+    QVERIFY(handed.constBits() != window.segmentation().markImage.constBits());
     // The view shows the mark blended over the photo.
     const QRgb shown = window.getImageBox()->getImageToDraw()->pixel(100, 80);
     QVERIFY(qRed(shown) > qRed(window.segmentation().sourceImage.pixel(100, 80)) || qRed(shown) == 255);
@@ -641,11 +645,18 @@ void TestQuickSelectWindow::cancelThenReloadBuildsFreshSegmentation()
 {
     QuickSelectDocument doc(discPicture(1536, 1536));
     VexaToolQuickSelectWidget window;
+    QSignalSpy reports(window.getThread(), SIGNAL(progress(QString,int)));
+    QSignalSpy painting(window.getThread(), SIGNAL(setPainting(bool)));
     window.load(doc.doc.get());
+    // The init step is at work (it has reported), and still is when Cancel comes.
+    QVERIFY(spinUntil([&] { return !reports.isEmpty() || !window.getThread()->isRunning(); }));
     QVERIFY(window.getThread()->isRunning());
-    QTest::qWait(20);
     window.stopThread();
     QVERIFY(!window.getThread()->isRunning());
+    // It ended early: it never got to say it was done, nor to let the user paint.
+    for (const QList<QVariant>& r : std::as_const(reports))
+        QVERIFY(r[0].toString() != QLatin1String("Initialize done."));
+    QVERIFY(!painting.contains(QList<QVariant>{true}));
     QVERIFY(!window.isStepRunning());
     QVERIFY(child<QPushButton>(&window, "previewButton")->isEnabled());
     window.getImageBox()->zoomStep(11 - 20); // factor 2
