@@ -86,6 +86,7 @@ private slots:
     void viewSwitchDuringStepShowsItsEnd();
     void resetAfterCut();
     void cancelThenReloadBuildsFreshSegmentation();
+    void viewWaitsForTheStep();
 };
 
 // ---------------------------------------------------------------------------------------------
@@ -679,6 +680,23 @@ void TestQuickSelectWindow::cancelThenReloadBuildsFreshSegmentation()
     // Stale reports of the cancelled step, if any were still queued, change nothing now.
     QTest::qWait(50);
     QVERIFY(!window.isStepRunning());
+}
+
+void TestQuickSelectWindow::viewWaitsForTheStep()
+{
+    // Views picked while a step runs are shown once it has ended: until then the window reads
+    // none of the step's images (each read asserts so, since the race checker cannot see a
+    // read that QPainter or QImage::copy makes).
+    QuickSelectDocument doc(discPicture(1536, 1536));
+    VexaToolQuickSelectWidget window;
+    QSignalSpy reports(window.getThread(), SIGNAL(progress(QString,int)));
+    window.load(doc.doc.get());
+    QVERIFY(spinUntil([&] { return !reports.isEmpty() || !window.getThread()->isRunning(); }));
+    QVERIFY(window.getThread()->isRunning());
+    child<QRadioButton>(&window, "viewAlphaButton")->click();
+    child<QCheckBox>(&window, "showMarkBox")->click();
+    QVERIFY(waitForStep(&window));
+    QCOMPARE(window.getImageBox()->getImageToDraw()->pixel(768, 768), 0xFFFFFFFFu); // the alpha view, all selected
 }
 
 QTEST_MAIN(TestQuickSelectWindow)

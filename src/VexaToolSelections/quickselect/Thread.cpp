@@ -47,6 +47,7 @@ void Thread::startProcess(Priority priority)
     if (isRunning())
         return;
     runCode = process.load();
+    writing.store(true);
     start(priority);
 }
 

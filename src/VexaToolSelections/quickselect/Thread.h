@@ -37,6 +37,10 @@ public:
     // order this; the atomic pair makes the order visible to the race checker, which cannot see
     // inside Qt's own locks.
     void acquire() const { handoff.load(std::memory_order_acquire); }
+    // From the start of a run until its step has written its last pixel: the window must not
+    // read the segmentation's images meanwhile. The race checker cannot see such a read when
+    // Qt's code makes it (QPainter, QImage::copy), so the window asserts on this instead.
+    bool isWriting() const { return writing.load(); }
 
     VexaToolQuickSelectWidget* const widget;
 
@@ -61,5 +65,10 @@ private:
     std::atomic<int> serial{0};
     std::atomic<bool> cancel{false};
     std::atomic<int> handoff{0};
-    void publish() { handoff.fetch_add(1, std::memory_order_release); }
+    std::atomic<bool> writing{false};
+    void publish()
+    {
+        writing.store(false);
+        handoff.fetch_add(1, std::memory_order_release);
+    }
 };

@@ -27,6 +27,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <memory>
 
@@ -336,6 +337,7 @@ QImage VexaToolQuickSelectWidget::markImageCopy() const
         thread->wait();
         thread->acquire();
     }
+    assert(!thread || !thread->isWriting()); // the hand-over, as in compose()
     return seg.markImage.copy();
 }
 
@@ -547,6 +549,8 @@ void VexaToolQuickSelectWidget::updateImageBox(QRect rect)
 
 void VexaToolQuickSelectWidget::compose(const QRect& rect)
 {
+    // The hand-over: a step's images are read only once it has written its last pixel.
+    assert(!thread || !thread->isWriting());
     if (!imageBox->getImageToDraw())
         imageBox->allocImageToDraw(seg.sourceImage.width(), seg.sourceImage.height());
     QPainter painter(imageBox->getImageToDraw());
