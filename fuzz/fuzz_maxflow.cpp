@@ -1,7 +1,10 @@
 // A random flow graph and a sequence of solves on it, most of them reusing the search trees
-// of the one before, between which terminal capacities grow, nodes and edges are added and
-// nodes are marked. Every flow is checked against a plain solver, every cut against its
-// capacity, the trees against their invariants, and the changed list against the labels.
+// of the one before, between which terminal capacities grow, nodes and edges are added (one
+// at a time or as a batch filled in two ranges), residuals are raised in place, and nodes are
+// marked. Edges nobody may cut carry the type's largest capacity, so that flow pushed back
+// along them meets the top of the range. Every flow is checked against a plain solver, every
+// cut against its capacity, the trees against their invariants, the changed list against the
+// labels, and the double instantiation, built alike, against the same flow.
 //
 // Input: node count byte (2..33), then records read as bytes until the input ends.
 #include "graph.h"
@@ -85,6 +88,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     std::vector<Edge> edges;
     GraphI g(n / 2, n / 2); // small room: growth while building
     g.add_node(n);
+    Graph<double, double, double> gd(n / 2, n / 2);
+    gd.add_node(n);
     Block<int> changed(16);
     bool solved = false;
     int solves = 0;
@@ -93,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         const int op = next();
         if (op < 0 || solves > 200)
             break;
-        switch (op % 5) {
+        switch (op % 8) {
         case 0: { // edge
             const int i = next(), j = next(), c = next(), r = next();
             if (r < 0)
@@ -101,10 +106,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             const int a = i % n, b = j % n;
             if (a == b)
                 break;
-            edges.push_back({a, b, c * 4, r * 4});
-            g.add_edge(a, b, c * 4, r * 4);
+            // The low bits of the capacity byte pick an uncuttable direction now and then.
+            const int cap = (c & 7) == 7 ? INT_MAX : c * 4, rev = (c & 7) >= 6 ? INT_MAX : r * 4;
+            edges.push_back({a, b, cap, rev});
+            g.add_edge(a, b, cap, rev);
+            gd.add_edge(a, b, cap, rev);
             g.mark_node(a);
             g.mark_node(b);
+            gd.mark_node(a);
+            gd.mark_node(b);
             break;
         }
         case 1: { // terminal capacities grow
@@ -114,7 +124,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             source[size_t(i % n)] += s * 8;
             sink[size_t(i % n)] += t * 8;
             g.add_tweights(i % n, s * 8, t * 8);
+            gd.add_tweights(i % n, s * 8, t * 8);
             g.mark_node(i % n);
+            gd.mark_node(i % n);
             break;
         }
         case 2: { // nodes added
@@ -122,7 +134,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             if (k < 0 || n > 200)
                 break;
             const int added = 1 + k % 8;
-            if (g.add_node(added) != n)
+            if (g.add_node(added) != n || gd.add_node(added) != n)
                 fail("node ids are not consecutive");
             n += added;
             source.resize(size_t(n), 0);
@@ -137,12 +149,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
                 before[size_t(i)] = {g.what_segment(i, GraphI::SOURCE), g.what_segment(i, GraphI::SINK)};
             changed.reset();
             const long long flow = g.maxflow(reuse, reuse ? &changed : nullptr);
+            const double flowd = gd.maxflow(reuse);
             solved = true;
             ++solves;
             g.test_consistency();
             const long long expected = plainMaxflow(n, source, sink, edges);
             if (flow != expected)
                 fail("flow differs from the plain solver", flow, expected);
+            if (flowd != double(expected))
+                fail("the double graph's flow differs", (long long)flowd, expected);
             long long cut = 0;
             for (int i = 0; i < n; ++i)
                 cut += g.what_segment(i) == GraphI::SOURCE ? sink[size_t(i)] : source[size_t(i)];
@@ -164,6 +179,84 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
                 for (int id : listed)
                     g.remove_from_changed_list(id);
             }
+            break;
+        }
+        case 5: { // a batch of edges, filled in two node ranges as init's threads fill them
+            const int k = next();
+            if (k < 0)
+                break;
+            const int count = 1 + k % 12;
+            std::vector<int> tails, heads;
+            std::vector<std::pair<int, int>> caps;
+            for (int e = 0; e < count; ++e) {
+                const int i = next(), j = next(), c = next();
+                if (c < 0)
+                    break;
+                if (i % n == j % n)
+                    continue;
+                tails.push_back(i % n);
+                heads.push_back(j % n);
+                caps.push_back({(c & 15) == 15 ? INT_MAX : c * 4, (c & 15) == 14 ? INT_MAX : (c >> 4) * 9});
+            }
+            const int m = int(tails.size());
+            auto batch = g.begin_edges(tails.data(), heads.data(), m);
+            const int split = n / 2;
+            batch.fill(split, n, [&](int e) { return caps[size_t(e)]; });
+            batch.fill(0, split, [&](int e) { return caps[size_t(e)]; });
+            batch.finish();
+            for (int e = 0; e < m; ++e) {
+                edges.push_back({tails[size_t(e)], heads[size_t(e)], caps[size_t(e)].first, caps[size_t(e)].second});
+                gd.add_edge(tails[size_t(e)], heads[size_t(e)], caps[size_t(e)].first, caps[size_t(e)].second);
+                for (int v : {tails[size_t(e)], heads[size_t(e)]}) {
+                    g.mark_node(v);
+                    gd.mark_node(v);
+                }
+            }
+            break;
+        }
+        case 6: { // a residual terminal capacity raised in place, as adding capacity to its side
+            const int i = next(), d = next();
+            if (d < 0)
+                break;
+            const int v = i % n;
+            const int tr = g.get_trcap(v);
+            if (double(tr) != gd.get_trcap(v))
+                fail("the double graph's terminal residual differs", v);
+            if (tr >= 0) {
+                g.set_trcap(v, tr + d * 8);
+                gd.set_trcap(v, gd.get_trcap(v) + d * 8);
+                source[size_t(v)] += d * 8;
+            } else {
+                g.set_trcap(v, tr - d * 8);
+                gd.set_trcap(v, gd.get_trcap(v) - d * 8);
+                sink[size_t(v)] += d * 8;
+            }
+            g.mark_node(v);
+            gd.mark_node(v);
+            break;
+        }
+        case 7: { // an arc's residual raised in place, as adding capacity to its direction
+            const int k = next(), d = next();
+            if (d < 0 || edges.empty())
+                break;
+            const size_t e = size_t(k) % edges.size();
+            const bool back = d & 1;
+            const int add = (d >> 1) * 4;
+            Edge& edge = edges[e];
+            int& cap = back ? edge.rev : edge.cap;
+            if (cap > INT_MAX - add)
+                break;
+            GraphI::arc_id a = g.get_first_arc() + 2 * std::ptrdiff_t(e) + back;
+            auto ad = gd.get_first_arc() + 2 * std::ptrdiff_t(e) + back;
+            if (g.get_rcap(a) > INT_MAX - add)
+                break;
+            g.set_rcap(a, g.get_rcap(a) + add);
+            gd.set_rcap(ad, gd.get_rcap(ad) + add);
+            cap += add;
+            g.mark_node(edge.i);
+            g.mark_node(edge.j);
+            gd.mark_node(edge.i);
+            gd.mark_node(edge.j);
             break;
         }
         }

@@ -1,9 +1,12 @@
 // Quick select on a small picture with marks, both decoded from the input: init, mark and
 // matte through the core's public steps, with what every result must satisfy checked.
 //
-// Input: width byte, height byte (1..64 each), sensitivity byte, steps byte (bit 0 mark,
-// bit 1 matte), then one byte per pixel: bits 0-3 pick one of 16 colours, bits 4-5 the mark
-// (0 none, 1 object, 2 background, 3 boundary). Missing bytes read as 0.
+// Input: width byte, height byte (1..256 each: from 128 rows on, the steps split their rows
+// between two threads), sensitivity byte, steps byte (bit 0 mark, bit 1 matte, bit 2 noise),
+// then one byte per pixel: bits 0-3 pick one of 16 colours, bits 4-5 the mark (0 none,
+// 1 object, 2 background, 3 boundary). Noise varies each colour by a few levels from pixel to
+// pixel, so that a picture has the hundreds of colours that the two-thread clustering needs.
+// Missing bytes read as 0.
 #include "VexaQuickSelectSteps.h"
 #include "VexaSegmentation.h"
 
@@ -96,7 +99,8 @@ void checkMatte(const VexaSegmentation& seg, const QImage& marks)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     auto byte = [&](size_t i) { return i < size ? data[i] : uint8_t(0); };
-    const int W = 1 + byte(0) % 64, H = 1 + byte(1) % 64;
+    const int W = 1 + byte(0), H = 1 + byte(1);
+    const bool noise = byte(3) & 4;
     static const QRgb palette[16] = {0xFF000000, 0xFFFFFFFF, 0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFF808080,
                                      0xFF804020, 0xFF2040A0, 0xFFF0E0D0, 0xFF102030, 0xFF7F7F80, 0xFF808081,
                                      0xFFFFFF00, 0xFF00FFFF, 0xFFC0C0C0, 0xFF404040};
@@ -105,7 +109,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     QImage picture(W, H, QImage::Format_ARGB32);
     for (int y = 0; y < H; ++y)
         for (int x = 0; x < W; ++x)
-            picture.setPixel(x, y, palette[byte(4 + size_t(y) * size_t(W) + size_t(x)) & 15]);
+            picture.setPixel(x, y, palette[byte(4 + size_t(y) * size_t(W) + size_t(x)) & 15] ^ (noise ? uint(x * 7 + y * 13) % 8 * 0x010203u : 0u));
 
     VexaSegmentation seg;
     seg.load(picture);
