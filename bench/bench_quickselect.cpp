@@ -199,7 +199,8 @@ int main(int argc, char** argv)
     const int repeats = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
     // Options after the photo and the run count: --no-identity, --no-opencv, --level NAME (the
     // processor level of the inner loops; the best one the processor runs by default).
-    bool check = true, peers = true;
+    bool check = true;
+    [[maybe_unused]] bool peers = true; // read only where OpenCV is there
     for (int a = 3; a < argc; ++a) {
         check &= QByteArray(argv[a]) != "--no-identity";
         peers &= QByteArray(argv[a]) != "--no-opencv";

@@ -31,6 +31,8 @@ bool toMask(const QImage& alpha, int width, int height, uint8_t* mask, int strid
     if (alpha.isNull() || !mask || width <= 0 || height <= 0)
         return false;
     const QImage src = alpha.convertToFormat(QImage::Format_ARGB32);
+    if (src.isNull())
+        return false; // out of memory for the 32-bit copy
     const int w = src.width(), h = src.height();
     std::vector<int> grey(size_t(w) * size_t(h));
     for (int y = 0; y < h; ++y) {
@@ -78,7 +80,7 @@ QImage nearest(const QImage& marks, int width, int height)
         return QImage();
     const QImage src = marks.convertToFormat(QImage::Format_ARGB32);
     QImage out(width, height, QImage::Format_ARGB32);
-    if (out.isNull())
+    if (src.isNull() || out.isNull())
         return QImage();
     const std::vector<Tap> cols = taps(width, src.width());
     const std::vector<Tap> rows = taps(height, src.height());
