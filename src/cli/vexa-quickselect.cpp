@@ -65,27 +65,41 @@ bool isPng(const QString& fileName)
     return QFileInfo(fileName).suffix().compare(QLatin1String("png"), Qt::CaseInsensitive) == 0;
 }
 
+// Reads a picture that must lie over IMAGE pixel for pixel (the marks, a trimap): 0, or the exit
+// status of a failure already reported.
+int readBesideImage(const QString& file, const char* what, const char* itsSizeIs, const QImage& image, QImage& out)
+{
+    QString why;
+    out = VexaImageFile::read(file, &why);
+    if (out.isNull())
+        return fail(QStringLiteral("cannot read %1 %2: %3").arg(QLatin1String(what), file, why));
+    if (out.size() != image.size())
+        return fail(QStringLiteral("%1 %2 x %3 but the image is %4 x %5")
+                        .arg(QLatin1String(itsSizeIs))
+                        .arg(out.width())
+                        .arg(out.height())
+                        .arg(image.width())
+                        .arg(image.height()));
+    return 0;
+}
+
 // Edge refinement from a trimap: at the working size, like the steps, with the alpha and the
 // cut-out brought back to IMAGE's size unless the working size is asked for. 0, or the exit
 // status of a failure already reported.
 int refineTrimap(const QImage& image, const QString& trimapFile, bool workingSize, bool showTimes, bool cutOut,
                  QImage& alphaOut, QImage& resultOut)
 {
-    QString why;
-    const QImage trimap = VexaImageFile::read(trimapFile, &why);
-    if (trimap.isNull())
-        return fail(QStringLiteral("cannot read the trimap %1: %2").arg(trimapFile, why));
-    if (trimap.size() != image.size())
-        return fail(QStringLiteral("the trimap is %1 x %2 but the image is %3 x %4")
-                        .arg(trimap.width())
-                        .arg(trimap.height())
-                        .arg(image.width())
-                        .arg(image.height()));
+    QImage trimap;
+    if (const int status = readBesideImage(trimapFile, "the trimap", "the trimap is", image, trimap))
+        return status;
     VexaSegmentation seg;
     const QImage photo = seg.workingImage(image);
     // Nearest neighbour keeps the trimap's three values apart when it is scaled down.
-    const QImage grey = trimap.convertToFormat(QImage::Format_Grayscale8)
-                            .scaled(photo.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    const QImage grey = photo.isNull() ? QImage()
+                                       : trimap.convertToFormat(QImage::Format_Grayscale8)
+                                             .scaled(photo.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    if (grey.isNull())
+        return outOfMemory(image.size());
     std::vector<float> alpha;
     const std::atomic<bool> never{false};
     QElapsedTimer t;
@@ -95,6 +109,8 @@ int refineTrimap(const QImage& image, const QString& trimapFile, bool workingSiz
     if (showTimes)
         std::printf("refine %.1f ms\n", double(t.nsecsElapsed()) / 1e6);
     QImage matte(photo.size(), QImage::Format_ARGB32);
+    if (matte.isNull())
+        return outOfMemory(image.size());
     for (int y = 0; y < matte.height(); ++y) {
         auto* out = reinterpret_cast<QRgb*>(matte.scanLine(y));
         for (int x = 0; x < matte.width(); ++x) {
@@ -104,8 +120,12 @@ int refineTrimap(const QImage& image, const QString& trimapFile, bool workingSiz
     }
     alphaOut = workingSize || matte.size() == image.size() ? matte.convertToFormat(QImage::Format_Grayscale8)
                                                           : VexaMatteResample::toGray(matte, image.width(), image.height());
+    if (alphaOut.isNull())
+        return outOfMemory(image.size());
     if (cutOut) {
         resultOut = (workingSize ? photo : image).convertToFormat(QImage::Format_ARGB32);
+        if (resultOut.isNull())
+            return outOfMemory(image.size());
         for (int y = 0; y < resultOut.height(); ++y) {
             auto* px = reinterpret_cast<QRgb*>(resultOut.scanLine(y));
             const uchar* a = alphaOut.constScanLine(y);
@@ -239,15 +259,9 @@ int main(int argc, char** argv)
             return status;
         return writeOutputs(refinedAlpha, refinedCutOut, QImage());
     }
-    const QImage marks = VexaImageFile::read(files[1], &why);
-    if (marks.isNull())
-        return fail(QStringLiteral("cannot read the marks %1: %2").arg(files[1], why));
-    if (marks.size() != image.size())
-        return fail(QStringLiteral("the marks are %1 x %2 but the image is %3 x %4")
-                        .arg(marks.width())
-                        .arg(marks.height())
-                        .arg(image.width())
-                        .arg(image.height()));
+    QImage marks;
+    if (const int status = readBesideImage(files[1], "the marks", "the marks are", image, marks))
+        return status;
 
     VexaSegmentation seg;
     seg.load(image);
