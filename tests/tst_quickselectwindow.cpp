@@ -621,6 +621,22 @@ void TestQuickSelectWindow::resetAfterCut()
     const VexaSegmentation& seg = window.segmentation();
     QCOMPARE(qBlue(seg.alphaImage.pixel(120, 100)), 255);
     QCOMPARE(qBlue(seg.alphaImage.pixel(3, 3)), 0);
+    // The band the cut drew and the boundary the user paints over it are one mark to the steps,
+    // but show in two colours; the next cut makes the user's part band again.
+    child<QPushButton>(&window, "markBndButton")->click();
+    QRect band;
+    QVERIFY(countPixels(seg.markImage, VexaSegmentation::BoundaryMark, &band) > 0);
+    QPoint p = band.topLeft();
+    while (seg.markImage.pixel(p) != VexaSegmentation::BoundaryMark)
+        p.rx()++;
+    const QRgb computed = box->getImageToDraw()->pixel(p);
+    stroke(box, {p, p});
+    QCOMPARE(seg.markImage.pixel(p), VexaSegmentation::BoundaryMark);
+    QVERIFY(box->getImageToDraw()->pixel(p) != computed);
+    child<QPushButton>(&window, "previewButton")->click();
+    QVERIFY(waitForStep(&window));
+    child<QRadioButton>(&window, "viewImageButton")->click();
+    QCOMPARE(box->getImageToDraw()->pixel(p), computed);
 
     child<QSlider>(&window, "radiusSlider")->setValue(30);
     child<QSlider>(&window, "lambdaSlider")->setValue(60);

@@ -535,6 +535,8 @@ void mark(VexaSegmentation& seg, VexaQuickSelectReporter& report, const std::ato
     report.progress(text, 100);
 
     writeBack(source, result, alpha, marks, A);
+    if (!seg.userBoundary.isNull())
+        seg.userBoundary.fill(0u); // what the user marked as boundary is the band's now, or erased
     report.progress(threadText(markDone), 0);
     report.setPainting(true);
     report.updateImageBox(QRect(0, 0, source.width, source.height));

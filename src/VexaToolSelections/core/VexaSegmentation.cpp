@@ -20,6 +20,7 @@ void VexaSegmentation::load(const QImage& rendered)
     sourceImage = workingImage(rendered);
     alphaImage = QImage(sourceImage.size(), QImage::Format_ARGB32);
     markImage = QImage(sourceImage.size(), QImage::Format_ARGB32);
+    userBoundary = QImage(sourceImage.size(), QImage::Format_Alpha8);
     reset();
 }
 
@@ -28,6 +29,7 @@ void VexaSegmentation::reset()
     resultImage = sourceImage.copy();
     alphaImage.fill(0xFFFFFFFFu);
     markImage.fill(0u);
+    userBoundary.fill(0u);
 }
 
 void VexaSegmentation::release()
@@ -36,5 +38,6 @@ void VexaSegmentation::release()
     resultImage = QImage();
     alphaImage = QImage();
     markImage = QImage();
+    userBoundary = QImage();
     graph.reset();
 }

@@ -24,6 +24,11 @@ struct VexaSegmentation {
     QImage resultImage; // source colour with the matte in the alpha byte
     QImage alphaImage;  // the matte as opaque grey
     QImage markImage;   // the marks, and the boundary band of the last mark step
+    // Alpha8, the size of markImage: 255 where a boundary mark is the user's own stroke rather
+    // than the band the last mark step drew. Both hold the same value in markImage, since every
+    // step reads them alike; only the view tells them apart. The mark step clears it, as its
+    // band replaces every boundary mark.
+    QImage userBoundary;
     std::unique_ptr<FlowGraph> graph;
     std::vector<int> regionMap;
     std::vector<int> terminalWeights;

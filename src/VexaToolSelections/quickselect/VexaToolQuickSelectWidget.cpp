@@ -36,6 +36,9 @@ namespace {
 const QColor foregroundPen(255, 0, 0, 128);
 const QColor backgroundPen(0, 0, 255, 128);
 const QColor boundaryPen(0, 255, 0, 128);
+// The band a mark step computed, shown apart from the boundary the user painted: a user widening
+// the band must see which part is theirs and which the step will redraw at the next Preview.
+constexpr QRgb computedBandColour = 0x80FFB000u;
 
 QString chosenStyle(const QColor& colour) { return QStringLiteral("background:") + colour.name(); }
 
@@ -109,7 +112,10 @@ VexaToolQuickSelectWidget::VexaToolQuickSelectWidget(QMainWindow* parent)
     markBndButton->setObjectName(QStringLiteral("markBndButton"));
     markBndButton->setCheckable(true);
     borderLayout->addWidget(markBndButton);
-    markClrButton = penButton(tr("Clear Marks"), borderGroup);
+    // Named for what it does: a pen that erases the marks under it. "Clear" read as a button that
+    // wipes every mark at once, which users pressed and then found only a pen chosen; "Reset"
+    // is the one that clears everything.
+    markClrButton = penButton(tr("Erase Marks"), borderGroup);
     markClrButton->setObjectName(QStringLiteral("markClrButton"));
     markClrButton->setCheckable(true);
     borderLayout->addWidget(markClrButton);
@@ -518,14 +524,21 @@ void VexaToolQuickSelectWidget::line(QPoint p1, QPoint p2, bool inverse)
         colour = Qt::transparent;
     else
         return; // no pen chosen: nothing to paint with
-    QPainter painter(&seg.markImage);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.setPen(QPen(QBrush(colour), qreal(v), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    if (p1 != p2)
-        painter.drawLine(p1, p2);
-    else
-        painter.drawLine(QPointF(p1.x(), p1.y()), QPointF(p1.x(), p1.y() + 0.001));
-    painter.end();
+    // A boundary stroke goes into the record of the user's own boundary marks as well. Other pens
+    // leave it: a bit under their marks shows nothing, as only the boundary mark is told apart,
+    // and only this pen or the mark step writes that again.
+    const std::pair<QImage*, QColor> layers[] = {{&seg.markImage, colour}, {&seg.userBoundary, Qt::white}};
+    for (const auto& [image, paint] : layers) {
+        if (image->isNull() || (image == &seg.userBoundary && colour != boundaryPen))
+            continue;
+        QPainter painter(image);
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.setPen(QPen(QBrush(paint), qreal(v), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        if (p1 != p2)
+            painter.drawLine(p1, p2);
+        else
+            painter.drawLine(QPointF(p1.x(), p1.y()), QPointF(p1.x(), p1.y() + 0.001));
+    }
     showMarkBox->setChecked(true);
     const QRect dirty = QRect(QPoint(std::min(p1.x(), p2.x()) - v - 3, std::min(p1.y(), p2.y()) - v - 3),
                               QPoint(std::max(p1.x(), p2.x()) + v + 2, std::max(p1.y(), p2.y()) + v + 2))
@@ -547,10 +560,26 @@ void VexaToolQuickSelectWidget::updateImageBox(QRect rect)
     compose(rect);
 }
 
+QImage VexaToolQuickSelectWidget::marksToShow(const QRect& rect) const
+{
+    assert(rect.isEmpty() || seg.markImage.rect().contains(rect));
+    QImage shown = seg.markImage.copy(rect);
+    const bool known = seg.userBoundary.size() == seg.markImage.size();
+    for (int y = 0; y < shown.height(); ++y) {
+        auto* row = reinterpret_cast<QRgb*>(shown.scanLine(y));
+        const uchar* own = known ? seg.userBoundary.constScanLine(y + rect.top()) + rect.left() : nullptr;
+        for (int x = 0; x < shown.width(); ++x)
+            if (row[x] == VexaSegmentation::BoundaryMark && !(own && own[x]))
+                row[x] = computedBandColour;
+    }
+    return shown;
+}
+
 void VexaToolQuickSelectWidget::compose(const QRect& rect)
 {
     // The hand-over: a step's images are read only once it has written its last pixel.
     assert(!thread || !thread->isWriting());
+    const QRect marksRect = rect.intersected(seg.markImage.rect());
     if (!imageBox->getImageToDraw())
         imageBox->allocImageToDraw(seg.sourceImage.width(), seg.sourceImage.height());
     QPainter painter(imageBox->getImageToDraw());
@@ -559,7 +588,7 @@ void VexaToolQuickSelectWidget::compose(const QRect& rect)
         painter.drawImage(rect.topLeft(), seg.sourceImage, rect);
         if (showMarkBox->isChecked()) {
             painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-            painter.drawImage(rect.topLeft(), seg.markImage, rect);
+            painter.drawImage(marksRect.topLeft(), marksToShow(marksRect));
         }
     } else if (viewMatteButton->isChecked()) {
         painter.fillRect(rect, Qt::transparent);
@@ -572,7 +601,7 @@ void VexaToolQuickSelectWidget::compose(const QRect& rect)
     // strokes that made it needs both at once.
     if (showMarkBox->isChecked() && (viewMatteButton->isChecked() || viewAlphaButton->isChecked())) {
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        painter.drawImage(rect.topLeft(), seg.markImage, rect);
+        painter.drawImage(marksRect.topLeft(), marksToShow(marksRect));
     }
     painter.end();
     // The changed image rectangle, in widget pixels at the current zoom.

@@ -101,6 +101,8 @@ private:
     // The worker's request to show its result; it has written its last pixel by then.
     void showStepResult(const QRect& area);
     void compose(const QRect& rect);
+    // The marks of an image rectangle as the view shows them: the computed band in its own colour.
+    QImage marksToShow(const QRect& rect) const;
     // Reloads the view for the view button that is checked and recomposes all of it.
     void refreshView();
     void chooseMarkButton(QPushButton* chosen);

@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Clear Marks</source>
-        <translation>Markierungen löschen</translation>
+        <translation type="vanished">Markierungen löschen</translation>
     </message>
     <message>
         <source>Alpha Extract</source>
@@ -316,6 +316,10 @@
     <message>
         <source>Turn the boundary band into soft edges (A)</source>
         <translation>Randstreifen in weiche Kanten umwandeln (A)</translation>
+    </message>
+    <message>
+        <source>Erase Marks</source>
+        <translation>Markierungen radieren</translation>
     </message>
 </context>
 <context>

@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Clear Marks</source>
-        <translation>Borrar marcas</translation>
+        <translation type="vanished">Borrar marcas</translation>
     </message>
     <message>
         <source>Alpha Extract</source>
@@ -316,6 +316,10 @@
     <message>
         <source>Turn the boundary band into soft edges (A)</source>
         <translation>Convertir la banda del borde en bordes suaves (A)</translation>
+    </message>
+    <message>
+        <source>Erase Marks</source>
+        <translation>Borrador de marcas</translation>
     </message>
 </context>
 <context>

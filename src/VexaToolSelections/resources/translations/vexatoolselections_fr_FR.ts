@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Clear Marks</source>
-        <translation>Effacer les marques</translation>
+        <translation type="vanished">Effacer les marques</translation>
     </message>
     <message>
         <source>Alpha Extract</source>
@@ -316,6 +316,10 @@
     <message>
         <source>Turn the boundary band into soft edges (A)</source>
         <translation>Transformer la bande de bord en contours doux (A)</translation>
+    </message>
+    <message>
+        <source>Erase Marks</source>
+        <translation>Gommer les marques</translation>
     </message>
 </context>
 <context>

@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Clear Marks</source>
-        <translation>マークを消去</translation>
+        <translation type="vanished">マークを消去</translation>
     </message>
     <message>
         <source>Alpha Extract</source>
@@ -316,6 +316,10 @@
     <message>
         <source>Turn the boundary band into soft edges (A)</source>
         <translation>境界の帯を柔らかい輪郭にする (A)</translation>
+    </message>
+    <message>
+        <source>Erase Marks</source>
+        <translation>マーク消しゴム</translation>
     </message>
 </context>
 <context>

@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Clear Marks</source>
-        <translation>표시 지우기</translation>
+        <translation type="vanished">표시 지우기</translation>
     </message>
     <message>
         <source>Alpha Extract</source>
@@ -316,6 +316,10 @@
     <message>
         <source>Turn the boundary band into soft edges (A)</source>
         <translation>경계 띠를 부드러운 가장자리로 만들기 (A)</translation>
+    </message>
+    <message>
+        <source>Erase Marks</source>
+        <translation>표시 지우개</translation>
     </message>
 </context>
 <context>

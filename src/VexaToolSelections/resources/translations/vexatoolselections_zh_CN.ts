@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Clear Marks</source>
-        <translation>清除标记</translation>
+        <translation type="vanished">清除标记</translation>
     </message>
     <message>
         <source>Alpha Extract</source>
@@ -316,6 +316,10 @@
     <message>
         <source>Turn the boundary band into soft edges (A)</source>
         <translation>将边界带转为柔和边缘 (A)</translation>
+    </message>
+    <message>
+        <source>Erase Marks</source>
+        <translation>擦除标记</translation>
     </message>
 </context>
 <context>

@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Clear Marks</source>
-        <translation>清除標記</translation>
+        <translation type="vanished">清除標記</translation>
     </message>
     <message>
         <source>Alpha Extract</source>
@@ -316,6 +316,10 @@
     <message>
         <source>Turn the boundary band into soft edges (A)</source>
         <translation>將邊界帶轉為柔和邊緣 (A)</translation>
+    </message>
+    <message>
+        <source>Erase Marks</source>
+        <translation>擦除標記</translation>
     </message>
 </context>
 <context>
