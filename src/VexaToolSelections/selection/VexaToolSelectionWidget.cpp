@@ -12,6 +12,10 @@ VexaToolSelectionWidget::VexaToolSelectionWidget(VexaToolSelectionBase* tool, QW
     , ui(std::make_unique<Ui::VexaToolSelectionWidgetClass>())
 {
     ui->setupUi(this);
+    // The button keeps its own name as the first line; the second tells the way to subtract
+    // that works where the window manager takes Alt + drag.
+    ui->substractBtn->setToolTip(ui->substractBtn->toolTip() + QLatin1Char('\n')
+                                 + tr("Drag with the right mouse button to subtract in any mode"));
     initIcons();
     clickEnabled = true;
 }

@@ -398,6 +398,13 @@
     </message>
 </context>
 <context>
+    <name>VexaToolSelectionWidget</name>
+    <message>
+        <source>Drag with the right mouse button to subtract in any mode</source>
+        <translation>Mit der rechten Maustaste ziehen, um in jedem Modus abzuziehen</translation>
+    </message>
+</context>
+<context>
     <name>VexaToolSelectionWidgetClass</name>
     <message>
         <source>VexaToolSelectionWidget</source>

@@ -398,6 +398,13 @@
     </message>
 </context>
 <context>
+    <name>VexaToolSelectionWidget</name>
+    <message>
+        <source>Drag with the right mouse button to subtract in any mode</source>
+        <translation>Arrastre con el botón derecho del ratón para restar en cualquier modo</translation>
+    </message>
+</context>
+<context>
     <name>VexaToolSelectionWidgetClass</name>
     <message>
         <source>VexaToolSelectionWidget</source>

@@ -398,6 +398,13 @@
     </message>
 </context>
 <context>
+    <name>VexaToolSelectionWidget</name>
+    <message>
+        <source>Drag with the right mouse button to subtract in any mode</source>
+        <translation>Faites glisser avec le bouton droit de la souris pour soustraire dans tous les modes</translation>
+    </message>
+</context>
+<context>
     <name>VexaToolSelectionWidgetClass</name>
     <message>
         <source>VexaToolSelectionWidget</source>

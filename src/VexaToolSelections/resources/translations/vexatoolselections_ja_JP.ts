@@ -398,6 +398,13 @@
     </message>
 </context>
 <context>
+    <name>VexaToolSelectionWidget</name>
+    <message>
+        <source>Drag with the right mouse button to subtract in any mode</source>
+        <translation>どのモードでもマウスの右ボタンでドラッグすると一部削除します</translation>
+    </message>
+</context>
+<context>
     <name>VexaToolSelectionWidgetClass</name>
     <message>
         <source>VexaToolSelectionWidget</source>

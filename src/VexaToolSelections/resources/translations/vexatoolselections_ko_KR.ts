@@ -398,6 +398,13 @@
     </message>
 </context>
 <context>
+    <name>VexaToolSelectionWidget</name>
+    <message>
+        <source>Drag with the right mouse button to subtract in any mode</source>
+        <translation>어느 모드에서든 마우스 오른쪽 버튼으로 드래그하면 빼기가 됩니다</translation>
+    </message>
+</context>
+<context>
     <name>VexaToolSelectionWidgetClass</name>
     <message>
         <source>VexaToolSelectionWidget</source>
