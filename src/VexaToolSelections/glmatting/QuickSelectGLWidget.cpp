@@ -15,6 +15,9 @@
 
 namespace {
 
+// The unknown grey and the marks' opacity: 128 of 255.
+constexpr float mid = 128.0f / 255.0f;
+
 QOpenGLFunctions* gl()
 {
     return QOpenGLContext::currentContext()->functions();
@@ -500,7 +503,9 @@ void QuickSelectGLWidget::reset()
         return;
     makeCurrent();
     renderInto(alphaTexture);
-    glClearColor(0.5f, 0.5f, 0.5f, 1.0f); // all unknown
+    // All unknown: 128 of 255, a level 8 bits hold exactly; 0.5 lies halfway between two and
+    // drivers round it either way.
+    glClearColor(mid, mid, mid, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT);
     renderInto(marksTexture);
     glClearColor(0, 0, 0, 0); // no marks
@@ -685,7 +690,8 @@ void QuickSelectGLWidget::mouseMoveEvent(QMouseEvent* event)
     struct Rgba {
         float r, g, b, a;
     };
-    constexpr Rgba red{1, 0, 0, 0.5f}, green{0, 1, 0, 0.5f}, blue{0, 0, 1, 0.5f}, erase{0, 0, 0, 0};
+    // Half opaque as 128 of 255 exactly, the same bytes on every driver.
+    constexpr Rgba red{1, 0, 0, mid}, green{0, 1, 0, mid}, blue{0, 0, 1, mid}, erase{0, 0, 0, 0};
     Rgba colour = erase;
     switch (markMode) {
     case 0:

@@ -98,7 +98,9 @@ void main()
     }
 
     if (nf == 0 && nb == 0) {
-        gl_FragColor = vec4(0.5, 0.5, 0.5, 1.0);
+        // Still unknown: 128 of 255 exactly (0.5 lies between two levels; drivers round it
+        // either way).
+        gl_FragColor = vec4(128.0 / 255.0, 128.0 / 255.0, 128.0 / 255.0, 1.0);
         return;
     }
     if (nf == 0) {

@@ -4,13 +4,17 @@
 uniform vec2 DimT;
 uniform sampler2D UsrMap;
 
+// The unknown level, 128 of 255: a value 8 bits hold exactly, where 0.5 lies halfway between
+// two levels and drivers round it either way.
+const float MID = 128.0 / 255.0;
+
 void main()
 {
     vec4 mark = texture2D(UsrMap, gl_FragCoord.xy * DimT);
     if (mark.r > 0.5)
         gl_FragColor = vec4(1.0, 1.0, 1.0, 1.0);
     else if (mark.g > 0.5)
-        gl_FragColor = vec4(0.5, 0.5, 0.5, 1.0);
+        gl_FragColor = vec4(MID, MID, MID, 1.0);
     else
         gl_FragColor = vec4(0.0, 0.0, 0.0, 1.0);
 }
