@@ -79,23 +79,6 @@ inline Grid trimap(const Grid& marks)
     });
 }
 
-inline Grid fastFill(const Grid& marks)
-{
-    return each(marks.w, marks.h, [&](int x, int y) -> Px {
-        const Px& m = marks.at(x, y);
-        if (m[0] > 0.5f || m[1] > 0.5f || m[2] > 0.5f)
-            return m;
-        const Px* n[4] = {&marks.at(x - 1, y), &marks.at(x + 1, y), &marks.at(x, y - 1), &marks.at(x, y + 1)};
-        for (const Px* p : n)
-            if ((*p)[0] > 0.5f)
-                return {1, 0, 0, 0.5f};
-        for (const Px* p : n)
-            if ((*p)[2] > 0.5f)
-                return {0, 0, 1, 0.5f};
-        return m;
-    });
-}
-
 inline Grid expand(const Grid& tri, const Grid& col)
 {
     return each(tri.w, tri.h, [&](int x, int y) -> Px {
