@@ -90,7 +90,6 @@ private slots:
     void translation_data();
     void translation();
     void undoRedoRoundTrip();
-    void outlineFollowsPixelEdges();
     void outlineMatchesPixelByPixel();
     void rectangleCornersArePixels_data();
     void rectangleCornersArePixels();
@@ -189,8 +188,7 @@ void TestSelection::ellipseAndPolygonShapes()
     ellipse->addPoint(QPointF(18, 18));
     ellipse->addPoint(QPointF(2, 2));
     sel.addPath(ellipse.release(), 0);
-    QCOMPARE(int(sel.mask()[10 * sel.maskStride() + 10]), 255);
-    QCOMPARE(int(sel.mask()[2 * sel.maskStride() + 2]), 0);
+    QVERIFY(sel.mask()[10 * sel.maskStride() + 10] == 255 && sel.mask()[2 * sel.maskStride() + 2] == 0);
     QCOMPARE(sel.boundingRect(), QRect(2, 2, 16, 16));
     // Edge pixels of a curve are partly covered: anti-aliased.
     bool soft = false;
@@ -204,8 +202,7 @@ void TestSelection::ellipseAndPolygonShapes()
         triangle->addPoint(p);
     sel.combineMode = 0;
     sel.addPath(triangle.release(), 0);
-    QCOMPARE(int(sel.mask()[1 * sel.maskStride() + 1]), 255);
-    QCOMPARE(int(sel.mask()[18 * sel.maskStride() + 18]), 0);
+    QVERIFY(sel.mask()[1 * sel.maskStride() + 1] == 255 && sel.mask()[18 * sel.maskStride() + 18] == 0);
 
     // Too few points for the type: the new area is empty, so New leaves nothing.
     auto stub = std::make_unique<VexaSelectionPath>();
@@ -241,7 +238,6 @@ void TestSelection::addMask()
     VexaSelection sel(5, 3);
     sel.addPath(rectPath(QRectF(0, 0, 1, 3)), 0);
     std::vector<unsigned char> block(6, 255);
-    block[0] = 255;
     sel.combineMode = mode;
     sel.addMask(block.data(), 3, 2, x, y);
     QCOMPARE(bytes(sel), expected);
@@ -333,9 +329,8 @@ void TestSelection::undoRedoRoundTrip()
     history.undo();
     QVERIFY(!sel.hasSelection());
     QVERIFY(!history.canUndo());
-    history.redo();
-    history.redo();
-    history.redo();
+    for (int i = 0; i < 3; ++i)
+        history.redo();
     QCOMPARE(bytes(sel), three);
 
     // A new change after undo drops what could be redone.
@@ -347,26 +342,19 @@ void TestSelection::undoRedoRoundTrip()
     QCOMPARE(bytes(sel), two);
 }
 
-void TestSelection::outlineFollowsPixelEdges()
-{
-    // An L-shaped selection has six edges; runs along a row or column merge.
-    VexaSelection sel(4, 4);
-    sel.addPath(rectPath(QRectF(0, 0, 1, 3)), 0);
-    sel.combineMode = 1;
-    sel.addPath(rectPath(QRectF(0, 2, 3, 1)), 0);
-    const std::vector<float> segs = VexaMaskOps::outline(sel.mask(), 4, 4, sel.maskStride());
-    QCOMPARE(segs.size(), size_t(6 * 4));
-    float length = 0;
-    for (size_t i = 0; i < segs.size(); i += 4)
-        length += qAbs(segs[i + 2] - segs[i]) + qAbs(segs[i + 3] - segs[i + 1]);
-    QCOMPARE(length, 12.0f);
-}
-
 void TestSelection::outlineMatchesPixelByPixel()
 {
     // The outline, cut into unit edges, is exactly the set of pixel edges between a selected
     // and an unselected pixel (outside the canvas counts as unselected), on seeded random masks
-    // with repeated rows (the outline skips those) and soft bytes around 128.
+    // with repeated rows (the outline skips those) and soft bytes around 128. Runs along a row
+    // or column merge: an L shape has six edges, twelve pixels long.
+    const uint8_t ell[] = {255, 0, 0, 255, 0, 0, 255, 255, 255};
+    const std::vector<float> six = VexaMaskOps::outline(ell, 3, 3, 3);
+    QCOMPARE(six.size(), size_t(6 * 4));
+    float length = 0;
+    for (size_t i = 0; i < six.size(); i += 4)
+        length += qAbs(six[i + 2] - six[i]) + qAbs(six[i + 3] - six[i + 1]);
+    QCOMPARE(length, 12.0f);
     std::mt19937 random(7);
     for (int round = 0; round < 40; ++round) {
         const int w = 1 + int(random() % 23), h = 1 + int(random() % 17), stride = w + 3;
@@ -422,8 +410,6 @@ void TestSelection::pathSamplingIsEven()
     QCOMPARE(copy.points(), path.points());
     copy.deleteFront();
     QCOMPARE(copy.getPointNumber(), 6);
-    VexaSelectionPath empty(nullptr, nullptr);
-    QCOMPARE(empty.getPointNumber(), 0);
 }
 
 void TestSelection::rectangleCornersArePixels_data()
