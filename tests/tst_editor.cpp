@@ -514,10 +514,13 @@ void TestEditor::optionsBarKeepsItsHeight()
     auto* options = window.findChild<QToolBar*>(QStringLiteral("options"));
     const int canvasTop = window.canvas()->mapTo(&window, QPoint(0, 0)).y();
     QSet<int> heights, tops;
+    IVexaTool* previous = nullptr;
     for (const QString& name : {QStringLiteral("Ellipse Select Tool"), QStringLiteral("Rectangular Marquee Tool"),
                                 QStringLiteral("Polygonal Lasso Tool"), QStringLiteral("Move Selection"),
                                 QStringLiteral("Magic Select Tool"), QStringLiteral("Lasso Tool")}) {
         window.activateTool(window.tool(name));
+        QVERIFY(!previous || !previous->isActive()); // one tool at a time
+        previous = window.tool(name);
         QApplication::processEvents();
         heights << options->height();
         tops << window.canvas()->mapTo(&window, QPoint(0, 0)).y();

@@ -231,6 +231,7 @@ void TestMattingWindow::strokesAndMatteUndo()
     QCOMPARE(shot(), two);
     // ... the same brush as the left button of the second mode.
     matting.setMarkMode(1);
+    QCOMPARE(matting.findChild<QComboBox*>(QStringLiteral("markMode"))->currentIndex(), 1); // the tool bar follows
     stroke(view, Qt::LeftButton, {{20, 70}, {60, 70}});
     QCOMPARE(shot(), two);
     undo();
