@@ -288,9 +288,7 @@ private slots:
         QFETCH(float, scale);
         QFETCH(int, x);
         QFETCH(bool, selects);
-        VexaToolFixture f(QSize(40, 40), scale);
-        VexaToolMagicSelection tool;
-        tool.active(f.doc.get());
+        ToolFixture<VexaToolMagicSelection> f(QSize(40, 40), scale);
         f.click(x, 2);
         QCOMPARE(f.selection()->hasSelection(), selects);
     }
