@@ -125,6 +125,7 @@ private slots:
         const QImage big = VexaMatteResample::nearest(marks, 5, 1);
         QCOMPARE(big.pixel(1, 0), qRgb(255, 0, 0)); // 0.25
         QCOMPARE(big.pixel(2, 0), qRgb(0, 0, 255)); // 0.5
+        QCOMPARE(VexaMatteResample::nearest(marks, 1, 1).pixel(0, 0), qRgb(255, 0, 0)); // one column: the first
     }
 
     void outputSizes_data()
