@@ -41,10 +41,10 @@ public:
     QRect bounds() const { return selection()->boundingRect(); }
     void selectRect(const QRect& r)
     {
-        std::vector<unsigned char> mask(size_t(selection()->maskStride()) * size_t(selection()->height()), 0);
+        const size_t stride = size_t(selection()->maskStride());
+        std::vector<unsigned char> mask(stride * size_t(selection()->height()), 0);
         for (int y = r.top(); y <= r.bottom(); ++y)
-            for (int x = r.left(); x <= r.right(); ++x)
-                mask[size_t(y) * size_t(selection()->maskStride()) + size_t(x)] = 255;
+            std::fill_n(mask.begin() + ptrdiff_t(size_t(y) * stride + size_t(r.left())), r.width(), 255);
         selection()->copyMask(mask.data());
     }
 
@@ -72,4 +72,15 @@ public:
     std::unique_ptr<VexaCanvas> canvas;
     qint64 now = 1000000;
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
+};
+
+// The fixture with a tool of type T, active on its document (and gone before it).
+template <class T>
+struct ToolFixture : VexaToolFixture {
+    ToolFixture(const QSize& size, float scale)
+        : VexaToolFixture(size, scale)
+    {
+        tool.active(doc.get());
+    }
+    T tool;
 };

@@ -4,7 +4,6 @@
 #include "VexaMatteResample.h"
 #include "VexaTestImages.h"
 
-#include <QImageReader>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -15,8 +14,7 @@ namespace {
 
 QImage grey(std::initializer_list<std::initializer_list<int>> rows)
 {
-    const int h = int(rows.size()), w = int(rows.begin()->size());
-    QImage img(w, h, QImage::Format_ARGB32);
+    QImage img(int(rows.begin()->size()), int(rows.size()), QImage::Format_ARGB32);
     int y = 0;
     for (const auto& row : rows) {
         int x = 0;
@@ -32,14 +30,13 @@ QImage marksFor(const QSize& size, bool background = true)
 {
     QImage marks(size, QImage::Format_RGB32);
     marks.fill(qRgb(0, 0, 0));
-    const int band = qMax(1, size.height() / 10);
-    for (int y = size.height() / 2 - band; y < size.height() / 2 + band; ++y) {
-        for (int x = size.width() / 8; x < size.width() / 8 + band; ++x)
-            marks.setPixel(x, y, qRgb(255, 0, 0));
-        if (background)
-            for (int x = size.width() * 7 / 8 - band; x < size.width() * 7 / 8; ++x)
-                marks.setPixel(x, y, qRgb(0, 0, 255));
-    }
+    const int band = qMax(1, size.height() / 10), w = size.width();
+    for (int y = size.height() / 2 - band; y < size.height() / 2 + band; ++y)
+        for (int x = 0; x < band; ++x) {
+            marks.setPixel(w / 8 + x, y, qRgb(255, 0, 0));
+            if (background)
+                marks.setPixel(w * 7 / 8 - band + x, y, qRgb(0, 0, 255));
+        }
     return marks;
 }
 
@@ -57,8 +54,9 @@ struct Run {
     QString out, err;
 };
 
-// `addressSpace`: bytes the program may map in all, 0 for no bound.
-Run cli(const QStringList& args, qint64 addressSpace = 0)
+// `addressSpace`: bytes the program may map in all, 0 for no bound; `fileSize`: the shell's
+// `ulimit -f` in blocks, which fails writes as a full disk does.
+Run cli(const QStringList& args, qint64 addressSpace = 0, int fileSize = 0)
 {
     QProcess p;
     if (addressSpace > 0)
@@ -66,7 +64,11 @@ Run cli(const QStringList& args, qint64 addressSpace = 0)
             const rlimit bound{rlim_t(addressSpace), rlim_t(addressSpace)};
             setrlimit(RLIMIT_AS, &bound);
         });
-    p.start(QStringLiteral(VEXA_CLI_PATH), args);
+    if (fileSize > 0)
+        p.start(QStringLiteral("/bin/sh"),
+                QStringList{"-c", QStringLiteral("ulimit -f %1; exec \"$0\" \"$@\"").arg(fileSize), VEXA_CLI_PATH} + args);
+    else
+        p.start(QStringLiteral(VEXA_CLI_PATH), args);
     Run r;
     if (!p.waitForFinished(240000))
         return r;
@@ -82,311 +84,241 @@ class TestCli : public QObject
 {
     Q_OBJECT
 private slots:
-    void resampleWorkedByHand();
-    void resampleCorners();
-    void outputSizes_data();
-    void outputSizes();
-    void hintWritesNothing();
-    void badArgumentsExitWithTwo_data();
-    void badArgumentsExitWithTwo();
-    void fullDiskKeepsOldFiles();
-    void refusesWhatTheMachineCannotHold();
-    void cameraSizedPhoto();
-    void refinesFromTrimap();
-    void outOfMemoryWritesNothing();
-};
-
-void TestCli::resampleWorkedByHand()
-{
-    // 2 x 2 to 3 x 3: scale (2 - 1) / (3 - 1) = 0.5 on both axes.
-    const QImage matte = grey({{0, 255}, {255, 0}});
-    QImage out = VexaMatteResample::toGray(matte, 3, 3);
-    QCOMPARE(out.size(), QSize(3, 3));
-    auto at = [&](int x, int y) { return int(out.constScanLine(y)[x]); };
-    // Corners take the matte's corners; (1, 0) = 0 * 0.5 + 255 * 0.5 = 127.5, truncated.
-    QCOMPARE(at(0, 0), 0);
-    QCOMPARE(at(2, 0), 255);
-    QCOMPARE(at(0, 2), 255);
-    QCOMPARE(at(2, 2), 0);
-    QCOMPARE(at(1, 0), 127);
-    QCOMPARE(at(0, 1), 127);
-    // Centre: 0 * 0.25 + 255 * 0.25 + 255 * 0.25 + 0 * 0.25 = 127.5.
-    QCOMPARE(at(1, 1), 127);
-    // 2 x 1 to 5 x 1: scale 0.25, so column 1 is 3/4 of 40 plus 1/4 of 200 = 80.
-    out = VexaMatteResample::toGray(grey({{40, 200}}), 5, 1);
-    QCOMPARE(int(out.constScanLine(0)[1]), 80);
-    QCOMPARE(int(out.constScanLine(0)[3]), 160);
-    // Grey is (11 R + 16 G + 5 B) / 32: pure red 87, pure green 127, pure blue 39; same size copies.
-    QImage colours(3, 1, QImage::Format_ARGB32);
-    colours.setPixel(0, 0, qRgb(255, 0, 0));
-    colours.setPixel(1, 0, qRgb(0, 255, 0));
-    colours.setPixel(2, 0, qRgba(0, 0, 255, 0)); // alpha ignored
-    out = VexaMatteResample::toGray(colours, 3, 1);
-    QCOMPARE(int(out.constScanLine(0)[0]), 87);
-    QCOMPARE(int(out.constScanLine(0)[1]), 127);
-    QCOMPARE(int(out.constScanLine(0)[2]), 39);
-    // A document one pixel wide samples the first column; a null matte writes nothing.
-    out = VexaMatteResample::toGray(grey({{10, 250}}), 1, 1);
-    QCOMPARE(int(out.constScanLine(0)[0]), 10);
-    QVERIFY(VexaMatteResample::toGray(QImage(), 4, 4).isNull());
-}
-
-void TestCli::resampleCorners()
-{
-    // A 1536 x 1024 matte to 3000 x 2000: the last canvas pixel takes the last matte pixel,
-    // and mask rows honour their stride.
-    QImage matte(1536, 1024, QImage::Format_ARGB32);
-    matte.fill(qRgb(0, 0, 0));
-    matte.setPixel(1535, 1023, qRgb(255, 255, 255));
-    const int stride = 3008;
-    std::vector<uint8_t> mask(size_t(stride) * 2000, 7);
-    QVERIFY(VexaMatteResample::toMask(matte, 3000, 2000, mask.data(), stride));
-    QCOMPARE(int(mask[size_t(1999) * stride + 2999]), 255);
-    QCOMPARE(int(mask[size_t(1999) * stride + 2997]), 0);
-    QCOMPARE(int(mask[size_t(1999) * stride + 3000]), 7); // past the width: untouched
-    // Nearest for marks: the same mapping, the nearer sample.
-    QImage marks(2, 1, QImage::Format_ARGB32);
-    marks.setPixel(0, 0, qRgb(255, 0, 0));
-    marks.setPixel(1, 0, qRgb(0, 0, 255));
-    const QImage big = VexaMatteResample::nearest(marks, 5, 1);
-    QCOMPARE(big.pixel(1, 0), qRgb(255, 0, 0)); // 0.25
-    QCOMPARE(big.pixel(2, 0), qRgb(0, 0, 255)); // 0.5 goes up
-    QCOMPARE(big.pixel(4, 0), qRgb(0, 0, 255));
-}
-
-void TestCli::outputSizes_data()
-{
-    QTest::addColumn<QSize>("photo");
-    QTest::addColumn<bool>("working");
-    QTest::addColumn<QSize>("expected");
-    QTest::addColumn<QString>("steps");
-    QTest::newRow("large photo: photo size") << QSize(2000, 1000) << false << QSize(2000, 1000) << "mark,matte";
-    QTest::newRow("large photo, --working-size") << QSize(2000, 1000) << true << QSize(1536, 768) << "mark,matte";
-    QTest::newRow("tall photo: photo size") << QSize(700, 1700) << false << QSize(700, 1700) << "mark,matte";
-    QTest::newRow("small photo either way") << QSize(40, 20) << true << QSize(40, 20) << "mark,matte";
-    QTest::newRow("refined, photo size") << QSize(2000, 1000) << false << QSize(2000, 1000) << "mark,matte,refine";
-}
-
-void TestCli::outputSizes()
-{
-    QFETCH(QSize, photo);
-    QFETCH(bool, working);
-    QFETCH(QSize, expected);
-    QFETCH(QString, steps);
-    QTemporaryDir dir;
-    const QString image = dir.filePath("photo.png"), marks = dir.filePath("marks.png");
-    QVERIFY(halves(photo).save(image));
-    QVERIFY(marksFor(photo).save(marks));
-    auto out = [&](const char* name) { return dir.filePath(QLatin1String(name)); };
-    QStringList args{"--steps", steps, "--alpha", out("alpha.png"), "--result", out("result.png"), "--marks-out",
-                     out("marks-out.png"), image, marks};
-    if (working)
-        args.prepend("--working-size");
-    const Run r = cli(args << "--timings");
-    QVERIFY2(r.status == 0, qPrintable(r.err));
-    for (const char* figure : {"load ", "regions ", "mark ", "save "})
-        QVERIFY2(r.out.contains(QLatin1String(figure)), qPrintable(r.out + r.err));
-    const QImage alpha(out("alpha.png")), result(out("result.png")), marksOut(out("marks-out.png"));
-    QCOMPARE(alpha.size(), expected);
-    QCOMPARE(result.size(), expected);
-    QCOMPARE(marksOut.size(), expected);
-    // The object (left half) is kept, the background cut away, at the output's size.
-    QCOMPARE(qGray(alpha.pixel(expected.width() / 8, expected.height() / 2)), 255);
-    QCOMPARE(qGray(alpha.pixel(expected.width() * 7 / 8, expected.height() / 2)), 0);
-    QCOMPARE(qAlpha(result.pixel(expected.width() * 7 / 8, expected.height() / 2)), 0);
-    QCOMPARE(qRed(result.pixel(2, 2)), 230);
-    if (working || photo == expected)
-        return;
-    // At the photo's size the matte is the working matte resampled as the tool resamples it.
-    const Run small = cli({"--steps", steps, "--working-size", "--alpha", out("working.png"), image, marks});
-    QCOMPARE(small.status, 0);
-    const QImage expectedAlpha = VexaMatteResample::toGray(QImage(out("working.png")), photo.width(), photo.height());
-    QCOMPARE(alpha.convertToFormat(QImage::Format_Grayscale8), expectedAlpha);
-}
-
-void TestCli::hintWritesNothing()
-{
-    QTemporaryDir dir;
-    const QSize size(60, 40);
-    QVERIFY(halves(size).save(dir.filePath("photo.png")));
-    QVERIFY(marksFor(size, false).save(dir.filePath("marks.png")));
-    const Run r = cli({"--alpha", dir.filePath("alpha.png"), "--result", dir.filePath("result.png"), "--marks-out",
-                       dir.filePath("marks-out.png"), dir.filePath("photo.png"), dir.filePath("marks.png")});
-    QCOMPARE(r.status, 1);
-    QVERIFY2(r.err.startsWith(QStringLiteral("vexa-quickselect: ")), qPrintable(r.err));
-    QVERIFY(r.err.contains(QStringLiteral("background")));
-    QVERIFY(r.out.isEmpty());
-    for (const char* name : {"alpha.png", "result.png", "marks-out.png"})
-        QVERIFY2(!QFile::exists(dir.filePath(QLatin1String(name))), name);
-}
-
-void TestCli::badArgumentsExitWithTwo_data()
-{
-    QTest::addColumn<QStringList>("args"); // image.png 40 x 20, marks.png 40 x 20, small.png 10 x 10
-    QTest::addColumn<QString>("says");
-    // Every run asks for alpha.png too: a run that fails must not have written it.
-    QTest::newRow("bad steps") << QStringList{"--steps", "cut", "image.png", "marks.png"} << "--steps";
-    QTest::newRow("bad sensitivity") << QStringList{"--sensitivity", "101", "image.png", "marks.png"} << "--sensitivity";
-    QTest::newRow("marks of another size") << QStringList{"image.png", "small.png"} << "the marks are";
-    QTest::newRow("unreadable image") << QStringList{"missing.png", "marks.png"} << "cannot read the image";
-    QTest::newRow("empty image file") << QStringList{"empty.png", "marks.png"} << "empty file";
-    QTest::newRow("broken PNG") << QStringList{"broken.png", "marks.png"} << "cannot read the image";
-    QTest::newRow("second output's folder missing")
-        << QStringList{"--result", "/nonexistent/dir/r.png", "image.png", "marks.png"} << "/nonexistent/dir/r.png";
-    QTest::newRow("output of no known format") << QStringList{"--marks-out", "marks.out", "image.png", "marks.png"} << "marks.out";
-    QTest::newRow("nothing to write") << QStringList{"--alpha", "", "image.png", "marks.png"} << "nothing to write";
-    QTest::newRow("refine without matte") << QStringList{"--steps", "mark,refine", "image.png", "marks.png"} << "--steps";
-    QTest::newRow("trimap of another size") << QStringList{"--trimap", "small.png", "image.png"} << "the trimap is";
-    QTest::newRow("trimap all unknown") << QStringList{"--trimap", "unknown.png", "image.png"} << "no known pixel";
-    QTest::newRow("trimap and marks") << QStringList{"--trimap", "marks.png", "image.png", "marks.png"} << "only IMAGE";
-    QTest::newRow("trimap and marks out") << QStringList{"--trimap", "marks.png", "--marks-out", "m.png", "image.png"}
-                                          << "no marks to write";
-}
-
-void TestCli::badArgumentsExitWithTwo()
-{
-    QFETCH(QStringList, args);
-    QFETCH(QString, says);
-    QTemporaryDir dir;
-    QVERIFY(halves(QSize(40, 20)).save(dir.filePath("image.png")));
-    QVERIFY(marksFor(QSize(40, 20)).save(dir.filePath("marks.png")));
-    QVERIFY(marksFor(QSize(10, 10)).save(dir.filePath("small.png")));
-    QFile(dir.filePath("empty.png")).open(QIODevice::WriteOnly);
-    QFile broken(dir.filePath("broken.png"));
-    QVERIFY(broken.open(QIODevice::WriteOnly));
-    QFile whole(dir.filePath("image.png"));
-    QVERIFY(whole.open(QIODevice::ReadOnly));
-    broken.write(whole.readAll().left(60)); // a signature and a header, then nothing
-    broken.close();
-    QImage unknown(40, 20, QImage::Format_Grayscale8);
-    unknown.fill(128);
-    QVERIFY(unknown.save(dir.filePath("unknown.png")));
-    for (QString& a : args)
-        if (a.endsWith(QLatin1String(".png")) && !a.startsWith(QLatin1Char('/')))
-            a = dir.filePath(a);
-    const Run r = cli(QStringList{"--alpha", dir.filePath("alpha.png")} + args);
-    QCOMPARE(r.status, 2);
-    QVERIFY2((r.out + r.err).contains(says), qPrintable(r.out + r.err));
-    // The library's own complaints stay off the terminal: the message says it once.
-    QVERIFY2(!r.err.contains(QStringLiteral("libpng")), qPrintable(r.err));
-    QVERIFY(!QFile::exists(dir.filePath("alpha.png")));
-}
-
-void TestCli::fullDiskKeepsOldFiles()
-{
-    // A file size limit fails the writes as a full disk does: the outputs keep what they held.
-    QTemporaryDir dir;
-    QStringList args;
-    for (const char* name : {"alpha.png", "result.png"}) {
-        QFile old(dir.filePath(QLatin1String(name)));
-        QVERIFY(old.open(QIODevice::WriteOnly));
-        old.write("old");
-        args << QStringLiteral("--%1").arg(QLatin1String(name).chopped(4)) << old.fileName();
-    }
-    args << QStringLiteral(VEXA_DATA_DIR "/coffee.png") << QStringLiteral(VEXA_DATA_DIR "/coffee-marks.png");
-    QProcess p;
-    p.start(QStringLiteral("/bin/sh"), QStringList{"-c", "ulimit -f 64; exec \"$0\" \"$@\"", VEXA_CLI_PATH} + args);
-    QVERIFY(p.waitForFinished(240000));
-    QCOMPARE(p.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(p.exitCode(), 2);
-    const QString err = QString::fromLocal8Bit(p.readAllStandardError());
-    QVERIFY2(err.contains(QStringLiteral("Cannot write")) && !err.contains(QStringLiteral("libpng")), qPrintable(err));
-    for (const char* name : {"alpha.png", "result.png"}) {
-        QFile kept(dir.filePath(QLatin1String(name)));
-        QVERIFY(kept.open(QIODevice::ReadOnly));
-        QCOMPARE(kept.readAll(), QByteArray("old"));
-    }
-    QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2); // no temporary left behind
-}
-
-void TestCli::refusesWhatTheMachineCannotHold()
-{
-    QTemporaryDir dir;
-    QFile huge(dir.filePath("huge.png"));
-    QVERIFY(huge.open(QIODevice::WriteOnly));
-    huge.write(VexaTestImages::pngClaiming(200000, 200000));
-    huge.close();
-    QString why;
-    QVERIFY(VexaImageFile::read(huge.fileName(), &why).isNull());
-    // 200000 x 200000 x 4 bytes is 149.0 GB (GB of 2^30 bytes).
-    QVERIFY2(why.startsWith(QStringLiteral("too large: 200000 x 200000 needs 149.0 GB, more than the ")), qPrintable(why));
-    QVERIFY(why.contains(VexaImageFile::formatBytes(VexaImageFile::byteLimit())));
-    const Run r = cli({"--alpha", dir.filePath("alpha.png"), huge.fileName(), huge.fileName()});
-    QCOMPARE(r.status, 2);
-    QVERIFY2(r.err.contains(QStringLiteral("too large: 200000 x 200000")), qPrintable(r.err));
-    QCOMPARE(VexaImageFile::formatBytes(qint64(30000) * 30000 * 4), QStringLiteral("3.4 GB"));
-}
-
-void TestCli::cameraSizedPhoto()
-{
-    QTemporaryDir dir;
-    const QString photo = dir.filePath("camera.jpg"), marks = dir.filePath("marks.png");
-    QVERIFY(VexaTestImages::writeCameraJpeg(photo));
-    const QSize size(8256, 5504);
-    QVERIFY(marksFor(size).save(marks));
-    const Run r = cli({"--alpha", dir.filePath("alpha.png"), photo, marks});
-    QVERIFY2(r.status == 0, qPrintable(r.err));
-    QImageReader written(dir.filePath("alpha.png"));
-    QCOMPARE(written.size(), size);
-}
-
-void TestCli::refinesFromTrimap()
-{
-    // Red | blue halves, the middle fifth unknown: every window's colours lie on the red-blue
-    // line, so the refined alpha steps from 255 to 0 exactly at the colour edge.
-    QTemporaryDir dir;
-    const QSize size(60, 40);
-    QVERIFY(halves(size).save(dir.filePath("photo.png")));
-    QImage trimap(size, QImage::Format_Grayscale8);
-    for (int y = 0; y < size.height(); ++y)
-        for (int x = 0; x < size.width(); ++x)
-            trimap.scanLine(y)[x] = x < 24 ? 255 : x < 36 ? 128 : 0;
-    QVERIFY(trimap.save(dir.filePath("trimap.png")));
-    const Run r = cli({"--trimap", dir.filePath("trimap.png"), "--alpha", dir.filePath("alpha.png"), "--result",
-                       dir.filePath("cut.png"), dir.filePath("photo.png")});
-    QVERIFY2(r.status == 0, qPrintable(r.err));
-    const QImage alpha = QImage(dir.filePath("alpha.png")).convertToFormat(QImage::Format_Grayscale8);
-    QCOMPARE(alpha.size(), size);
-    for (int y = 0; y < size.height(); ++y)
-        for (int x = 20; x < 40; ++x)
-            QCOMPARE(int(alpha.constScanLine(y)[x]), x < 30 ? 255 : 0);
-    const QImage cut(dir.filePath("cut.png"));
-    QCOMPARE(cut.pixel(29, 5), qRgba(230, 40, 40, 255));
-    QCOMPARE(qAlpha(cut.pixel(30, 5)), 0);
-}
-
-void TestCli::outOfMemoryWritesNothing()
-{
-    // A greyscale photo decodes to a byte a pixel (81 MB here); its 32-bit copy needs four
-    // times that, more than the program is given.
-    const int side = 9000;
-    QTemporaryDir dir;
-    const QString photo = dir.filePath("grey.jpg");
+    void resampleWorkedByHand()
     {
-        QImage img(side, side, QImage::Format_Grayscale8);
-        QVERIFY(!img.isNull());
-        for (int y = 0; y < side; ++y)
-            std::memset(img.scanLine(y), y < side / 2 ? 60 : 200, size_t(side));
-        QVERIFY(img.save(photo, "JPEG", 50));
+        // 2 x 2 to 3 x 3: scale (2 - 1) / (3 - 1) = 0.5 on both axes. Corners take the matte's
+        // corners; (1, 0) = 0 * 0.5 + 255 * 0.5 = 127.5, truncated; the centre is 127.5 too.
+        QImage out = VexaMatteResample::toGray(grey({{0, 255}, {255, 0}}), 3, 3);
+        QCOMPARE(out.size(), QSize(3, 3));
+        auto row = [&](int y) { return QByteArray(reinterpret_cast<const char*>(out.constScanLine(y)), out.width()); };
+        QCOMPARE(row(0) + row(1) + row(2), QByteArray("\x00\x7f\xff\x7f\x7f\x7f\xff\x7f\x00", 9));
+        // 2 x 1 to 5 x 1: scale 0.25, so column 1 is 3/4 of 40 plus 1/4 of 200 = 80.
+        out = VexaMatteResample::toGray(grey({{40, 200}}), 5, 1);
+        QCOMPARE(row(0), QByteArray("\x28\x50\x78\xa0\xc8", 5)); // 40, 80, 120, 160, 200
+        // Grey is (11 R + 16 G + 5 B) / 32: pure red 87, pure green 127, pure blue 39; alpha ignored.
+        QImage colours(3, 1, QImage::Format_ARGB32);
+        colours.setPixel(0, 0, qRgb(255, 0, 0));
+        colours.setPixel(1, 0, qRgb(0, 255, 0));
+        colours.setPixel(2, 0, qRgba(0, 0, 255, 0));
+        out = VexaMatteResample::toGray(colours, 3, 1);
+        QCOMPARE(row(0), QByteArray("\x57\x7f\x27", 3));
+        // A document one pixel wide samples the first column; a null matte writes nothing.
+        out = VexaMatteResample::toGray(grey({{10, 250}}), 1, 1);
+        QCOMPARE(int(out.constScanLine(0)[0]), 10);
+        QVERIFY(VexaMatteResample::toGray(QImage(), 4, 4).isNull());
+
+        // A 1536 x 1024 matte to 3000 x 2000: the last canvas pixel takes the last matte pixel,
+        // and mask rows honour their stride.
+        QImage matte(1536, 1024, QImage::Format_ARGB32);
+        matte.fill(qRgb(0, 0, 0));
+        matte.setPixel(1535, 1023, qRgb(255, 255, 255));
+        const int stride = 3008;
+        std::vector<uint8_t> mask(size_t(stride) * 2000, 7);
+        QVERIFY(VexaMatteResample::toMask(matte, 3000, 2000, mask.data(), stride));
+        const uint8_t* last = mask.data() + size_t(1999) * stride;
+        // Column 2998 samples 2998 * 1535 / 2999 = 1534.488: 0.488 of 255 is 124.
+        QCOMPARE(QByteArray(reinterpret_cast<const char*>(last) + 2997, 4), QByteArray("\x00\x7c\xff\x07", 4));
+        // Nearest for marks: the same mapping, the nearer sample (0.5 goes up).
+        QImage marks(2, 1, QImage::Format_ARGB32);
+        marks.setPixel(0, 0, qRgb(255, 0, 0));
+        marks.setPixel(1, 0, qRgb(0, 0, 255));
+        const QImage big = VexaMatteResample::nearest(marks, 5, 1);
+        QCOMPARE(big.pixel(1, 0), qRgb(255, 0, 0)); // 0.25
+        QCOMPARE(big.pixel(2, 0), qRgb(0, 0, 255)); // 0.5
+        QCOMPARE(VexaMatteResample::nearest(marks, 1, 1).pixel(0, 0), qRgb(255, 0, 0)); // one column: the first
     }
-    const QStringList args{"--alpha", dir.filePath("alpha.png"), "--result", dir.filePath("result.png"), photo, photo};
+
+    void outputSizes_data()
+    {
+        QTest::addColumn<QSize>("photo");
+        QTest::addColumn<bool>("working");
+        QTest::addColumn<QSize>("expected");
+        QTest::addColumn<QString>("steps");
+        QTest::newRow("large photo: photo size") << QSize(2000, 1000) << false << QSize(2000, 1000) << "mark,matte";
+        QTest::newRow("large photo, --working-size") << QSize(2000, 1000) << true << QSize(1536, 768) << "mark,matte";
+        QTest::newRow("tall photo: photo size") << QSize(700, 1700) << false << QSize(700, 1700) << "mark,matte";
+        QTest::newRow("small photo either way") << QSize(40, 20) << true << QSize(40, 20) << "mark,matte";
+        QTest::newRow("refined, photo size") << QSize(2000, 1000) << false << QSize(2000, 1000) << "mark,matte,refine";
+    }
+    void outputSizes()
+    {
+        QFETCH(QSize, photo);
+        QFETCH(bool, working);
+        QFETCH(QSize, expected);
+        QFETCH(QString, steps);
+        QTemporaryDir dir;
+        const QString image = dir.filePath("photo.png"), marks = dir.filePath("marks.png");
+        QVERIFY(halves(photo).save(image));
+        QVERIFY(marksFor(photo).save(marks));
+        auto out = [&](const char* name) { return dir.filePath(QLatin1String(name)); };
+        QStringList args{"--steps", steps, "--alpha", out("alpha.png"), "--result", out("result.png"), "--marks-out",
+                         out("marks-out.png"), image, marks};
+        if (working)
+            args.prepend("--working-size");
+        const Run r = cli(args << "--timings");
+        QVERIFY2(r.status == 0, qPrintable(r.err));
+        for (const char* figure : {"load ", "regions ", "mark ", "save "})
+            QVERIFY2(r.out.contains(QLatin1String(figure)), qPrintable(r.out + r.err));
+        const QImage alpha(out("alpha.png")), result(out("result.png"));
+        QCOMPARE(alpha.size(), expected);
+        QCOMPARE(result.size(), expected);
+        QCOMPARE(QImage(out("marks-out.png")).size(), expected);
+        // The object (left half) is kept, the background cut away, at the output's size.
+        const int y = expected.height() / 2;
+        QCOMPARE(qGray(alpha.pixel(expected.width() / 8, y)), 255);
+        QCOMPARE(qGray(alpha.pixel(expected.width() * 7 / 8, y)), 0);
+        QCOMPARE(qAlpha(result.pixel(expected.width() * 7 / 8, y)), 0);
+        QCOMPARE(qRed(result.pixel(2, 2)), 230);
+        if (working || photo == QSize(40, 20))
+            return;
+        // At the photo's size the matte is the working matte resampled as the tool resamples it.
+        QCOMPARE(cli({"--steps", steps, "--working-size", "--alpha", out("working.png"), image, marks}).status, 0);
+        const QImage expectedAlpha = VexaMatteResample::toGray(QImage(out("working.png")), photo.width(), photo.height());
+        QCOMPARE(alpha.convertToFormat(QImage::Format_Grayscale8), expectedAlpha);
+    }
+
+    void failuresWriteNothing_data()
+    {
+        // image.png 40 x 20, marks.png 40 x 20, small.png 10 x 10, hint.png marks without background.
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("says");
+        QTest::newRow("hint: no background") << QStringList{"--result", "r.png", "--marks-out", "m.png", "image.png", "hint.png"}
+                                             << 1 << "vexa-quickselect: Please mark background regions.";
+        QTest::newRow("bad steps") << QStringList{"--steps", "cut", "image.png", "marks.png"} << 2 << "--steps";
+        QTest::newRow("bad sensitivity") << QStringList{"--sensitivity", "101", "image.png", "marks.png"} << 2 << "--sensitivity";
+        QTest::newRow("marks of another size") << QStringList{"image.png", "small.png"} << 2 << "the marks are";
+        QTest::newRow("unreadable image") << QStringList{"missing.png", "marks.png"} << 2 << "cannot read the image";
+        QTest::newRow("empty image file") << QStringList{"empty.png", "marks.png"} << 2 << "empty file";
+        QTest::newRow("broken PNG") << QStringList{"broken.png", "marks.png"} << 2 << "cannot read the image";
+        QTest::newRow("photo too large") << QStringList{"huge.png", "huge.png"} << 2 << "too large: 200000 x 200000";
+        QTest::newRow("second output's folder missing")
+            << QStringList{"--result", "/nonexistent/dir/r.png", "image.png", "marks.png"} << 2 << "/nonexistent/dir/r.png";
+        QTest::newRow("output of no known format") << QStringList{"--marks-out", "marks.out", "image.png", "marks.png"} << 2
+                                                   << "marks.out";
+        QTest::newRow("nothing to write") << QStringList{"--alpha", "", "image.png", "marks.png"} << 2 << "nothing to write";
+        QTest::newRow("refine without matte") << QStringList{"--steps", "mark,refine", "image.png", "marks.png"} << 2 << "--steps";
+        QTest::newRow("trimap of another size") << QStringList{"--trimap", "small.png", "image.png"} << 2 << "the trimap is";
+        QTest::newRow("trimap all unknown") << QStringList{"--trimap", "unknown.png", "image.png"} << 2 << "no known pixel";
+        QTest::newRow("trimap and marks") << QStringList{"--trimap", "marks.png", "image.png", "marks.png"} << 2 << "only IMAGE";
+        QTest::newRow("trimap and marks out") << QStringList{"--trimap", "marks.png", "--marks-out", "m.png", "image.png"} << 2
+                                              << "no marks to write";
+    }
+    void failuresWriteNothing()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(int, status);
+        QFETCH(QString, says);
+        QTemporaryDir dir;
+        QVERIFY(halves(QSize(40, 20)).save(dir.filePath("image.png")));
+        QVERIFY(marksFor(QSize(40, 20)).save(dir.filePath("marks.png")));
+        QVERIFY(marksFor(QSize(40, 20), false).save(dir.filePath("hint.png")));
+        QVERIFY(marksFor(QSize(10, 10)).save(dir.filePath("small.png")));
+        QImage unknown(40, 20, QImage::Format_Grayscale8);
+        unknown.fill(128);
+        QVERIFY(unknown.save(dir.filePath("unknown.png")));
+        QFile whole(dir.filePath("image.png"));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        const QByteArray png = whole.readAll();
+        // A signature and a header, then nothing; an empty file; one whose header claims 149 GB.
+        for (auto [name, bytes] : {std::pair{"broken.png", png.left(60)}, std::pair{"empty.png", QByteArray()},
+                                   std::pair{"huge.png", VexaTestImages::pngClaiming(200000, 200000)}}) {
+            QFile file(dir.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(bytes);
+        }
+        for (QString& a : args)
+            if ((a.endsWith(QLatin1String(".png")) || a.endsWith(QLatin1String(".out"))) && !a.startsWith(QLatin1Char('/')))
+                a = dir.filePath(a);
+        const QStringList inputs = QDir(dir.path()).entryList(QDir::Files);
+        const Run r = cli(QStringList{"--alpha", dir.filePath("alpha.png")} + args);
+        QCOMPARE(r.status, status);
+        QVERIFY2(r.err.contains(says), qPrintable(r.out + r.err));
+        QVERIFY(r.out.isEmpty());
+        // The library's own complaints stay off the terminal: the message says it once.
+        QVERIFY2(!r.err.contains(QStringLiteral("libpng")), qPrintable(r.err));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), inputs);
+    }
+
+    void fullDiskKeepsOldFiles()
+    {
+        QTemporaryDir dir;
+        QStringList args;
+        for (const char* name : {"alpha", "result"}) {
+            QFile old(dir.filePath(QLatin1String(name) + ".png"));
+            QVERIFY(old.open(QIODevice::WriteOnly));
+            old.write("old");
+            args << QStringLiteral("--%1").arg(QLatin1String(name)) << old.fileName();
+        }
+        const Run r = cli(args << VEXA_DATA_DIR "/coffee.png" << VEXA_DATA_DIR "/coffee-marks.png", 0, 64);
+        QCOMPARE(r.status, 2);
+        QVERIFY2(r.err.contains(QStringLiteral("Cannot write")) && !r.err.contains(QStringLiteral("libpng")), qPrintable(r.err));
+        for (const char* name : {"alpha.png", "result.png"}) {
+            QFile kept(dir.filePath(QLatin1String(name)));
+            QVERIFY(kept.open(QIODevice::ReadOnly));
+            QCOMPARE(kept.readAll(), QByteArray("old"));
+        }
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2); // no temporary left behind
+    }
+
+    void refinesFromTrimap()
+    {
+        // Red | blue halves, the middle fifth unknown: every window's colours lie on the red-blue
+        // line, so the refined alpha steps from 255 to 0 exactly at the colour edge.
+        QTemporaryDir dir;
+        const QSize size(60, 40);
+        QVERIFY(halves(size).save(dir.filePath("photo.png")));
+        QImage trimap(size, QImage::Format_Grayscale8);
+        for (int y = 0; y < size.height(); ++y)
+            for (int x = 0; x < size.width(); ++x)
+                trimap.scanLine(y)[x] = x < 24 ? 255 : x < 36 ? 128 : 0;
+        QVERIFY(trimap.save(dir.filePath("trimap.png")));
+        const Run r = cli({"--trimap", dir.filePath("trimap.png"), "--alpha", dir.filePath("alpha.png"), "--result",
+                           dir.filePath("cut.png"), dir.filePath("photo.png")});
+        QVERIFY2(r.status == 0, qPrintable(r.err));
+        const QImage alpha = QImage(dir.filePath("alpha.png")).convertToFormat(QImage::Format_Grayscale8);
+        QCOMPARE(alpha.size(), size);
+        for (int y = 0; y < size.height(); ++y)
+            for (int x = 20; x < 40; ++x)
+                QCOMPARE(int(alpha.constScanLine(y)[x]), x < 30 ? 255 : 0);
+        const QImage cut(dir.filePath("cut.png"));
+        QCOMPARE(cut.pixel(29, 5), qRgba(230, 40, 40, 255));
+        QCOMPARE(qAlpha(cut.pixel(30, 5)), 0);
+    }
+
+    void outOfMemoryWritesNothing()
+    {
+        // A greyscale photo decodes to a byte a pixel (81 MB here); its 32-bit copy needs four
+        // times that, more than the program is given.
+        const int side = 9000;
+        QTemporaryDir dir;
+        const QString photo = dir.filePath("grey.jpg");
+        {
+            QImage img(side, side, QImage::Format_Grayscale8);
+            QVERIFY(!img.isNull());
+            for (int y = 0; y < side; ++y)
+                std::memset(img.scanLine(y), y < side / 2 ? 60 : 200, size_t(side));
+            QVERIFY(img.save(photo, "JPEG", 50));
+        }
+        const QStringList args{"--alpha", dir.filePath("alpha.png"), "--result", dir.filePath("result.png"), photo, photo};
 #ifdef VEXA_SANITIZER_OPTIONS
-    // The sanitizers reserve terabytes of address space up front: their own cap on one
-    // allocation stands in for the bound.
-    const char* options = VEXA_SANITIZER_OPTIONS;
-    const QByteArray before = qgetenv(options);
-    qputenv(options, before + ":allocator_may_return_null=1:max_allocation_size_mb=300");
-    const Run r = cli(args);
-    qputenv(options, before);
+        // The sanitizers reserve terabytes of address space up front: their own cap on one
+        // allocation stands in for the bound.
+        const char* options = VEXA_SANITIZER_OPTIONS;
+        const QByteArray before = qgetenv(options);
+        qputenv(options, before + ":allocator_may_return_null=1:max_allocation_size_mb=300");
+        const Run r = cli(args);
+        qputenv(options, before);
 #else
-    // Measured: the program maps about 200 MB before its 32-bit copy (libraries, the photo
-    // read twice); 400 MB holds that but not the copy's 309 MB.
-    const Run r = cli(args, qint64(400) << 20);
+        // Measured: the program maps about 200 MB before its 32-bit copy (libraries, the photo
+        // read twice); 400 MB holds that but not the copy's 309 MB.
+        const Run r = cli(args, qint64(400) << 20);
 #endif
-    QCOMPARE(r.status, 2);
-    QVERIFY2(r.err.contains(QStringLiteral("vexa-quickselect: not enough memory for a 9000 x 9000 photo (309 MB)")), qPrintable(r.err));
-    QVERIFY(!QFile::exists(dir.filePath("alpha.png")) && !QFile::exists(dir.filePath("result.png")));
-}
+        QCOMPARE(r.status, 2);
+        QVERIFY2(r.err.contains(QStringLiteral("vexa-quickselect: not enough memory for a 9000 x 9000 photo (309 MB)")), qPrintable(r.err));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{"grey.jpg"});
+    }
+};
 
 QTEST_MAIN(TestCli)
 #include "tst_cli.moc"

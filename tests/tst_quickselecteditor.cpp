@@ -14,45 +14,36 @@ class TestQuickSelectEditor : public QObject
 {
     Q_OBJECT
 private slots:
-    void toolBarOpensItAgainAndAgain();
-};
-
-void TestQuickSelectEditor::toolBarOpensItAgainAndAgain()
-{
-    VexaPluginLoader plugin;
-    QVERIFY2(plugin.load(QStringLiteral(VEXA_PLUGIN_PATH)), qPrintable(plugin.errorString()));
-    VexaEditorWindow window(plugin);
-    QString error;
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
-    IVexaTool* tool = window.tool(QStringLiteral("Quick Select Tool"));
-    QVERIFY(tool);
-    QAction* action = nullptr;
-    for (QAction* a : window.findChildren<QAction*>())
-        if (a->text() == QLatin1String("Quick Select Tool"))
-            action = a;
-    QVERIFY(action);
-    QVERIFY(action->isEnabled());
-
-    QStringList titles;
-    for (int round = 0; round < 3; ++round) {
-        QTimer::singleShot(0, &window, [&] {
-            QWidget* quick = tool->getWidget();
-            if (!quick || !quick->isVisible())
-                return;
-            titles << quick->window()->windowTitle();
-            // The window stays in its own container, never in the editor's options bar.
-            QVERIFY(quick->window() != &window);
-            QVERIFY(window.currentTool() == tool);
-            quick->findChild<QPushButton*>(QStringLiteral("closeButton"))->click();
-        });
-        action->trigger(); // returns when the modal window has closed
-        QVERIFY(!tool->isActive());
-        QVERIFY(!window.currentTool());
-        QVERIFY(!window.document()->currentTool());
-        QVERIFY(!action->isChecked());
+    void toolBarOpensItAgainAndAgain()
+    {
+        VexaPluginLoader plugin;
+        QVERIFY2(plugin.load(QStringLiteral(VEXA_PLUGIN_PATH)), qPrintable(plugin.errorString()));
+        VexaEditorWindow window(plugin);
+        QString error;
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+        IVexaTool* tool = window.tool(QStringLiteral("Quick Select Tool"));
+        QAction* action = nullptr;
+        for (QAction* a : window.findChildren<QAction*>())
+            action = a->text() == QLatin1String("Quick Select Tool") ? a : action;
+        QVERIFY(tool && action && action->isEnabled());
+        QStringList titles;
+        for (int round = 0; round < 3; ++round) {
+            QTimer::singleShot(0, &window, [&] {
+                QWidget* quick = tool->getWidget();
+                if (!quick || !quick->isVisible())
+                    return;
+                titles << quick->window()->windowTitle();
+                // The window stays in its own container, never in the editor's options bar.
+                QVERIFY(quick->window() != &window && window.currentTool() == tool);
+                quick->findChild<QPushButton*>(QStringLiteral("closeButton"))->click();
+            });
+            action->trigger(); // returns when the modal window has closed
+            QVERIFY(!tool->isActive() && !window.currentTool() && !window.document()->currentTool());
+            QVERIFY(!action->isChecked());
+        }
+        QCOMPARE(titles, QStringList(3, QStringLiteral("451 x 300 - Quick Select Tool")));
     }
-    QCOMPARE(titles, QStringList(3, QStringLiteral("451 x 300 - Quick Select Tool")));
-}
+};
 
 QTEST_MAIN(TestQuickSelectEditor)
 #include "tst_quickselecteditor.moc"
