@@ -75,7 +75,6 @@ private slots:
     void activatingTwiceLoadsOnce();
     void escapeIsCancel();
     void failedRenderRefusesActivation();
-    void cancelDuringStepThenActivateAgain();
     void okAppliesTheWindowsMatteLikeTheCommandLine();
 };
 
@@ -196,6 +195,14 @@ void TestQuickSelectTool::escapeIsCancel()
     auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
     QVERIFY(!window->getThread()->isRunning());
     QVERIFY(window->segmentation().sourceImage.isNull());
+    QVERIFY(!window->segmentation().graph);
+    // Activated again, it loads afresh.
+    QuickSelectDocument small(discPicture(240, 160));
+    activateWith(tool, small.doc.get(), [&] {
+        QVERIFY(waitForStep(window));
+        QCOMPARE(window->segmentation().regionMap.size(), size_t(240 * 160));
+        clickChild(window, "closeButton");
+    });
 }
 
 void TestQuickSelectTool::failedRenderRefusesActivation()
@@ -213,46 +220,6 @@ void TestQuickSelectTool::failedRenderRefusesActivation()
     QCOMPARE(answers.titles, QStringList{QStringLiteral("Quick Select Tool")});
     QVERIFY(!tool.activated);
     QVERIFY(!tool.getContainer()->isVisible());
-}
-
-void TestQuickSelectTool::cancelDuringStepThenActivateAgain()
-{
-    QuickSelectDocument big(discPicture(1536, 1536));
-    VexaToolQuickSelect tool;
-    activateWith(tool, big.doc.get(), [&] {
-        auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
-        // Reports counted as they reach the GUI thread (a spy records them on the worker's).
-        int reports = 0;
-        bool painting = false;
-        const QMetaObject::Connection counted = QObject::connect(window->getThread(), &Thread::progress, window, [&] { ++reports; });
-        const QMetaObject::Connection painted =
-            QObject::connect(window->getThread(), &Thread::setPainting, window, [&](bool on) { painting |= on; });
-        // The init of a 1536 x 1536 image is at work (it reports), and still is.
-        QVERIFY(spinUntil([&] { return reports > 0 || !window->getThread()->isRunning(); }));
-        QVERIFY(window->getThread()->isRunning());
-        clickChild(window, "closeButton");
-        QVERIFY(!window->getThread()->isRunning());
-        QCoreApplication::sendPostedEvents();
-        QObject::disconnect(counted);
-        QObject::disconnect(painted);
-        // Cancel ended it early: it never got to let the user paint.
-        QVERIFY(!painting);
-    });
-    auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
-    QVERIFY(!tool.activated);
-    QVERIFY(!window->getThread()->isRunning());
-    QVERIFY(window->segmentation().sourceImage.isNull());
-    QVERIFY(!window->segmentation().graph);
-
-    QuickSelectDocument small(discPicture(240, 160));
-    size_t regions = 0;
-    activateWith(tool, small.doc.get(), [&] {
-        QVERIFY(waitForStep(window));
-        regions = window->segmentation().regionMap.size();
-        QVERIFY(window->segmentation().graph);
-        clickChild(window, "closeButton");
-    });
-    QCOMPARE(regions, size_t(240 * 160));
 }
 
 void TestQuickSelectTool::okAppliesTheWindowsMatteLikeTheCommandLine()
@@ -297,8 +264,7 @@ void TestQuickSelectTool::okAppliesTheWindowsMatteLikeTheCommandLine()
             soft += a > 0 && a < 255;
             inside += a == 255;
         }
-    QVERIFY(soft > 0);
-    QVERIFY(inside > image.width() * image.height() / 10);
+    QVERIFY(soft > 0 && inside > image.width() * image.height() / 10);
     QCOMPARE(maskAt(sel, 5, 5), 0);
     QCOMPARE(qAlpha(doc.doc->composed().pixel(5, 5)), 0);
     QCOMPARE(doc.doc->composed().pixel(int(0.45 * image.width()), int(0.45 * image.height())),
@@ -319,20 +285,10 @@ void TestQuickSelectTool::okAppliesTheWindowsMatteLikeTheCommandLine()
     // The command line on the same photo and marks gives the same matte, pixel for pixel.
     const QString alphaFile = dir.filePath(QStringLiteral("alpha.png"));
     QProcess cli;
-    cli.start(QStringLiteral(VEXA_CLI_PATH), {photo, marksFile, QStringLiteral("--steps"), QStringLiteral("mark,matte"),
-                                              QStringLiteral("--alpha"), alphaFile});
+    cli.start(QStringLiteral(VEXA_CLI_PATH), {photo, marksFile, "--steps", "mark,matte", "--alpha", alphaFile});
     QVERIFY(cli.waitForFinished(120000));
     QCOMPARE(cli.exitCode(), 0);
-    const QImage fromCli(alphaFile);
-    QCOMPARE(fromCli.size(), matte.size());
-    for (int y = 0; y < matte.height(); ++y)
-        for (int x = 0; x < matte.width(); ++x)
-            if (qGray(fromCli.pixel(x, y)) != qBlue(matte.pixel(x, y)))
-                QFAIL(qPrintable(QStringLiteral("pixel %1, %2: %3 from the command line, %4 in the window")
-                                     .arg(x)
-                                     .arg(y)
-                                     .arg(qGray(fromCli.pixel(x, y)))
-                                     .arg(qBlue(matte.pixel(x, y)))));
+    QCOMPARE(QImage(alphaFile).convertToFormat(QImage::Format_Grayscale8), matte.convertToFormat(QImage::Format_Grayscale8));
 }
 
 QTEST_MAIN(TestQuickSelectTool)
