@@ -17,6 +17,12 @@
 
 namespace Reference {
 
+inline int d2(const QColor& a, const QColor& b)
+{
+    return (a.red() - b.red()) * (a.red() - b.red()) + (a.green() - b.green()) * (a.green() - b.green())
+        + (a.blue() - b.blue()) * (a.blue() - b.blue());
+}
+
 inline int watershed(const QImage& img, std::vector<int>& label)
 {
     const int W = img.width(), H = img.height();
@@ -24,17 +30,10 @@ inline int watershed(const QImage& img, std::vector<int>& label)
     if (W == 0 || H == 0)
         return 0;
     std::vector<int> g(size_t(W) * size_t(H));
-    for (int y = 0; y < H; ++y) {
-        for (int x = 0; x < W; ++x) {
-            const QColor l = img.pixelColor(std::max(x - 1, 0), y), r = img.pixelColor(std::min(x + 1, W - 1), y);
-            const QColor u = img.pixelColor(x, std::max(y - 1, 0)), d = img.pixelColor(x, std::min(y + 1, H - 1));
-            int s = 0;
-            s += (l.red() - r.red()) * (l.red() - r.red()) + (u.red() - d.red()) * (u.red() - d.red());
-            s += (l.green() - r.green()) * (l.green() - r.green()) + (u.green() - d.green()) * (u.green() - d.green());
-            s += (l.blue() - r.blue()) * (l.blue() - r.blue()) + (u.blue() - d.blue()) * (u.blue() - d.blue());
-            g[size_t(y * W + x)] = s;
-        }
-    }
+    for (int y = 0; y < H; ++y)
+        for (int x = 0; x < W; ++x)
+            g[size_t(y * W + x)] = d2(img.pixelColor(std::max(x - 1, 0), y), img.pixelColor(std::min(x + 1, W - 1), y))
+                + d2(img.pixelColor(x, std::max(y - 1, 0)), img.pixelColor(x, std::min(y + 1, H - 1)));
     // Left, right, up, down; -1 outside the image.
     auto neighbours = [&](int i) {
         const int x = i % W, y = i / W;
@@ -144,18 +143,18 @@ inline float patch(const QImage& src, const std::vector<float>& in, int x, int y
 {
     const int W = src.width(), H = src.height();
     std::vector<double> I{intensityAt(src, x, y)}, A{in[size_t(y * W + x)]};
-    for (int yy = y - 1; yy <= y + 1; ++yy)
-        for (int xx = x - 1; xx <= x + 1; ++xx)
-            if (yy >= 0 && yy < H && xx >= 0 && xx < W && !(xx == x && yy == y)) {
-                I.push_back(intensityAt(src, xx, yy));
-                A.push_back(in[size_t(yy * W + xx)]);
-            }
+    for (int k = 0; k < 9; ++k) {
+        const int xx = x - 1 + k % 3, yy = y - 1 + k / 3;
+        if (yy >= 0 && yy < H && xx >= 0 && xx < W && k != 4) {
+            I.push_back(intensityAt(src, xx, yy));
+            A.push_back(in[size_t(yy * W + xx)]);
+        }
+    }
     const int n = int(I.size());
-    double mu = 0;
+    double mu = 0, var = 0;
     for (double v : I)
         mu += v;
     mu /= n;
-    double var = 0;
     for (double v : I)
         var += (v - mu) * (v - mu);
     var /= n;
@@ -218,15 +217,8 @@ inline QString mark(VexaSegmentation& s)
     for (int y = 0; y < H; ++y)
         for (int x = 0; x < W; ++x) {
             const QRgb m = s.markImage.pixel(x, y);
-            if (!m)
-                continue;
             unsigned& f = flags[size_t(s.regionMap[size_t(y * W + x)])];
-            if (qRed(m))
-                f |= 0xFFFF0000u;
-            if (qGreen(m))
-                f |= 0xFF00FF00u;
-            if (qBlue(m))
-                f |= 0xFF0000FFu;
+            f |= (qRed(m) ? 0xFFFF0000u : 0) | (qGreen(m) ? 0xFF00FF00u : 0) | (qBlue(m) ? 0xFF0000FFu : 0);
         }
     std::vector<QColor> F, Bk;
     for (int r = 0; r < N; ++r) {
@@ -246,10 +238,6 @@ inline QString mark(VexaSegmentation& s)
         cf[size_t(k)] = F[rnd() % F.size()];
         cb[size_t(k)] = Bk[rnd() % Bk.size()];
     }
-    auto d2 = [](const QColor& a, const QColor& b) {
-        return (a.red() - b.red()) * (a.red() - b.red()) + (a.green() - b.green()) * (a.green() - b.green())
-            + (a.blue() - b.blue()) * (a.blue() - b.blue());
-    };
     auto nearest = [&](const std::vector<QColor>& centres, const QColor& c, int* dist) {
         int best = INT_MAX, idx = 0;
         for (int k = 0; k < K; ++k)
@@ -262,14 +250,13 @@ inline QString mark(VexaSegmentation& s)
         return idx;
     };
     auto step = [&](std::vector<QColor>& centres, const std::vector<QColor>& colors) {
-        std::vector<int> member(colors.size()), cnt(size_t(K), 0), r(size_t(K), 0), g(size_t(K), 0), b(size_t(K), 0);
-        for (size_t c = 0; c < colors.size(); ++c)
-            member[c] = nearest(centres, colors[c], nullptr);
-        for (size_t c = 0; c < colors.size(); ++c) {
-            cnt[size_t(member[c])]++;
-            r[size_t(member[c])] += colors[c].red();
-            g[size_t(member[c])] += colors[c].green();
-            b[size_t(member[c])] += colors[c].blue();
+        std::vector<int> cnt(size_t(K), 0), r(size_t(K), 0), g(size_t(K), 0), b(size_t(K), 0);
+        for (const QColor& c : colors) {
+            const size_t m = size_t(nearest(centres, c, nullptr));
+            cnt[m]++;
+            r[m] += c.red();
+            g[m] += c.green();
+            b[m] += c.blue();
         }
         return std::make_tuple(cnt, r, g, b);
     };
@@ -328,13 +315,9 @@ inline void matte(VexaSegmentation& s)
     for (int y = 0; y < H; ++y)
         for (int x = 0; x < W; ++x) {
             const QRgb m = s.markImage.pixel(x, y);
-            if (qRed(m)) {
-                a.setPixel(x, y, FG);
+            a.setPixel(x, y, qRed(m) ? FG : qGreen(m) ? UN : qBlue(m) ? BG : 0u);
+            if (qRed(m))
                 q.push_back(y * W + x);
-            } else if (qGreen(m))
-                a.setPixel(x, y, UN);
-            else if (qBlue(m))
-                a.setPixel(x, y, BG);
         }
     while (!q.empty()) {
         const int i = q.front();
@@ -385,9 +368,8 @@ inline void matte(VexaSegmentation& s)
             const QRgb v = a.pixel(x, y);
             if (v != FG && v != BG)
                 continue;
-            const bool touches = (x > 0 && a.pixel(x - 1, y) == UN) || (x < W - 1 && a.pixel(x + 1, y) == UN)
-                || (y > 0 && a.pixel(x, y - 1) == UN) || (y < H - 1 && a.pixel(x, y + 1) == UN);
-            if (touches)
+            if ((x > 0 && a.pixel(x - 1, y) == UN) || (x < W - 1 && a.pixel(x + 1, y) == UN)
+                || (y > 0 && a.pixel(x, y - 1) == UN) || (y < H - 1 && a.pixel(x, y + 1) == UN))
                 (v == BG ? bs : fs).push_back({s.sourceImage.pixelColor(x, y), QPoint(x, y)});
         }
     QImage est = a.copy();
@@ -418,14 +400,9 @@ inline void matte(VexaSegmentation& s)
                 return std::sqrt(dr * dr + dg * dg + db * db);
             };
             float mF = 10000000000.0f, mB = 10000000000.0f;
-            for (auto& sl : fsl) {
-                sl.second = cdist(sl.first);
-                mF = std::min(mF, sl.second);
-            }
-            for (auto& sl : bsl) {
-                sl.second = cdist(sl.first);
-                mB = std::min(mB, sl.second);
-            }
+            for (auto* l : {&fsl, &bsl})
+                for (auto& sl : *l)
+                    (l == &fsl ? mF : mB) = std::min(l == &fsl ? mF : mB, sl.second = cdist(sl.first));
             const float mF2 = mF * mF, mB2 = mB * mB;
             auto weight = [](float d, float m2) { return m2 == 0.0f ? (d == 0.0f ? 1.0f : 0.0f) : std::exp(-(d * d) / m2); };
             std::vector<std::pair<float, float>> pairs; // alpha, cost
@@ -435,9 +412,9 @@ inline void matte(VexaSegmentation& s)
                     if (sum < 0.000001f)
                         sum = 0.000001f;
                     const float al = bj.second / sum;
-                    const float er = f(C.red()) - (al * f(fi.first.red()) + (1 - al) * f(bj.first.red()));
-                    const float eg = f(C.green()) - (al * f(fi.first.green()) + (1 - al) * f(bj.first.green()));
-                    const float eb = f(C.blue()) - (al * f(fi.first.blue()) + (1 - al) * f(bj.first.blue()));
+                    auto e = [&](int c, int cf, int cb) { return f(c) - (al * f(cf) + (1 - al) * f(cb)); };
+                    const float er = e(C.red(), fi.first.red(), bj.first.red()), eg = e(C.green(), fi.first.green(), bj.first.green()),
+                                eb = e(C.blue(), fi.first.blue(), bj.first.blue());
                     const float cost = weight(fi.second, mF2) * weight(bj.second, mB2) * (er * er + eg * eg + eb * eb);
                     if (pairs.size() < 3) {
                         pairs.push_back({al, cost});
@@ -449,13 +426,10 @@ inline void matte(VexaSegmentation& s)
                             break;
                         }
                 }
-            int v = 0;
-            if (!pairs.empty()) {
-                float sum = 0;
-                for (auto& p : pairs)
-                    sum += p.first;
-                v = std::clamp(int(sum * 255.0 / int(pairs.size())), 0, 255);
-            }
+            float sum = 0;
+            for (auto& p : pairs)
+                sum += p.first;
+            const int v = pairs.empty() ? 0 : std::clamp(int(sum * 255.0 / int(pairs.size())), 0, 255);
             est.setPixel(x, y, 0xFF000000u + uint(v) * 0x010101u);
         }
     a = est;
