@@ -219,6 +219,10 @@ void VexaToolQuickSelectImageBox::wheelEvent(QWheelEvent* event)
         // About the pointer, as in any editor: the point under it stays under it.
         zoomAbout(evenStep(pendingStep), event->position());
         pendingStep = 0;
+        // The view moved under a pointer that did not: the pen's ring and the next stroke
+        // segment start where the pointer is now, not where it was on the view before.
+        cursorPos = lastPos = mapFromGlobal(event->globalPosition()).toPoint();
+        update();
     }
     busyTimer.start(5);
 }
