@@ -277,6 +277,7 @@ private slots:
         QTest::addColumn<float>("scale");
         QTest::addColumn<int>("x");
         QTest::addColumn<bool>("selects");
+        QTest::newRow("first column") << 1.0f << 0 << true;
         QTest::newRow("last column") << 1.0f << 39 << true;
         QTest::newRow("beyond") << 1.0f << 40 << false;
         QTest::newRow("half scale: 39") << 0.5f << 78 << true;

@@ -362,6 +362,11 @@ void TestQuickSelectWindow::loadScalesToWorkingSize()
         QCOMPARE(box->getImageToDraw()->pixel(at), shown->pixel(at));
         child<QCheckBox>(&window, "showMarkBox")->click();
     }
+    // Picking a pen from the alpha view shows the image to paint on.
+    child<QPushButton>(&window, "MarkBkg")->click();
+    const QImage shownByPen = *box->getImageToDraw();
+    child<QRadioButton>(&window, "viewImageButton")->click();
+    QCOMPARE(shownByPen, *box->getImageToDraw());
 }
 
 void TestQuickSelectWindow::clickPaintsDotOfPenWidth_data()

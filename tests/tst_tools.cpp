@@ -83,6 +83,7 @@ private slots:
         const QStringList modes{"newBtn", "addBtn", "substractBtn", "intersectBtn"};
         ToolFixture<VexaToolEllipseSelect> f(QSize(20, 20), 1.0f);
         button(f.tool, clicked)->click();
+        QVERIFY(!button(f.tool, clicked)->icon().isNull());
         const int clickedMode = f.tool.getClickedMode();
         QCOMPARE(clickedMode, modes.indexOf(clicked));
         // The cursor wears the mode in effect: a badge for each mode but New.
@@ -420,6 +421,7 @@ private slots:
                     white += shot.pixel(x + dx, y + dy) == qRgb(255, 255, 255);
             return white;
         };
+        QVERIFY(f.canvas->hasMouseTracking()); // the edge follows a pointer with no button down
         f.move(50, 30);
         QCOMPARE(edgeNear(30, 20), 0); // no polygon yet: nothing follows the pointer
         f.click(10, 10);
