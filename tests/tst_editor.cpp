@@ -375,6 +375,7 @@ void TestEditor::gestureIsOneUndoStep()
     VexaSelection* sel = window.document()->getSelection();
     VexaHistory* history = window.document()->getHistory();
     auto ui = [&](int x, int y) { return canvas->canvasToUi(QPointF(x, y)).toPoint(); };
+    QCOMPARE(window.windowTitle(), QStringLiteral("coffee.png - Vexa Selections"));
     drag(canvas, ui(10, 10), ui(50, 40));
     const QRect first = sel->boundingRect();
     QCOMPARE(first, QRect(10, 10, 41, 31));
