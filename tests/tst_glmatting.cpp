@@ -948,6 +948,8 @@ void TestGLMatting::commandLineExitStatuses_data()
     QTest::newRow("marks of another size") << QStringList{"in.png", "small.png", "out.png"} << true << 2 << QString();
     QTest::newRow("passes not a number") << files + QStringList{"--passes", "x"} << true << 2 << QString();
     QTest::newRow("negative passes") << files + QStringList{"--passes", "-1"} << true << 2 << QString();
+    QTest::newRow("working size not a number") << files + QStringList{"--working-size", "x"} << true << 2 << QString();
+    QTest::newRow("negative working size") << files + QStringList{"--working-size", "-1"} << true << 2 << QString();
     QTest::newRow("unwritable output") << QStringList{"in.png", "marks.png", "nodir/out.png"} << true << 2 << QString();
     QTest::newRow("no OpenGL") << files << false << 3 << QStringLiteral("OpenGL 2.1");
     // No box waits for a click: the log goes to stderr and no matte lacking a pass is written.
