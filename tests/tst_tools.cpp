@@ -640,6 +640,8 @@ private slots:
         tool->active(f.doc.get());
         QVERIFY(tool->isActive());
         tool->disActive();
+        emit f.canvas->mousePress(7, 7); // a tool left behind takes no press (nor the cursor)
+        QVERIFY(f.canvas->cursor().shape() != Qt::ClosedHandCursor);
         tool->deleteLater();
         QCoreApplication::sendPostedEvents(tool, QEvent::DeferredDelete);
         QVERIFY(!tool);
