@@ -250,6 +250,10 @@
         <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
         <translation>nicht genug Speicher, um das Bild von %1 x %2 in 8 Bit je Kanal umzuwandeln</translation>
     </message>
+    <message>
+        <source>damaged file: it ends before the data it declares</source>
+        <translation>beschädigte Datei: sie endet vor den Daten, die sie angibt</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageSave</name>

@@ -250,6 +250,10 @@
         <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
         <translation>no hay memoria suficiente para convertir la imagen de %1 x %2 a 8 bits por canal</translation>
     </message>
+    <message>
+        <source>damaged file: it ends before the data it declares</source>
+        <translation>archivo dañado: termina antes de los datos que declara</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageSave</name>

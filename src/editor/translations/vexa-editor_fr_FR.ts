@@ -250,6 +250,10 @@
         <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
         <translation>mémoire insuffisante pour convertir l’image de %1 x %2 en 8 bits par canal</translation>
     </message>
+    <message>
+        <source>damaged file: it ends before the data it declares</source>
+        <translation>fichier endommagé : il se termine avant les données qu’il annonce</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageSave</name>

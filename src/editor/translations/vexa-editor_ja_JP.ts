@@ -250,6 +250,10 @@
         <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
         <translation>%1 x %2 の画像をチャンネルあたり 8 ビットに変換するためのメモリが足りません</translation>
     </message>
+    <message>
+        <source>damaged file: it ends before the data it declares</source>
+        <translation>破損したファイル: 宣言されたデータより前でファイルが終わっています</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageSave</name>

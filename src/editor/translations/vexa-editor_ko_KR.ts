@@ -250,6 +250,10 @@
         <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
         <translation>%1 x %2 그림을 채널당 8비트로 변환할 메모리가 부족합니다</translation>
     </message>
+    <message>
+        <source>damaged file: it ends before the data it declares</source>
+        <translation>손상된 파일: 선언된 데이터보다 먼저 파일이 끝납니다</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageSave</name>

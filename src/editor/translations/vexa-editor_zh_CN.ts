@@ -250,6 +250,10 @@
         <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
         <translation>内存不足，无法将 %1 x %2 的图片转换为每通道 8 位</translation>
     </message>
+    <message>
+        <source>damaged file: it ends before the data it declares</source>
+        <translation>文件已损坏：文件在其声明的数据之前就结束了</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageSave</name>

@@ -250,6 +250,10 @@
         <source>not enough memory to convert the %1 x %2 picture to 8 bits a channel</source>
         <translation>記憶體不足，無法將 %1 x %2 的圖片轉換為每通道 8 位元</translation>
     </message>
+    <message>
+        <source>damaged file: it ends before the data it declares</source>
+        <translation>檔案已損毀：檔案在其宣告的資料之前就結束了</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageSave</name>
