@@ -2,6 +2,7 @@
 // action with its undo, the skin and the history.
 #include "VexaActionManager.h"
 #include "VexaAlgorithmGrow.h"
+#include "VexaCanvas.h"
 #include "VexaConfig.h"
 #include "VexaContext.h"
 #include "VexaContextManager.h"
@@ -14,6 +15,7 @@
 #include "VexaSelection.h"
 
 #include <QAction>
+#include <QMessageBox>
 #include <QtTest>
 
 #include <sys/resource.h>
@@ -211,7 +213,9 @@ void TestHostServices::deleteClearsSelectedPixels()
     large->getSelection()->copyMask(bigMask.data());
     const QImage held = qobject_cast<VexaLayer*>(large->getLayerManager()->getActiveLayer())->getPictureHost()->image();
     const int steps = large->getHistory()->count();
-    QString why;
+    VexaCanvas canvas; // the refusal is shown over the document's window
+    large->setCanvas(&canvas);
+    VexaContextManager::getInstance()->setCurrentContext(large.get());
     {
         // The address space now, plus room for everything but the 61 MB copy.
         QFile status(QStringLiteral("/proc/self/status"));
@@ -224,14 +228,17 @@ void TestHostServices::deleteClearsSelectedPixels()
         QCOMPARE(getrlimit(RLIMIT_AS, &saved), 0);
         const rlimit bound{rlim_t(now + (qint64(24) << 20)), saved.rlim_max};
         QCOMPARE(setrlimit(RLIMIT_AS, &bound), 0);
-        const bool deleted = large->deleteSelectedPixels(&why);
+        del->activate(QAction::Trigger);
         setrlimit(RLIMIT_AS, &saved);
-        QVERIFY(!deleted);
     }
-    QCOMPARE(why, QStringLiteral("Not enough memory for a 4000 x 4000 image (62 MB)."));
+    auto* box = canvas.findChild<QMessageBox*>(QStringLiteral("deleteRefused"));
+    QVERIFY(box && box->isVisible());
+    QCOMPARE(box->text(), QStringLiteral("Not enough memory for a 4000 x 4000 image (62 MB)."));
+    box->close();
+    VexaContextManager::getInstance()->setCurrentContext(nullptr);
     QCOMPARE(large->getHistory()->count(), steps);
     QCOMPARE(qobject_cast<VexaLayer*>(large->getLayerManager()->getActiveLayer())->getPictureHost()->pixel(15, 15), qRgb(7, 8, 9));
-    QVERIFY(large->deleteSelectedPixels(&why)); // with the memory back it works
+    QVERIFY(large->deleteSelectedPixels()); // with the memory back it works
 #endif
 }
 
