@@ -165,6 +165,7 @@ RefineResult solveHalfSize(const QImage& source, const QImage& trimap, std::vect
     }
     RefineParameters loose = parameters;
     loose.tolerance = parameters.coarseTolerance;
+    loose.reduction = 1.0;
     return solve(photo, known, nullptr, coarse, progress, cancel, loose);
 }
 
@@ -342,9 +343,12 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
     double rz = total(partA), rr = total(partB);
     // The scale the residual is measured against: the right-hand side, or the first residual
     // when the known pixels pull nowhere (all zero), so a prior still gets refined.
+    // From the half-size start the first residual is mostly the up-sampling's fine grain, which
+    // the first iterations remove, while error left in slowly varying parts hardly shows in the
+    // residual: so the solve also has to cut its own first residual by `reduction`.
     const double start = std::sqrt(rr);
     const double scale = std::max(std::sqrt(total(partC)), start);
-    const double target = parameters.tolerance * scale;
+    const double target = std::min(parameters.tolerance * scale, parameters.reduction * start);
     eachBlock(n, [&](int, int first, int last) {
         for (int u = first; u < last; ++u)
             direction[size_t(padded[size_t(u)])] = z[size_t(u)];
