@@ -42,7 +42,8 @@ using Vec3 = Eigen::Vector3d;
 
 inline Vec3 colourOf(QRgb p)
 {
-    return Vec3(qRed(p), qGreen(p), qBlue(p)) / 255.0;
+    // A product, not a quotient: this runs some 90 times per row of L.
+    return Vec3(qRed(p), qGreen(p), qBlue(p)) * (1.0 / 255.0);
 }
 
 // A window's mean colour and the inverse of its regularised covariance.
