@@ -217,6 +217,7 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
     std::vector<double> x(N);
     for (int u = 0; u < n; ++u)
         x[size_t(u)] = prior ? double(std::clamp(prior[p.unknownPixel[size_t(u)]], 0.0f, 1.0f)) : 0.5;
+    bool fromHalfSize = false;
     if (n >= parameters.halfSizeFrom && W >= 8 && H >= 8) {
         std::vector<float> coarse;
         const RefineResult outcome = solveHalfSize(
@@ -224,6 +225,7 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
         if (outcome == RefineResult::Cancelled)
             return outcome;
         if (outcome == RefineResult::Done) {
+            fromHalfSize = true;
             const int CW = (W + 1) / 2, CH = (H + 1) / 2;
             auto at = [&](int cx, int cy) { return double(coarse[size_t(cy) * CW + cx]); };
             for (int u = 0; u < n; ++u) {
@@ -349,7 +351,7 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
     // residual: so the solve also has to cut its own first residual by `reduction`.
     const double start = std::sqrt(rr);
     const double scale = std::max(std::sqrt(total(partC)), start);
-    const double target = std::min(parameters.tolerance * scale, parameters.reduction * start);
+    const double target = std::min(parameters.tolerance * scale, (fromHalfSize ? parameters.reduction : 1.0) * start);
     eachBlock(n, [&](int, int first, int last) {
         for (int u = first; u < last; ++u)
             direction[size_t(padded[size_t(u)])] = z[size_t(u)];

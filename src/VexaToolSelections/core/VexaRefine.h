@@ -25,7 +25,8 @@ struct RefineParameters {
     // 1e-4 and lands closer to the truth on average: stopping early leaves the middle of a
     // wide unknown zone near its start, where the converged solution drifts towards one side.
     double tolerance = 1e-3;
-    // ... and not before the residual has fallen to this fraction of its first value.
+    // ... and, started from the half-size solution, not before the residual has fallen to this
+    // fraction of its first value.
     double reduction = 3e-3;
     int maxIterations = 1500;
     // Problems of at least this many unknown pixels start from their own solution at half
