@@ -53,6 +53,17 @@ void TestRefine::solves_data()
                              qRgb(90, 190, 140), qRgb(40, 240, 160), qRgb(40, 240, 160)};
     const QStringList edgeRows(5, QStringLiteral("FFUUUBB"));
     QTest::newRow("two-colour edge") << edgeRows << edge << QVector<float>{1, 1, 0.75f, 0.5f, 0.25f, 0, 0};
+    // The same edge nine pixels wide, 8 rows: large enough to start from its half-size
+    // solution (the half-size photo's colours are averages along the same line).
+    QVector<QRgb> wide{qRgb(240, 40, 80)};
+    QVector<float> ramp{1};
+    for (int k = 0; k <= 10; ++k) {
+        wide << qRgb(240 - 20 * k, 40 + 20 * k, 80 + 8 * k);
+        ramp << 1.0f - 0.1f * float(k);
+    }
+    wide << qRgb(40, 240, 160);
+    ramp << 0;
+    QTest::newRow("wide edge, from half size") << QStringList(8, QStringLiteral("FFUUUUUUUUUBB")) << wide << ramp;
     // One flat colour: every window averages, mirroring the strip swaps object and background,
     // so the single unknown column sits at exactly one half.
     const QVector<QRgb> flat(5, qRgb(100, 110, 120));
@@ -77,10 +88,13 @@ void TestRefine::solves()
     // The answer must not hang on where the solve starts: from the middle, and from a prior
     // that is wrong everywhere.
     const std::vector<float> wrongPrior(size_t(d.photo.width() * d.photo.height()), 0.1f);
+    // Every problem of 8 x 8 pixels or more starts from half size.
+    VexaQuickSelect::RefineParameters parameters;
+    parameters.halfSizeFrom = 1;
     for (const float* prior : {static_cast<const float*>(nullptr), wrongPrior.data()}) {
         std::vector<float> alpha;
         int last = -1;
-        QCOMPARE(VexaQuickSelect::refine(d.photo, d.trimap, prior, alpha, [&](int p) { last = p; }, never),
+        QCOMPARE(VexaQuickSelect::refine(d.photo, d.trimap, prior, alpha, [&](int p) { last = p; }, never, parameters),
                  RefineResult::Done);
         QCOMPARE(last, 100);
         QCOMPARE(alpha.size(), size_t(d.photo.width() * d.photo.height()));

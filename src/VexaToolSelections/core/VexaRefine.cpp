@@ -5,7 +5,17 @@
 //          [i = j] - (1 + (I_i - mu_k)^T (Sigma_k + eps/9 E)^-1 (I_j - mu_k)) / 9,
 // and the alpha minimising a^T L a with the known pixels held at 0 or 1. Only the unknown
 // pixels are unknowns: L_uu a_u = -L_uk a_k, solved by conjugate gradients with the diagonal as
-// preconditioner, started from the prior when there is one.
+// preconditioner.
+//
+// Where the information has far to travel, diagonal-preconditioned CG moves it a pixel or two per
+// iteration: a band 40 pixels wide at 1536 x 1536 took some 400 iterations. So a large problem
+// is first solved at half size (colours averaged over 2 x 2 blocks, a block known only where
+// all its pixels are known alike), recursively, and that solution, up-sampled, starts the full
+// size solve (a cascade, coarse to fine). The half-size levels stop at a looser tolerance:
+// they only have to carry the alpha across the band, and solved to the end they also carry it
+// deep into wide unknown zones enclosed by one kind of known pixel (the inside of a glass
+// ringed by its opaque rim), which then turns wholly opaque, the model's answer there but not
+// the photo's.
 //
 // The rows of L_uu are a fixed 5 x 5 stencil around each unknown pixel, kept as 25
 // coefficients per row and applied to a padded image-sized copy of the search direction: no
@@ -32,7 +42,8 @@ using Vec3 = Eigen::Vector3d;
 
 inline Vec3 colourOf(QRgb p)
 {
-    return Vec3(qRed(p), qGreen(p), qBlue(p)) / 255.0;
+    // A product, not a quotient: this runs some 90 times per row of L.
+    return Vec3(qRed(p), qGreen(p), qBlue(p)) * (1.0 / 255.0);
 }
 
 // A window's mean colour and the inverse of its regularised covariance.
@@ -122,6 +133,45 @@ void laplacianRow(const Problem& p, int u, double* row)
 
 RefineResult solve(const QImage& source, const QImage& trimap, const float* prior, std::vector<float>& alpha,
                    const std::function<void(int)>& progress, const std::atomic<bool>& cancel,
+                   const RefineParameters& parameters);
+
+// The problem at half size, solved without a prior; `coarse` receives its (W + 1) / 2 x
+// (H + 1) / 2 alpha.
+RefineResult solveHalfSize(const QImage& source, const QImage& trimap, std::vector<float>& coarse,
+                           const std::function<void(int)>& progress, const std::atomic<bool>& cancel,
+                           const RefineParameters& parameters)
+{
+    const int W = source.width(), H = source.height(), CW = (W + 1) / 2, CH = (H + 1) / 2;
+    QImage photo(CW, CH, QImage::Format_ARGB32), known(CW, CH, QImage::Format_Grayscale8);
+    if (photo.isNull() || known.isNull())
+        return RefineResult::BadInput;
+    for (int cy = 0; cy < CH; ++cy) {
+        QRgb* out = reinterpret_cast<QRgb*>(photo.scanLine(cy));
+        uchar* t = known.scanLine(cy);
+        for (int cx = 0; cx < CW; ++cx) {
+            int r = 0, g = 0, b = 0, count = 0, object = 0, background = 0;
+            for (int y = 2 * cy; y < std::min(H, 2 * cy + 2); ++y)
+                for (int x = 2 * cx; x < std::min(W, 2 * cx + 2); ++x) {
+                    const QRgb c = reinterpret_cast<const QRgb*>(source.constScanLine(y))[x];
+                    r += qRed(c);
+                    g += qGreen(c);
+                    b += qBlue(c);
+                    object += trimap.constScanLine(y)[x] == 255;
+                    background += trimap.constScanLine(y)[x] == 0;
+                    ++count;
+                }
+            out[cx] = qRgb((r + count / 2) / count, (g + count / 2) / count, (b + count / 2) / count);
+            t[cx] = object == count ? 255 : background == count ? 0 : 128;
+        }
+    }
+    RefineParameters loose = parameters;
+    loose.tolerance = parameters.coarseTolerance;
+    loose.reduction = 1.0;
+    return solve(photo, known, nullptr, coarse, progress, cancel, loose);
+}
+
+RefineResult solve(const QImage& source, const QImage& trimap, const float* prior, std::vector<float>& alpha,
+                   const std::function<void(int)>& progress, const std::atomic<bool>& cancel,
                    const RefineParameters& parameters)
 {
     auto report = [&](int percent) {
@@ -161,10 +211,42 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
         return RefineResult::Done;
     }
 
+    // The start: the half-size solution when the problem is large enough to pay for one, and
+    // the prior, if any, averaged in: the prior brings the detail of whatever made it, the
+    // half-size solution what it lacks across the band.
+    std::vector<double> x(N);
+    for (int u = 0; u < n; ++u)
+        x[size_t(u)] = prior ? double(std::clamp(prior[p.unknownPixel[size_t(u)]], 0.0f, 1.0f)) : 0.5;
+    bool fromHalfSize = false;
+    if (n >= parameters.halfSizeFrom && W >= 8 && H >= 8) {
+        std::vector<float> coarse;
+        const RefineResult outcome = solveHalfSize(
+            source, trimap, coarse, [&](int percent) { report(percent / 20); }, cancel, parameters);
+        if (outcome == RefineResult::Cancelled)
+            return outcome;
+        if (outcome == RefineResult::Done) {
+            fromHalfSize = true;
+            const int CW = (W + 1) / 2, CH = (H + 1) / 2;
+            auto at = [&](int cx, int cy) { return double(coarse[size_t(cy) * CW + cx]); };
+            for (int u = 0; u < n; ++u) {
+                // Pixel centres: x of the full size sits at (x + 0.5) / 2 - 0.5 of the half size.
+                const int i = p.unknownPixel[size_t(u)];
+                const double fx = std::clamp((i % W + 0.5) / 2 - 0.5, 0.0, CW - 1.0);
+                const double fy = std::clamp((i / W + 0.5) / 2 - 0.5, 0.0, CH - 1.0);
+                const int x0 = int(fx), y0 = int(fy), x1 = std::min(x0 + 1, CW - 1), y1 = std::min(y0 + 1, CH - 1);
+                const double ax = fx - x0, ay = fy - y0;
+                const double up = (1 - ay) * ((1 - ax) * at(x0, y0) + ax * at(x1, y0))
+                                  + ay * ((1 - ax) * at(x0, y1) + ax * at(x1, y1));
+                x[size_t(u)] = prior ? 0.5 * (x[size_t(u)] + up) : up;
+            }
+        }
+    }
+    report(5);
+
     buildWindows(p, parameters.epsilon);
     if (cancel)
         return RefineResult::Cancelled;
-    report(5);
+    report(7);
 
     // The rows of L_uu (entries towards known pixels moved into the right-hand side b).
     // Kept in single precision: the products read them once per iteration and are bound by
@@ -218,9 +300,7 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
         padded[size_t(u)] = (i / W + 2) * PW + i % W + 2;
     }
 
-    std::vector<double> x(N), r(N), z(N), q(N);
-    for (int u = 0; u < n; ++u)
-        x[size_t(u)] = prior ? double(std::clamp(prior[p.unknownPixel[size_t(u)]], 0.0f, 1.0f)) : 0.5;
+    std::vector<double> r(N), z(N), q(N);
     const size_t B = size_t((n + blockSize - 1) / blockSize);
     std::vector<double> partA(B), partB(B), partC(B);
     auto total = [](const std::vector<double>& parts) {
@@ -266,9 +346,12 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
     double rz = total(partA), rr = total(partB);
     // The scale the residual is measured against: the right-hand side, or the first residual
     // when the known pixels pull nowhere (all zero), so a prior still gets refined.
+    // From the half-size start the first residual is mostly the up-sampling's fine grain, which
+    // the first iterations remove, while error left in slowly varying parts hardly shows in the
+    // residual: so the solve also has to cut its own first residual by `reduction`.
     const double start = std::sqrt(rr);
     const double scale = std::max(std::sqrt(total(partC)), start);
-    const double target = parameters.tolerance * scale;
+    const double target = std::min(parameters.tolerance * scale, (fromHalfSize ? parameters.reduction : 1.0) * start);
     eachBlock(n, [&](int, int first, int last) {
         for (int u = first; u < last; ++u)
             direction[size_t(padded[size_t(u)])] = z[size_t(u)];
