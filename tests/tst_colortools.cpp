@@ -77,9 +77,7 @@ private slots:
 
     void grades_data()
     {
-        QTest::addColumn<uint>("pixel");
-        QTest::addColumn<int>("tolerance");
-        QTest::addColumn<int>("grade");
+        QTest::addColumn<uint>("pixel"); QTest::addColumn<int>("tolerance"); QTest::addColumn<int>("grade");
         // Foreground (100, 100, 100).
         QTest::newRow("same colour") << 0xFF646464u << 40 << 255;
         QTest::newRow("distance 60: 127") << 0xFFA06464u << 40 << 127;
@@ -91,9 +89,7 @@ private slots:
     }
     void grades()
     {
-        QFETCH(uint, pixel);
-        QFETCH(int, tolerance);
-        QFETCH(int, grade);
+        QFETCH(uint, pixel); QFETCH(int, tolerance); QFETCH(int, grade);
         QCOMPARE(VexaColorGrading::grade(pixel, qRgb(100, 100, 100), tolerance), grade);
     }
 
@@ -118,16 +114,14 @@ private slots:
 
     void thumbnails_data()
     {
-        QTest::addColumn<QSize>("document");
-        QTest::addColumn<QSize>("thumb");
+        QTest::addColumn<QSize>("document"); QTest::addColumn<QSize>("thumb");
         QTest::newRow("wide") << QSize(1000, 500) << QSize(300, 150);
         QTest::newRow("tall") << QSize(200, 1000) << QSize(60, 300);
         QTest::newRow("small stays") << QSize(100, 80) << QSize(100, 80);
     }
     void thumbnails()
     {
-        QFETCH(QSize, document);
-        QFETCH(QSize, thumb);
+        QFETCH(QSize, document); QFETCH(QSize, thumb);
         VexaToolFixture f(document, 1.0f);
         QObject parent;
         auto* tool = VexaToolSelectionColorRange::getInstance(&parent);
@@ -274,9 +268,7 @@ private slots:
 
     void magicCanvasEdge_data()
     {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<int>("x");
-        QTest::addColumn<bool>("selects");
+        QTest::addColumn<float>("scale"); QTest::addColumn<int>("x"); QTest::addColumn<bool>("selects");
         QTest::newRow("first column") << 1.0f << 0 << true;
         QTest::newRow("last column") << 1.0f << 39 << true;
         QTest::newRow("beyond") << 1.0f << 40 << false;
@@ -286,9 +278,7 @@ private slots:
     }
     void magicCanvasEdge()
     {
-        QFETCH(float, scale);
-        QFETCH(int, x);
-        QFETCH(bool, selects);
+        QFETCH(float, scale); QFETCH(int, x); QFETCH(bool, selects);
         ToolFixture<VexaToolMagicSelection> f(QSize(40, 40), scale);
         f.click(x, 2);
         QCOMPARE(f.selection()->hasSelection(), selects);

@@ -207,11 +207,8 @@ void TestGraph::smallCases()
 
 void TestGraph::randomGraphsLeaveMinimumCuts_data()
 {
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("minNodes");
-    QTest::addColumn<int>("maxNodes");
-    QTest::addColumn<double>("density");
-    QTest::addColumn<int>("maxCap");
+    QTest::addColumn<int>("count"); QTest::addColumn<int>("minNodes"); QTest::addColumn<int>("maxNodes");
+    QTest::addColumn<double>("density"); QTest::addColumn<int>("maxCap");
     QTest::newRow("tiny, dense") << 1500 << 2 << 8 << 0.6 << 10;
     QTest::newRow("small, sparse") << 1000 << 10 << 60 << 0.08 << 100;
     QTest::newRow("small, dense, unit") << 500 << 10 << 40 << 0.5 << 1;
@@ -221,11 +218,7 @@ void TestGraph::randomGraphsLeaveMinimumCuts_data()
 
 void TestGraph::randomGraphsLeaveMinimumCuts()
 {
-    QFETCH(int, count);
-    QFETCH(int, minNodes);
-    QFETCH(int, maxNodes);
-    QFETCH(double, density);
-    QFETCH(int, maxCap);
+    QFETCH(int, count); QFETCH(int, minNodes); QFETCH(int, maxNodes); QFETCH(double, density); QFETCH(int, maxCap);
     std::mt19937 rng(uint32_t(count * 7919 + maxNodes));
     std::uniform_int_distribution<int> size(minNodes, maxNodes);
     for (int k = 0; k < count; ++k) {
@@ -347,9 +340,7 @@ void TestGraph::treeReuseListsEveryChange()
 // with the condition.
 void TestGraph::fatalPaths_data()
 {
-    QTest::addColumn<int>("which");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("which"); QTest::addColumn<int>("status"); QTest::addColumn<QByteArray>("text");
     const QByteArray first("reuse_trees cannot be used in the first call to maxflow()!");
     QTest::newRow("reuse on the first call") << 0 << 1 << first;
     QTest::newRow("reuse on the first call, with a list") << 1 << 1 << first;
@@ -363,9 +354,7 @@ void TestGraph::fatalPaths_data()
 
 void TestGraph::fatalPaths()
 {
-    QFETCH(int, which);
-    QFETCH(int, status);
-    QFETCH(QByteArray, text);
+    QFETCH(int, which); QFETCH(int, status); QFETCH(QByteArray, text);
     QByteArray err;
     const int got = inChild(
         [&] {

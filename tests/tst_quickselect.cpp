@@ -151,8 +151,7 @@ private slots:
 void TestQuickSelect::watershedCases_data()
 {
     // The regions here are bands of columns: `second` is the first column of the second one.
-    QTest::addColumn<QImage>("image");
-    QTest::addColumn<int>("second");
+    QTest::addColumn<QImage>("image"); QTest::addColumn<int>("second");
     QTest::newRow("uniform") << flat(17, 9, qRgb(10, 20, 30)) << -1;
     QTest::newRow("1 x 1") << flat(1, 1, qRgb(1, 2, 3)) << -1;
     QImage ramp(20, 6, QImage::Format_ARGB32);
@@ -168,8 +167,7 @@ void TestQuickSelect::watershedCases_data()
 
 void TestQuickSelect::watershedCases()
 {
-    QFETCH(QImage, image);
-    QFETCH(int, second);
+    QFETCH(QImage, image); QFETCH(int, second);
     std::vector<int> expected;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
@@ -194,9 +192,7 @@ void TestQuickSelect::edgeWeightsByHand_data()
     // climbs over the high-gradient column, whose colour is chosen to vanish in the truncated
     // mean, and stops before the second area.
     QTest::addColumn<QList<QRgb>>("columns");
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<QColor>("first");
-    QTest::addColumn<QColor>("second");
+    QTest::addColumn<int>("rows"); QTest::addColumn<QColor>("first"); QTest::addColumn<QColor>("second");
     QTest::addColumn<int>("weight");
     const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255);
     // d^2 = 3, exp(-3) * 10000 = 497.87.
@@ -223,11 +219,7 @@ void TestQuickSelect::edgeWeightsByHand_data()
 
 void TestQuickSelect::edgeWeightsByHand()
 {
-    QFETCH(QList<QRgb>, columns);
-    QFETCH(int, rows);
-    QFETCH(QColor, first);
-    QFETCH(QColor, second);
-    QFETCH(int, weight);
+    QFETCH(QList<QRgb>, columns); QFETCH(int, rows); QFETCH(QColor, first); QFETCH(QColor, second); QFETCH(int, weight);
     QImage img(int(columns.size()), rows, QImage::Format_ARGB32);
     for (int y = 0; y < img.height(); ++y)
         for (int x = 0; x < img.width(); ++x)
@@ -247,8 +239,7 @@ void TestQuickSelect::edgeWeightsByHand()
 
 void TestQuickSelect::stepsMatchReference_data()
 {
-    QTest::addColumn<QImage>("image");
-    QTest::addColumn<int>("sensitivity");
+    QTest::addColumn<QImage>("image"); QTest::addColumn<int>("sensitivity");
     QTest::newRow("coffee") << photo("coffee.png", 180) << 10;
     QTest::newRow("chelsea, sensitivity 40") << photo("chelsea.png", 170) << 40;
     QTest::newRow("astronaut, sensitivity 0") << photo("astronaut.png", 140) << 0;
@@ -273,8 +264,7 @@ void TestQuickSelect::stepsMatchReference_data()
 
 void TestQuickSelect::stepsMatchReference()
 {
-    QFETCH(QImage, image);
-    QFETCH(int, sensitivity);
+    QFETCH(QImage, image); QFETCH(int, sensitivity);
     // Every processor level of the inner loops that runs here, the best one last (and kept).
     for (const char* level : VexaQuickSelect::detail::kernelLevels()) {
         QVERIFY(VexaQuickSelect::detail::useKernelLevel(level));
@@ -553,9 +543,7 @@ void TestQuickSelect::stepsThatCannotRunChangeNothing_data()
 {
     QTest::addColumn<bool>("matteStep");
     QTest::addColumn<int>("marks"); // 1 object, 2 background, 3 both and a band
-    QTest::addColumn<QString>("image");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QString>("hint");
+    QTest::addColumn<QString>("image"); QTest::addColumn<QSize>("size"); QTest::addColumn<QString>("hint");
     QTest::newRow("nothing marked") << false << 0 << "" << QSize() << "Please mark foreground objects.";
     QTest::newRow("background only") << false << 2 << "" << QSize() << "Please mark foreground objects.";
     QTest::newRow("foreground only") << false << 1 << "" << QSize() << "Please mark background regions.";
@@ -571,11 +559,7 @@ void TestQuickSelect::stepsThatCannotRunChangeNothing_data()
 
 void TestQuickSelect::stepsThatCannotRunChangeNothing()
 {
-    QFETCH(bool, matteStep);
-    QFETCH(int, marks);
-    QFETCH(QString, image);
-    QFETCH(QSize, size);
-    QFETCH(QString, hint);
+    QFETCH(bool, matteStep); QFETCH(int, marks); QFETCH(QString, image); QFETCH(QSize, size); QFETCH(QString, hint);
     VexaSegmentation seg;
     seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
     Recorder r;
