@@ -65,16 +65,6 @@ class TestColorTools : public QObject
 {
     Q_OBJECT
 private slots:
-    void tableEqualsDefinition()
-    {
-        for (int tolerance : {0, 1, 7, 40, 85, 200, 255}) {
-            const VexaColorGrading::Table table(tolerance);
-            for (int d2 = 0; d2 <= 3 * 255 * 255; ++d2)
-                if (table(d2) != plainGrade(d2, tolerance))
-                    QFAIL(qPrintable(QString("tolerance %1, d2 %2: %3").arg(tolerance).arg(d2).arg(table(d2))));
-        }
-    }
-
     void grades_data()
     {
         QTest::addColumn<uint>("pixel"); QTest::addColumn<int>("tolerance"); QTest::addColumn<int>("grade");
@@ -86,11 +76,23 @@ private slots:
         QTest::newRow("beyond") << 0xFFFFFFFFu << 40 << 0;
         QTest::newRow("tolerance 0: even the colour itself") << 0xFF646464u << 0 << 0;
         QTest::newRow("alpha plays no part") << 0x00646464u << 40 << 255;
+        QTest::newRow("tolerance 1, distance 1") << 0xFF656464u << 1 << 170;
+        QTest::newRow("tolerance 7, (5, 3, 0)") << 0xFF696764u << 7 << 184;
+        QTest::newRow("tolerance 85, distance 50") << 0xFF646496u << 85 << 205;
+        QTest::newRow("tolerance 200, (100, 100, 0)") << 0xFFC8C864u << 200 << 194;
+        QTest::newRow("tolerance 255, white") << 0xFFFFFFFFu << 255 << 165;
     }
     void grades()
     {
         QFETCH(uint, pixel); QFETCH(int, tolerance); QFETCH(int, grade);
         QCOMPARE(VexaColorGrading::grade(pixel, qRgb(100, 100, 100), tolerance), grade);
+        const int r = qRed(pixel) - 100, g = qGreen(pixel) - 100, b = qBlue(pixel) - 100;
+        QCOMPARE(plainGrade(r * r + g * g + b * b, tolerance), grade); // the definition reads so too
+        // The fast table gives the definition's grade for every squared distance.
+        const VexaColorGrading::Table table(tolerance);
+        for (int d2 = 0; d2 <= 3 * 255 * 255; ++d2)
+            if (table(d2) != plainGrade(d2, tolerance))
+                QFAIL(qPrintable(QString("d2 %1: %2").arg(d2).arg(table(d2))));
     }
 
     void gradeImageMatchesPerPixel()
