@@ -284,6 +284,11 @@ private slots:
         ToolFixture<VexaToolMagicSelection> f(QSize(40, 40), scale);
         f.click(x, 2);
         QCOMPARE(f.selection()->hasSelection(), selects);
+        // The same rounding decides whether the pointer is over the selection.
+        f.selection()->selectAll();
+        f.move(x, 2);
+        QCOMPARE(f.tool.isInSelection(x, 2), selects);
+        QCOMPARE(f.canvas->cursor().shape() == Qt::OpenHandCursor, selects);
     }
 
     void magicNewAndAdd()
