@@ -137,306 +137,296 @@ class TestGraph : public QObject
 {
     Q_OBJECT
 private slots:
-    void smallCases();
-    void randomGraphsLeaveMinimumCuts_data();
-    void randomGraphsLeaveMinimumCuts();
-    void treeReuseListsEveryChange();
-    void fatalPaths_data();
-    void fatalPaths();
-    void residualsFollowTheOrderOfWork();
-    void hardWeightsPileUp();
-    void cancelStopsTheSearch();
-};
-
-void TestGraph::smallCases()
-{
-    // Arcs stay in creation order across moves, forward arc before its sister, with their ends.
-    GraphI grown(10, 100);
-    grown.add_node(10);
-    QList<int> expected;
-    for (int e = 0; e < 226; ++e) {
-        grown.add_edge(e % 10, (e + 3) % 10, e, 1000 + e);
-        expected << e % 10 << (e + 3) % 10 << e << (e + 3) % 10 << e % 10 << 1000 + e;
+    void smallCases()
+    {
+        // Arcs stay in creation order across moves, forward arc before its sister, with their ends.
+        GraphI grown(10, 100);
+        grown.add_node(10);
+        QList<int> expected;
+        for (int e = 0; e < 226; ++e) {
+            grown.add_edge(e % 10, (e + 3) % 10, e, 1000 + e);
+            expected << e % 10 << (e + 3) % 10 << e << (e + 3) % 10 << e % 10 << 1000 + e;
+        }
+        QCOMPARE(arcs(grown), expected);
+        // Two nodes joined by one saturated edge, in a graph asked for no room at all.
+        GraphI g(-5, -1);
+        g.add_node(2);
+        g.add_tweights(0, 10, 0);
+        g.add_tweights(1, 0, 10);
+        g.add_edge(0, 1, 4, 0);
+        QCOMPARE(g.maxflow(), 4);
+        QCOMPARE(g.what_segment(0), GraphI::SOURCE);
+        QCOMPARE(g.what_segment(1), GraphI::SINK);
+        QCOMPARE(g.get_trcap(1), -6);
+        QCOMPARE(g.get_rcap(g.get_first_arc()), 0);
+        // No terminal capacities: no tree, every node takes the default.
+        GraphI free(3, 2);
+        free.add_node(3);
+        free.add_edge(0, 1, 3, 3);
+        free.add_edge(1, 2, 3, 3);
+        QCOMPARE(free.maxflow(), 0);
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(free.what_segment(i) == GraphI::SOURCE && free.what_segment(i, GraphI::SINK) == GraphI::SINK);
+        // An edge nobody may cut (the type's largest capacity both ways) gets flow back along its
+        // sister: the sister stays at the top instead of wrapping to a negative residual.
+        auto saturated = [](auto* type, int top) {
+            std::remove_pointer_t<decltype(type)> s(2, 1);
+            s.add_node(2);
+            s.add_edge(0, 1, top, top);
+            s.add_tweights(0, 5, 0);
+            s.add_tweights(1, 0, 5);
+            QCOMPARE(int(s.maxflow()), 5);
+            QCOMPARE(int(s.get_rcap(s.get_first_arc())), top - 5);
+            QCOMPARE(int(s.get_rcap(s.get_next_arc(s.get_first_arc()))), top);
+        };
+        saturated(static_cast<GraphI*>(nullptr), INT_MAX);
+        saturated(static_cast<Graph<short, int, int>*>(nullptr), SHRT_MAX);
+        // Blocks hand out slots in order; a pair that does not fit a block's last slot starts the next.
+        Block<int> block(3);
+        for (int i = 0; i < 8; ++i)
+            *block.New(1) = i;
+        int* pair = block.New(2);
+        pair[0] = 8;
+        pair[1] = 9;
+        QList<int> seen;
+        block.for_each([&](int v) { seen << v; });
+        QCOMPARE(seen, QList<int>({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
     }
-    QCOMPARE(arcs(grown), expected);
-    // Two nodes joined by one saturated edge, in a graph asked for no room at all.
-    GraphI g(-5, -1);
-    g.add_node(2);
-    g.add_tweights(0, 10, 0);
-    g.add_tweights(1, 0, 10);
-    g.add_edge(0, 1, 4, 0);
-    QCOMPARE(g.maxflow(), 4);
-    QCOMPARE(g.what_segment(0), GraphI::SOURCE);
-    QCOMPARE(g.what_segment(1), GraphI::SINK);
-    QCOMPARE(g.get_trcap(1), -6);
-    QCOMPARE(g.get_rcap(g.get_first_arc()), 0);
-    // No terminal capacities: no tree, every node takes the default.
-    GraphI free(3, 2);
-    free.add_node(3);
-    free.add_edge(0, 1, 3, 3);
-    free.add_edge(1, 2, 3, 3);
-    QCOMPARE(free.maxflow(), 0);
-    for (int i = 0; i < 3; ++i)
-        QVERIFY(free.what_segment(i) == GraphI::SOURCE && free.what_segment(i, GraphI::SINK) == GraphI::SINK);
-    // An edge nobody may cut (the type's largest capacity both ways) gets flow back along its
-    // sister: the sister stays at the top instead of wrapping to a negative residual.
-    auto saturated = [](auto* type, int top) {
-        std::remove_pointer_t<decltype(type)> s(2, 1);
-        s.add_node(2);
-        s.add_edge(0, 1, top, top);
-        s.add_tweights(0, 5, 0);
-        s.add_tweights(1, 0, 5);
-        QCOMPARE(int(s.maxflow()), 5);
-        QCOMPARE(int(s.get_rcap(s.get_first_arc())), top - 5);
-        QCOMPARE(int(s.get_rcap(s.get_next_arc(s.get_first_arc()))), top);
-    };
-    saturated(static_cast<GraphI*>(nullptr), INT_MAX);
-    saturated(static_cast<Graph<short, int, int>*>(nullptr), SHRT_MAX);
-    // Blocks hand out slots in order; a pair that does not fit a block's last slot starts the next.
-    Block<int> block(3);
-    for (int i = 0; i < 8; ++i)
-        *block.New(1) = i;
-    int* pair = block.New(2);
-    pair[0] = 8;
-    pair[1] = 9;
-    QList<int> seen;
-    block.for_each([&](int v) { seen << v; });
-    QCOMPARE(seen, QList<int>({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-}
 
-void TestGraph::randomGraphsLeaveMinimumCuts_data()
-{
-    QTest::addColumn<int>("count"); QTest::addColumn<int>("minNodes"); QTest::addColumn<int>("maxNodes");
-    QTest::addColumn<double>("density"); QTest::addColumn<int>("maxCap");
-    QTest::newRow("tiny, dense") << 1500 << 2 << 8 << 0.6 << 10;
-    QTest::newRow("small, sparse") << 1000 << 10 << 60 << 0.08 << 100;
-    QTest::newRow("small, dense, unit") << 500 << 10 << 40 << 0.5 << 1;
-    QTest::newRow("large capacities") << 300 << 20 << 80 << 0.1 << 1000000;
-    QTest::newRow("hundreds of nodes") << 40 << 150 << 300 << 0.02 << 1000;
-}
-
-void TestGraph::randomGraphsLeaveMinimumCuts()
-{
-    QFETCH(int, count); QFETCH(int, minNodes); QFETCH(int, maxNodes); QFETCH(double, density); QFETCH(int, maxCap);
-    std::mt19937 rng(uint32_t(count * 7919 + maxNodes));
-    std::uniform_int_distribution<int> size(minNodes, maxNodes);
-    for (int k = 0; k < count; ++k) {
-        const Problem p = randomProblem(rng, size(rng), density, maxCap);
-        GraphI g(p.n / 3, int(p.edges.size()) / 3); // small room: growth happens while building
-        p.build(g);
-        p.checkMinimumCut(g, g.maxflow());
-        if (QTest::currentTestFailed())
-            QFAIL(qPrintable(QString("graph %1").arg(k)));
+    void randomGraphsLeaveMinimumCuts_data()
+    {
+        QTest::addColumn<int>("count"); QTest::addColumn<int>("minNodes"); QTest::addColumn<int>("maxNodes");
+        QTest::addColumn<double>("density"); QTest::addColumn<int>("maxCap");
+        QTest::newRow("tiny, dense") << 1500 << 2 << 8 << 0.6 << 10;
+        QTest::newRow("small, sparse") << 1000 << 10 << 60 << 0.08 << 100;
+        QTest::newRow("small, dense, unit") << 500 << 10 << 40 << 0.5 << 1;
+        QTest::newRow("large capacities") << 300 << 20 << 80 << 0.1 << 1000000;
+        QTest::newRow("hundreds of nodes") << 40 << 150 << 300 << 0.02 << 1000;
     }
-}
 
-// Reusing calls, with a plain call now and then, nodes and edges added in between (the arrays
-// move while marked nodes wait in the active queue, linked by address), and the hard weights of
-// the quick select scheme: the cut is always a minimum cut and every change of side is listed.
-// Listed nodes are left on the list before each plain call: the flag that keeps a node from
-// being listed twice must then be cleared by that call.
-void TestGraph::treeReuseListsEveryChange()
-{
-    std::mt19937 rng(2024);
-    Block<int> changed(64);
-    for (int k = 0; k < 150; ++k) {
-        Problem p = randomProblem(rng, 5 + k % 120, k % 3 == 0 ? 0.3 : 0.05, 50);
-        GraphI g(p.n, int(p.edges.size())); // full from the start
-        p.build(g);
-        g.maxflow();
-        // One graph goes through well over 64 reusing calls: the orphan pool kept between
-        // them is released every 64th.
-        for (int round = 0; round < (k == 100 ? 150 : 6); ++round) {
-            // Read with both defaults: a free node reads as either, so a node that joins or
-            // leaves a tree shows a change under one of them.
-            std::vector<std::pair<GraphI::termtype, GraphI::termtype>> before(size_t(p.n));
-            for (int i = 0; i < p.n; ++i)
-                before[size_t(i)] = {g.what_segment(i, GraphI::SOURCE), g.what_segment(i, GraphI::SINK)};
-            std::uniform_int_distribution<int> pick(0, p.n - 1), inc(0, 60);
-            for (int t = 0; t < 1 + p.n / 20; ++t) {
-                const int i = pick(rng), hard = k % 5 == 0 && t == 0 && round < 5 ? 100000000 : 0;
-                const int s = rng() % 2 ? inc(rng) + hard : 0, e = rng() % 2 ? inc(rng) : 0;
-                p.source[size_t(i)] += s;
-                p.sink[size_t(i)] += e;
-                g.add_tweights(i, s, e);
-                g.mark_node(i);
-                g.mark_node(i); // twice is the same as once
-            }
-            const int old = p.n;
-            if (k % 4 == 1 && round % 2) {
-                const int added = g.get_node_capacity() - p.n + 1 + int(rng() % 20); // past the room
-                QCOMPARE(g.add_node(added), p.n);
-                for (int i = 0; i < added; ++i) {
-                    p.source.push_back(int(rng() % 40));
-                    p.sink.push_back(int(rng() % 40));
-                    g.add_tweights(p.n + i, p.source.back(), p.sink.back());
-                    g.mark_node(p.n + i);
-                }
-                p.n += added;
-                for (int e = 0; e < 3 * added; ++e) {
-                    const int i = int(rng() % uint32_t(p.n)), j = int(rng() % uint32_t(p.n)), c = int(rng() % 30);
-                    if (i == j)
-                        continue;
-                    p.edges.push_back({i, j, c, c / 2});
-                    g.add_edge(i, j, c, c / 2);
+    void randomGraphsLeaveMinimumCuts()
+    {
+        QFETCH(int, count); QFETCH(int, minNodes); QFETCH(int, maxNodes); QFETCH(double, density); QFETCH(int, maxCap);
+        std::mt19937 rng(uint32_t(count * 7919 + maxNodes));
+        std::uniform_int_distribution<int> size(minNodes, maxNodes);
+        for (int k = 0; k < count; ++k) {
+            const Problem p = randomProblem(rng, size(rng), density, maxCap);
+            GraphI g(p.n / 3, int(p.edges.size()) / 3); // small room: growth happens while building
+            p.build(g);
+            p.checkMinimumCut(g, g.maxflow());
+            if (QTest::currentTestFailed())
+                QFAIL(qPrintable(QString("graph %1").arg(k)));
+        }
+    }
+
+    // Reusing calls, with a plain call now and then, nodes and edges added in between (the arrays
+    // move while marked nodes wait in the active queue, linked by address), and the hard weights of
+    // the quick select scheme: the cut is always a minimum cut and every change of side is listed.
+    // Listed nodes are left on the list before each plain call: the flag that keeps a node from
+    // being listed twice must then be cleared by that call.
+    void treeReuseListsEveryChange()
+    {
+        std::mt19937 rng(2024);
+        Block<int> changed(64);
+        for (int k = 0; k < 150; ++k) {
+            Problem p = randomProblem(rng, 5 + k % 120, k % 3 == 0 ? 0.3 : 0.05, 50);
+            GraphI g(p.n, int(p.edges.size())); // full from the start
+            p.build(g);
+            g.maxflow();
+            // One graph goes through well over 64 reusing calls: the orphan pool kept between
+            // them is released every 64th.
+            for (int round = 0; round < (k == 100 ? 150 : 6); ++round) {
+                // Read with both defaults: a free node reads as either, so a node that joins or
+                // leaves a tree shows a change under one of them.
+                std::vector<std::pair<GraphI::termtype, GraphI::termtype>> before(size_t(p.n));
+                for (int i = 0; i < p.n; ++i)
+                    before[size_t(i)] = {g.what_segment(i, GraphI::SOURCE), g.what_segment(i, GraphI::SINK)};
+                std::uniform_int_distribution<int> pick(0, p.n - 1), inc(0, 60);
+                for (int t = 0; t < 1 + p.n / 20; ++t) {
+                    const int i = pick(rng), hard = k % 5 == 0 && t == 0 && round < 5 ? 100000000 : 0;
+                    const int s = rng() % 2 ? inc(rng) + hard : 0, e = rng() % 2 ? inc(rng) : 0;
+                    p.source[size_t(i)] += s;
+                    p.sink[size_t(i)] += e;
+                    g.add_tweights(i, s, e);
                     g.mark_node(i);
-                    g.mark_node(j);
+                    g.mark_node(i); // twice is the same as once
                 }
+                const int old = p.n;
+                if (k % 4 == 1 && round % 2) {
+                    const int added = g.get_node_capacity() - p.n + 1 + int(rng() % 20); // past the room
+                    QCOMPARE(g.add_node(added), p.n);
+                    for (int i = 0; i < added; ++i) {
+                        p.source.push_back(int(rng() % 40));
+                        p.sink.push_back(int(rng() % 40));
+                        g.add_tweights(p.n + i, p.source.back(), p.sink.back());
+                        g.mark_node(p.n + i);
+                    }
+                    p.n += added;
+                    for (int e = 0; e < 3 * added; ++e) {
+                        const int i = int(rng() % uint32_t(p.n)), j = int(rng() % uint32_t(p.n)), c = int(rng() % 30);
+                        if (i == j)
+                            continue;
+                        p.edges.push_back({i, j, c, c / 2});
+                        g.add_edge(i, j, c, c / 2);
+                        g.mark_node(i);
+                        g.mark_node(j);
+                    }
+                }
+                changed.reset();
+                const bool plain = round % 3 == 2 && k % 2;
+                p.checkMinimumCut(g, plain ? g.maxflow() : g.maxflow(true, &changed));
+                if (plain)
+                    continue;
+                std::set<int> listed;
+                changed.for_each([&](int id) { listed.insert(id); });
+                for (int i = 0; i < old; ++i)
+                    if (std::make_pair(g.what_segment(i, GraphI::SOURCE), g.what_segment(i, GraphI::SINK)) != before[size_t(i)])
+                        QVERIFY2(listed.count(i), qPrintable(QString("graph %1 round %2: node %3 not listed").arg(k).arg(round).arg(i)));
+                if (!(k % 2 && round % 3 == 1)) // left set before a plain call, for it to clear
+                    for (int id : listed)
+                        g.remove_from_changed_list(id);
             }
-            changed.reset();
-            const bool plain = round % 3 == 2 && k % 2;
-            p.checkMinimumCut(g, plain ? g.maxflow() : g.maxflow(true, &changed));
-            if (plain)
-                continue;
-            std::set<int> listed;
-            changed.for_each([&](int id) { listed.insert(id); });
-            for (int i = 0; i < old; ++i)
-                if (std::make_pair(g.what_segment(i, GraphI::SOURCE), g.what_segment(i, GraphI::SINK)) != before[size_t(i)])
-                    QVERIFY2(listed.count(i), qPrintable(QString("graph %1 round %2: node %3 not listed").arg(k).arg(round).arg(i)));
-            if (!(k % 2 && round % 3 == 1)) // left set before a plain call, for it to clear
-                for (int id : listed)
-                    g.remove_from_changed_list(id);
         }
     }
-}
 
-// Fatal errors exit with status 1 and the error function's message; failed preconditions abort
-// with the condition.
-void TestGraph::fatalPaths_data()
-{
-    QTest::addColumn<int>("which"); QTest::addColumn<int>("status"); QTest::addColumn<QByteArray>("text");
-    const QByteArray first("reuse_trees cannot be used in the first call to maxflow()!");
-    QTest::newRow("reuse on the first call") << 0 << 1 << first;
-    QTest::newRow("reuse on the first call, with a list") << 1 << 1 << first;
-    QTest::newRow("changed list without reuse") << 2 << 1 << QByteArray("changed_list cannot be used without reuse_trees!");
-    QTest::newRow("no memory") << 3 << 1 << QByteArray("Not enough memory!");
-    QTest::newRow("no error function: silent") << 23 << 1 << QByteArray();
-    QTest::newRow("loop") << 4 << -SIGABRT << QByteArray("`_i != _j'");
-    QTest::newRow("not in the changed list") << 5 << -SIGABRT << QByteArray("`i>=0 && i<node_num && nodes[i].is_in_changed_list'");
-    QTest::newRow("arc beyond the last") << 6 << -SIGABRT << QByteArray("`a >= arcs && a < arc_last'");
-}
-
-void TestGraph::fatalPaths()
-{
-    QFETCH(int, which); QFETCH(int, status); QFETCH(QByteArray, text);
-    QByteArray err;
-    const int got = inChild(
-        [&] {
-            Block<int> list(8);
-            if (which % 20 == 3) {
-                GraphI huge(INT_MAX, INT_MAX, which < 20 ? reportToStderr : nullptr); // far more than any machine gives
-                return;
-            }
-            GraphI g(2, 1, reportToStderr);
-            g.add_node(2);
-            g.add_edge(0, 1, 1, 1);
-            g.add_tweights(0, 1, 0);
-            int i = 0, j = 0;
-            switch (which) {
-            case 0: g.maxflow(true); break;
-            case 1: g.maxflow(true, &list); break;
-            case 2: g.maxflow(false, &list); break;
-            case 4: g.add_edge(1, 1, 1, 1); break;
-            case 5: g.remove_from_changed_list(0); break;
-            case 6: g.get_arc_ends(g.get_next_arc(g.get_next_arc(g.get_first_arc())), i, j); break;
-            }
-        },
-        &err);
-    QCOMPARE(got, status);
-    if (status == 1)
-        QCOMPARE(err, text);
-    else
-        QVERIFY2(err.contains(text), err.constData());
-}
-
-void TestGraph::residualsFollowTheOrderOfWork()
-{
-    // Four nodes, five edges; node 0 has two neighbours in the source tree at the same
-    // distance, and there are several maximum flows. Worked out by hand in the solver's order:
-    //  - init queues 1, 2, 3 (terminal nodes in id order);
-    //  - 1 grows: over a9 node 0 joins (DIST 2), then over a1 node 0 is re-hung (its DIST 2 is
-    //    greater than 1's), so 0 hangs on a0;
-    //  - 2 (sink) finds 0 over a2's sister a3: path 1 -a0- 0 -a3- 2, bottleneck min(2, r(a1) 1,
-    //    tr 3, 4) = 1; a1 saturates, 0 is an orphan;
-    //  - adoption of 0: a8 (sister a9 = 3) reaches 1 at distance 1, a4 (sister a5 = 1) reaches
-    //    3 at distance 1 too: the first, a8, wins (strictly nearer only replaces it);
-    //  - 2 is scanned again at once: path 1 -a8- 0 -a3- 2, bottleneck r(a3) = 1; a3 saturates;
-    //  - 3 and then 0 grow without finding anything: flow 2.
-    // Taking the later of two equal parents, a last-in first-out queue, or going on with the
-    // next active node instead of the current one each push the flow along other arcs.
-    GraphI g(4, 5);
-    g.add_node(4);
-    g.add_tweights(1, 3, 0);
-    g.add_tweights(2, 0, 4);
-    g.add_tweights(3, 3, 0);
-    g.add_edge(0, 1, 3, 1); // a0, a1
-    g.add_edge(2, 0, 3, 2); // a2, a3
-    g.add_edge(0, 3, 1, 1); // a4, a5
-    g.add_edge(0, 1, 0, 0); // a6, a7
-    g.add_edge(0, 1, 1, 3); // a8, a9
-    QCOMPARE(g.maxflow(), 2);
-    QCOMPARE(QList<int>({g.get_trcap(0), g.get_trcap(1), g.get_trcap(2), g.get_trcap(3)}), QList<int>({0, 1, -2, 3}));
-    QCOMPARE(arcs(g), QList<int>({0, 1, 4, 1, 0, 0, 2, 0, 5, 0, 2, 0, 0, 3, 1, 3, 0, 1, 0, 1, 0, 1, 0, 0, 0, 1, 2, 1, 0, 2}));
-    QCOMPARE(g.what_segment(0, GraphI::SINK), GraphI::SOURCE);
-    QCOMPARE(g.what_segment(2), GraphI::SINK);
-}
-
-void TestGraph::hardWeightsPileUp()
-{
-    // Hard weights of 10^8 added run after run on the same nodes pass 2^31 after about
-    // twenty runs: the nodes must stay tied to their terminals, not wrap to the other side.
-    GraphI g(3, 2);
-    g.add_node(3);
-    g.add_edge(0, 1, 5, 5);
-    g.add_edge(1, 2, 3, 3);
-    for (int run = 0; run < 300; ++run) {
-        g.add_tweights(0, 100000000, 0);
-        g.add_tweights(2, 0, 100000000);
-        g.add_tweights(1, run % 2 ? 7 : 0, run % 2 ? 0 : 2);
-        g.maxflow();
-        QVERIFY2(g.what_segment(0) == GraphI::SOURCE && g.what_segment(2) == GraphI::SINK, qPrintable(QString("run %1").arg(run)));
+    // Fatal errors exit with status 1 and the error function's message; failed preconditions abort
+    // with the condition.
+    void fatalPaths_data()
+    {
+        QTest::addColumn<int>("which"); QTest::addColumn<int>("status"); QTest::addColumn<QByteArray>("text");
+        const QByteArray first("reuse_trees cannot be used in the first call to maxflow()!");
+        QTest::newRow("reuse on the first call") << 0 << 1 << first;
+        QTest::newRow("reuse on the first call, with a list") << 1 << 1 << first;
+        QTest::newRow("changed list without reuse") << 2 << 1 << QByteArray("changed_list cannot be used without reuse_trees!");
+        QTest::newRow("no memory") << 3 << 1 << QByteArray("Not enough memory!");
+        QTest::newRow("no error function: silent") << 23 << 1 << QByteArray();
+        QTest::newRow("loop") << 4 << -SIGABRT << QByteArray("`_i != _j'");
+        QTest::newRow("not in the changed list") << 5 << -SIGABRT << QByteArray("`i>=0 && i<node_num && nodes[i].is_in_changed_list'");
+        QTest::newRow("arc beyond the last") << 6 << -SIGABRT << QByteArray("`a >= arcs && a < arc_last'");
     }
-    QCOMPARE(g.get_trcap(0), INT_MAX);
-    QCOMPARE(g.get_trcap(2), -INT_MAX); // symmetric, so the solver may negate it
-    // Both at once: the common part is flow, the rest stays.
-    GraphI h(1, 0);
-    h.add_node();
-    h.add_tweights(0, INT_MAX, 5);
-    h.add_tweights(0, INT_MAX, 0);
-    QCOMPARE(h.get_trcap(0), INT_MAX);
-    h.add_tweights(0, 0, INT_MAX);
-    h.add_tweights(0, 0, INT_MAX);
-    QCOMPARE(h.get_trcap(0), -INT_MAX);
-}
 
-void TestGraph::cancelStopsTheSearch()
-{
-    // A 200 x 200 grid with seeded weights: a search of far more than the 4096 growth steps
-    // between two looks at the flag. An unset flag changes nothing (the same flow and the same
-    // side for every node); a set one ends the search early.
-    std::vector<std::unique_ptr<GraphI>> g;
-    std::vector<int> flow;
-    const std::atomic<bool> no{false}, yes{true};
-    for (const std::atomic<bool>* flag : {static_cast<const std::atomic<bool>*>(nullptr), &no, &yes}) {
-        g.push_back(std::make_unique<GraphI>(40000, 80000));
-        std::mt19937 rng(11);
-        std::uniform_int_distribution<int> cap(1, 50), weight(-40, 40);
-        g.back()->add_node(40000);
-        for (int i = 0; i < 40000; ++i) {
-            if (i % 200 < 199)
-                g.back()->add_edge(i, i + 1, cap(rng), cap(rng));
-            if (i < 39800)
-                g.back()->add_edge(i, i + 200, cap(rng), cap(rng));
-            const int w = weight(rng);
-            g.back()->add_tweights(i, std::max(w, 0), std::max(-w, 0));
+    void fatalPaths()
+    {
+        QFETCH(int, which); QFETCH(int, status); QFETCH(QByteArray, text);
+        QByteArray err;
+        const int got = inChild(
+            [&] {
+                Block<int> list(8);
+                if (which % 20 == 3) {
+                    GraphI huge(INT_MAX, INT_MAX, which < 20 ? reportToStderr : nullptr); // far more than any machine gives
+                    return;
+                }
+                GraphI g(2, 1, reportToStderr);
+                g.add_node(2);
+                g.add_edge(0, 1, 1, 1);
+                g.add_tweights(0, 1, 0);
+                int i = 0, j = 0;
+                switch (which) {
+                case 0: g.maxflow(true); break;
+                case 1: g.maxflow(true, &list); break;
+                case 2: g.maxflow(false, &list); break;
+                case 4: g.add_edge(1, 1, 1, 1); break;
+                case 5: g.remove_from_changed_list(0); break;
+                case 6: g.get_arc_ends(g.get_next_arc(g.get_next_arc(g.get_first_arc())), i, j); break;
+                }
+            },
+            &err);
+        QCOMPARE(got, status);
+        if (status == 1)
+            QCOMPARE(err, text);
+        else
+            QVERIFY2(err.contains(text), err.constData());
+    }
+
+    void residualsFollowTheOrderOfWork()
+    {
+        // Four nodes, five edges; node 0 has two neighbours in the source tree at the same
+        // distance, and there are several maximum flows. Worked out by hand in the solver's order:
+        //  - init queues 1, 2, 3 (terminal nodes in id order);
+        //  - 1 grows: over a9 node 0 joins (DIST 2), then over a1 node 0 is re-hung (its DIST 2 is
+        //    greater than 1's), so 0 hangs on a0;
+        //  - 2 (sink) finds 0 over a2's sister a3: path 1 -a0- 0 -a3- 2, bottleneck min(2, r(a1) 1,
+        //    tr 3, 4) = 1; a1 saturates, 0 is an orphan;
+        //  - adoption of 0: a8 (sister a9 = 3) reaches 1 at distance 1, a4 (sister a5 = 1) reaches
+        //    3 at distance 1 too: the first, a8, wins (strictly nearer only replaces it);
+        //  - 2 is scanned again at once: path 1 -a8- 0 -a3- 2, bottleneck r(a3) = 1; a3 saturates;
+        //  - 3 and then 0 grow without finding anything: flow 2.
+        // Taking the later of two equal parents, a last-in first-out queue, or going on with the
+        // next active node instead of the current one each push the flow along other arcs.
+        GraphI g(4, 5);
+        g.add_node(4);
+        g.add_tweights(1, 3, 0);
+        g.add_tweights(2, 0, 4);
+        g.add_tweights(3, 3, 0);
+        g.add_edge(0, 1, 3, 1); // a0, a1
+        g.add_edge(2, 0, 3, 2); // a2, a3
+        g.add_edge(0, 3, 1, 1); // a4, a5
+        g.add_edge(0, 1, 0, 0); // a6, a7
+        g.add_edge(0, 1, 1, 3); // a8, a9
+        QCOMPARE(g.maxflow(), 2);
+        QCOMPARE(QList<int>({g.get_trcap(0), g.get_trcap(1), g.get_trcap(2), g.get_trcap(3)}), QList<int>({0, 1, -2, 3}));
+        QCOMPARE(arcs(g), QList<int>({0, 1, 4, 1, 0, 0, 2, 0, 5, 0, 2, 0, 0, 3, 1, 3, 0, 1, 0, 1, 0, 1, 0, 0, 0, 1, 2, 1, 0, 2}));
+        QCOMPARE(g.what_segment(0, GraphI::SINK), GraphI::SOURCE);
+        QCOMPARE(g.what_segment(2), GraphI::SINK);
+    }
+
+    void hardWeightsPileUp()
+    {
+        // Hard weights of 10^8 added run after run on the same nodes pass 2^31 after about
+        // twenty runs: the nodes must stay tied to their terminals, not wrap to the other side.
+        GraphI g(3, 2);
+        g.add_node(3);
+        g.add_edge(0, 1, 5, 5);
+        g.add_edge(1, 2, 3, 3);
+        for (int run = 0; run < 300; ++run) {
+            g.add_tweights(0, 100000000, 0);
+            g.add_tweights(2, 0, 100000000);
+            g.add_tweights(1, run % 2 ? 7 : 0, run % 2 ? 0 : 2);
+            g.maxflow();
+            QVERIFY2(g.what_segment(0) == GraphI::SOURCE && g.what_segment(2) == GraphI::SINK, qPrintable(QString("run %1").arg(run)));
         }
-        flow.push_back(g.back()->maxflow(false, nullptr, flag));
+        QCOMPARE(g.get_trcap(0), INT_MAX);
+        QCOMPARE(g.get_trcap(2), -INT_MAX); // symmetric, so the solver may negate it
+        // Both at once: the common part is flow, the rest stays.
+        GraphI h(1, 0);
+        h.add_node();
+        h.add_tweights(0, INT_MAX, 5);
+        h.add_tweights(0, INT_MAX, 0);
+        QCOMPARE(h.get_trcap(0), INT_MAX);
+        h.add_tweights(0, 0, INT_MAX);
+        h.add_tweights(0, 0, INT_MAX);
+        QCOMPARE(h.get_trcap(0), -INT_MAX);
     }
-    QCOMPARE(flow[1], flow[0]);
-    for (int i = 0; i < 40000; ++i)
-        QCOMPARE(g[1]->what_segment(i), g[0]->what_segment(i));
-    QVERIFY(flow[2] < flow[0]);
-}
+
+    void cancelStopsTheSearch()
+    {
+        // A 200 x 200 grid with seeded weights: a search of far more than the 4096 growth steps
+        // between two looks at the flag. An unset flag changes nothing (the same flow and the same
+        // side for every node); a set one ends the search early.
+        std::vector<std::unique_ptr<GraphI>> g;
+        std::vector<int> flow;
+        const std::atomic<bool> no{false}, yes{true};
+        for (const std::atomic<bool>* flag : {static_cast<const std::atomic<bool>*>(nullptr), &no, &yes}) {
+            g.push_back(std::make_unique<GraphI>(40000, 80000));
+            std::mt19937 rng(11);
+            std::uniform_int_distribution<int> cap(1, 50), weight(-40, 40);
+            g.back()->add_node(40000);
+            for (int i = 0; i < 40000; ++i) {
+                if (i % 200 < 199)
+                    g.back()->add_edge(i, i + 1, cap(rng), cap(rng));
+                if (i < 39800)
+                    g.back()->add_edge(i, i + 200, cap(rng), cap(rng));
+                const int w = weight(rng);
+                g.back()->add_tweights(i, std::max(w, 0), std::max(-w, 0));
+            }
+            flow.push_back(g.back()->maxflow(false, nullptr, flag));
+        }
+        QCOMPARE(flow[1], flow[0]);
+        for (int i = 0; i < 40000; ++i)
+            QCOMPARE(g[1]->what_segment(i), g[0]->what_segment(i));
+        QVERIFY(flow[2] < flow[0]);
+    }
+};
 
 QTEST_MAIN(TestGraph)
 #include "tst_graph.moc"
