@@ -250,53 +250,62 @@ private slots:
         QCOMPARE(f.canvas->cursor().shape(), Qt::OpenHandCursor);
     }
 
-    void ellipse_data()
+    // Shapes drawn over a small selection at (35, 35), in New mode unless another is clicked: a
+    // drag (ellipse), a stroke through `points` (lasso) or clicks at `points` (polygon, 5 widget
+    // pixels from the first corner closing it).
+    void shapes_data()
     {
-        QTest::addColumn<QPoint>("from"); QTest::addColumn<QPoint>("to"); QTest::addColumn<bool>("shift");
-        QTest::addColumn<QRect>("expected");
-        QTest::newRow("box") << QPoint(4, 6) << QPoint(24, 16) << false << QRect(4, 6, 20, 10);
-        QTest::newRow("shift: circle up-left's mirror") << QPoint(20, 20) << QPoint(12, 23) << true << QRect(12, 20, 8, 8);
-        QTest::newRow("click: nothing") << QPoint(9, 9) << QPoint(9, 9) << false << QRect();
+        QTest::addColumn<QString>("tool"); QTest::addColumn<float>("scale"); QTest::addColumn<QString>("mode");
+        QTest::addColumn<bool>("shift"); QTest::addColumn<QList<QPoint>>("points"); QTest::addColumn<QRect>("expected");
+        const QString ellipse = "Ellipse Select Tool", lasso = "Lasso Tool", polygon = "Polygonal Lasso Tool";
+        QList<QPoint> square; // a stroke of 40 points around (5, 5) - (25, 25)
+        const QPoint corner[5] = {{5, 5}, {25, 5}, {25, 25}, {5, 25}, {5, 5}};
+        for (int i = 0; i < 40; ++i)
+            square << corner[i / 10] + (corner[i / 10 + 1] - corner[i / 10]) * (i % 10) / 10;
+        QTest::newRow("ellipse box") << ellipse << 1.0f << "newBtn" << false << QList<QPoint>{{4, 6}, {24, 16}} << QRect(4, 6, 20, 10);
+        QTest::newRow("ellipse, shift: circle up-left's mirror") << ellipse << 1.0f << "newBtn" << true << QList<QPoint>{{20, 20}, {12, 23}}
+                                                                 << QRect(12, 20, 8, 8);
+        QTest::newRow("ellipse click: nothing") << ellipse << 1.0f << "newBtn" << false << QList<QPoint>{{9, 9}, {9, 9}} << QRect();
+        QTest::newRow("lasso square") << lasso << 1.0f << "newBtn" << false << square << QRect(5, 5, 20, 20);
+        QTest::newRow("lasso, add keeps the old selection") << lasso << 1.0f << "addBtn" << false << square << QRect(5, 5, 33, 33);
+        QTest::newRow("lasso, two points: nothing, old cleared") << lasso << 1.0f << "newBtn" << false << QList<QPoint>{{5, 5}, {5, 25}} << QRect();
+        QTest::newRow("lasso, two points in add mode: old kept") << lasso << 1.0f << "addBtn" << false << QList<QPoint>{{5, 5}, {5, 25}}
+                                                                 << QRect(35, 35, 3, 3);
+        QTest::newRow("triangle") << polygon << 1.0f << "newBtn" << false << QList<QPoint>{{4, 4}, {14, 4}, {14, 14}, {7, 8}} << QRect(4, 4, 10, 10);
+        QTest::newRow("too far: a corner") << polygon << 1.0f << "newBtn" << false << QList<QPoint>{{4, 4}, {14, 4}, {14, 14}, {8, 8}} << QRect();
+        QTest::newRow("scale 2: 5 widget px") << polygon << 2.0f << "newBtn" << false << QList<QPoint>{{4, 4}, {14, 4}, {14, 14}, {7, 8}}
+                                              << QRect(8, 8, 20, 20);
+        QTest::newRow("two corners: discarded") << polygon << 1.0f << "newBtn" << false << QList<QPoint>{{4, 4}, {14, 4}, {5, 5}} << QRect();
     }
-    void ellipse()
+    void shapes()
     {
-        QFETCH(QPoint, from); QFETCH(QPoint, to); QFETCH(bool, shift); QFETCH(QRect, expected);
-        ToolFixture<VexaToolEllipseSelect> f(QSize(40, 40), 1.0f);
-        f.selectRect(QRect(35, 35, 3, 3)); // New mode: replaced, or cleared by a click
-        f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
-        f.drag(from, to);
-        QCOMPARE(f.bounds(), expected);
-        if (!expected.isEmpty())
-            QCOMPARE(f.at(expected.center().x(), expected.center().y()), 255);
-    }
-
-    void lasso_data()
-    {
-        QTest::addColumn<QString>("mode"); QTest::addColumn<int>("points"); QTest::addColumn<QRect>("expected");
-        QTest::newRow("square stroke") << "newBtn" << 40 << QRect(5, 5, 20, 20);
-        QTest::newRow("add keeps the old selection") << "addBtn" << 40 << QRect(5, 5, 33, 33);
-        QTest::newRow("two points: nothing, old cleared") << "newBtn" << 2 << QRect();
-        QTest::newRow("two points in add mode: old kept") << "addBtn" << 2 << QRect(35, 35, 3, 3);
-    }
-    void lasso()
-    {
-        QFETCH(QString, mode); QFETCH(int, points); QFETCH(QRect, expected);
-        ToolFixture<VexaToolLasso> f(QSize(40, 40), 1.0f);
-        button(f.tool, mode)->click();
+        QFETCH(QString, tool); QFETCH(float, scale); QFETCH(QString, mode); QFETCH(bool, shift); QFETCH(QList<QPoint>, points);
+        QFETCH(QRect, expected);
+        VexaToolFixture f(QSize(40, 40), scale);
+        QObject parent;
+        IVexaTool* t = getInstance(&parent, tool);
+        t->active(f.doc.get());
+        button(*t, mode)->click();
         f.selectRect(QRect(35, 35, 3, 3));
-        f.release(20, 20); // a release that never had a press changes nothing
-        QCOMPARE(f.bounds(), QRect(35, 35, 3, 3));
-        const QVector<QPoint> square = {{5, 5}, {25, 5}, {25, 25}, {5, 25}};
-        f.move(5, 5);
-        f.press(5, 5);
-        for (int i = 1; i < points; ++i) {
-            const int side = (i * 4 / points) % 4;
-            const QPoint a = square[side], b = square[(side + 1) % 4];
-            const double t = double(i * 4 % points) / points;
-            f.move(int(a.x() + (b.x() - a.x()) * t), int(a.y() + (b.y() - a.y()) * t));
+        f.now += 1000; // past the polygonal lasso's first half second, which swallows releases
+        f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+        if (tool == QLatin1String("Polygonal Lasso Tool")) {
+            for (QPoint p : points)
+                f.click(p.x(), p.y());
+            const bool open = points.size() == 4 && expected.isEmpty(); // too far: still open
+            QCOMPARE(static_cast<VexaToolLassoPolygon*>(t)->currentPath() != nullptr, open);
+        } else {
+            f.release(20, 20); // a release that never had a press changes nothing
+            QCOMPARE(f.bounds(), QRect(35, 35, 3, 3));
+            f.move(points[0].x(), points[0].y());
+            f.press(points[0].x(), points[0].y());
+            for (QPoint p : points.mid(1))
+                f.move(p.x(), p.y());
+            f.release(points.last().x(), points.last().y());
         }
-        f.release(5, 25);
         QCOMPARE(f.bounds(), expected);
+        if (mode == QLatin1String("newBtn") && !expected.isEmpty()) // inside, away from the triangle's slanted edge
+            QCOMPARE(f.at(expected.right() - 1, expected.top() + expected.height() / 3), 255);
     }
 
     void polygonFourCornersByDoubleClick()
@@ -320,29 +329,6 @@ private slots:
             f.click(5, 5);
             QCOMPARE(f.tool.currentPath() != nullptr, wait == 100);
         }
-    }
-
-    void polygonClosesNearFirstCorner_data()
-    {
-        QTest::addColumn<float>("scale"); QTest::addColumn<int>("corners"); QTest::addColumn<QPoint>("last");
-        QTest::addColumn<QRect>("expected");
-        // Corners (widget) at (4, 4), (14, 4), (14, 14); the closing click lands near (4, 4).
-        QTest::newRow("triangle") << 1.0f << 3 << QPoint(7, 8) << QRect(4, 4, 10, 10);
-        QTest::newRow("too far: a corner") << 1.0f << 3 << QPoint(8, 8) << QRect();
-        QTest::newRow("scale 2: 5 widget px") << 2.0f << 3 << QPoint(7, 8) << QRect(8, 8, 20, 20);
-        QTest::newRow("two corners: discarded") << 1.0f << 2 << QPoint(5, 5) << QRect();
-    }
-    void polygonClosesNearFirstCorner()
-    {
-        QFETCH(float, scale); QFETCH(int, corners); QFETCH(QPoint, last); QFETCH(QRect, expected);
-        ToolFixture<VexaToolLassoPolygon> f(QSize(40, 40), scale);
-        f.now += 1000;
-        const QVector<QPoint> pts = {{4, 4}, {14, 4}, {14, 14}};
-        for (int i = 0; i < corners; ++i)
-            f.click(pts[i].x(), pts[i].y());
-        f.click(last.x(), last.y());
-        QCOMPARE(f.bounds(), expected);
-        QCOMPARE(f.tool.currentPath() != nullptr, expected.isEmpty() && corners == 3); // too far: still open
     }
 
     void polygonCornersUndoAndNamedEvents()
