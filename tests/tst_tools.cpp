@@ -219,68 +219,45 @@ private slots:
         QVERIFY(!f.selection()->hasSelection());
     }
 
-    void blockedInput_data()
-    {
-        QTest::addColumn<QString>("name"); QTest::addColumn<bool>("honoursBlock");
-        QTest::newRow("rectangle") << "Rectangular Marquee Tool" << true;
-        QTest::newRow("lasso") << "Lasso Tool" << true;
-        QTest::newRow("polygon") << "Polygonal Lasso Tool" << true;
-        QTest::newRow("ellipse ignores the flag") << "Ellipse Select Tool" << false;
-    }
-    void blockedInput()
-    {
-        QFETCH(QString, name); QFETCH(bool, honoursBlock);
-        VexaToolFixture f(QSize(40, 40), 1.0f);
-        QObject parent;
-        IVexaTool* tool = getInstance(&parent, name);
-        tool->active(f.doc.get());
-        f.selectRect(QRect(30, 30, 5, 5));
-        f.doc->toolInputBlocked = true;
-        f.now += 1000; // past the polygonal lasso's first half second, which swallows releases
-        f.drag(QPoint(5, 5), QPoint(20, 20));
-        for (QPoint p : {QPoint(20, 5), QPoint(5, 20)}) { // polygon corners come from releases
-            f.now += 600;
-            f.click(p.x(), p.y());
-        }
-        f.doubleClick(5, 20);
-        QCOMPARE(f.bounds() == QRect(30, 30, 5, 5), honoursBlock);
-        // Moves are never blocked: the cursor still follows the selection.
-        f.selectRect(QRect(30, 30, 5, 5));
-        f.move(32, 32);
-        QCOMPARE(f.canvas->cursor().shape(), Qt::OpenHandCursor);
-    }
-
     // Shapes drawn over a small selection at (35, 35), in New mode unless another is clicked: a
-    // drag (ellipse), a stroke through `points` (lasso) or clicks at `points` (polygon, 5 widget
-    // pixels from the first corner closing it).
+    // drag (rectangle, ellipse), a stroke through `points` (lasso) or clicks at `points`
+    // (polygon, 5 widget pixels from the first corner closing it). While the document blocks
+    // tool input, every tool but the ellipse leaves the selection as it was.
     void shapes_data()
     {
         QTest::addColumn<QString>("tool"); QTest::addColumn<float>("scale"); QTest::addColumn<QString>("mode");
-        QTest::addColumn<bool>("shift"); QTest::addColumn<QList<QPoint>>("points"); QTest::addColumn<QRect>("expected");
-        const QString ellipse = "Ellipse Select Tool", lasso = "Lasso Tool", polygon = "Polygonal Lasso Tool";
+        QTest::addColumn<bool>("shift"); QTest::addColumn<bool>("blocked"); QTest::addColumn<QList<QPoint>>("points");
+        QTest::addColumn<QRect>("expected");
+        auto row = [](const char* name, const char* tool, float scale, const char* mode, bool shift, bool blocked, const QList<QPoint>& points,
+                      const QRect& expected) {
+            QTest::newRow(name) << QString::fromLatin1(tool) << scale << QString::fromLatin1(mode) << shift << blocked << points << expected;
+        };
+        const char *ellipse = "Ellipse Select Tool", *lasso = "Lasso Tool", *polygon = "Polygonal Lasso Tool", *rectangle = "Rectangular Marquee Tool";
         QList<QPoint> square; // a stroke of 40 points around (5, 5) - (25, 25)
         const QPoint corner[5] = {{5, 5}, {25, 5}, {25, 25}, {5, 25}, {5, 5}};
         for (int i = 0; i < 40; ++i)
             square << corner[i / 10] + (corner[i / 10 + 1] - corner[i / 10]) * (i % 10) / 10;
-        QTest::newRow("ellipse box") << ellipse << 1.0f << "newBtn" << false << QList<QPoint>{{4, 6}, {24, 16}} << QRect(4, 6, 20, 10);
-        QTest::newRow("ellipse, shift: circle up-left's mirror") << ellipse << 1.0f << "newBtn" << true << QList<QPoint>{{20, 20}, {12, 23}}
-                                                                 << QRect(12, 20, 8, 8);
-        QTest::newRow("ellipse click: nothing") << ellipse << 1.0f << "newBtn" << false << QList<QPoint>{{9, 9}, {9, 9}} << QRect();
-        QTest::newRow("lasso square") << lasso << 1.0f << "newBtn" << false << square << QRect(5, 5, 20, 20);
-        QTest::newRow("lasso, add keeps the old selection") << lasso << 1.0f << "addBtn" << false << square << QRect(5, 5, 33, 33);
-        QTest::newRow("lasso, two points: nothing, old cleared") << lasso << 1.0f << "newBtn" << false << QList<QPoint>{{5, 5}, {5, 25}} << QRect();
-        QTest::newRow("lasso, two points in add mode: old kept") << lasso << 1.0f << "addBtn" << false << QList<QPoint>{{5, 5}, {5, 25}}
-                                                                 << QRect(35, 35, 3, 3);
-        QTest::newRow("triangle") << polygon << 1.0f << "newBtn" << false << QList<QPoint>{{4, 4}, {14, 4}, {14, 14}, {7, 8}} << QRect(4, 4, 10, 10);
-        QTest::newRow("too far: a corner") << polygon << 1.0f << "newBtn" << false << QList<QPoint>{{4, 4}, {14, 4}, {14, 14}, {8, 8}} << QRect();
-        QTest::newRow("scale 2: 5 widget px") << polygon << 2.0f << "newBtn" << false << QList<QPoint>{{4, 4}, {14, 4}, {14, 14}, {7, 8}}
-                                              << QRect(8, 8, 20, 20);
-        QTest::newRow("two corners: discarded") << polygon << 1.0f << "newBtn" << false << QList<QPoint>{{4, 4}, {14, 4}, {5, 5}} << QRect();
+        const QList<QPoint> triangle{{4, 4}, {14, 4}, {14, 14}, {7, 8}}, old{{35, 35}}, drag{{4, 6}, {24, 16}};
+        row("ellipse box", ellipse, 1, "newBtn", false, false, drag, QRect(4, 6, 20, 10));
+        row("ellipse, shift: circle up-left's mirror", ellipse, 1, "newBtn", true, false, {{20, 20}, {12, 23}}, QRect(12, 20, 8, 8));
+        row("ellipse click: nothing", ellipse, 1, "newBtn", false, false, {{9, 9}, {9, 9}}, QRect());
+        row("lasso square", lasso, 1, "newBtn", false, false, square, QRect(5, 5, 20, 20));
+        row("lasso, add keeps the old selection", lasso, 1, "addBtn", false, false, square, QRect(5, 5, 33, 33));
+        row("lasso, two points: nothing, old cleared", lasso, 1, "newBtn", false, false, {{5, 5}, {5, 25}}, QRect());
+        row("lasso, two points in add mode: old kept", lasso, 1, "addBtn", false, false, {{5, 5}, {5, 25}}, QRect(35, 35, 3, 3));
+        row("triangle", polygon, 1, "newBtn", false, false, triangle, QRect(4, 4, 10, 10));
+        row("too far: a corner", polygon, 1, "newBtn", false, false, {{4, 4}, {14, 4}, {14, 14}, {8, 8}}, QRect());
+        row("scale 2: 5 widget px", polygon, 2, "newBtn", false, false, triangle, QRect(8, 8, 20, 20));
+        row("two corners: discarded", polygon, 1, "newBtn", false, false, {{4, 4}, {14, 4}, {5, 5}}, QRect());
+        row("blocked rectangle", rectangle, 1, "newBtn", false, true, drag, QRect(35, 35, 3, 3));
+        row("blocked lasso", lasso, 1, "newBtn", false, true, square, QRect(35, 35, 3, 3));
+        row("blocked polygon", polygon, 1, "newBtn", false, true, triangle, QRect(35, 35, 3, 3));
+        row("the ellipse ignores the block", ellipse, 1, "newBtn", false, true, drag, QRect(4, 6, 20, 10));
     }
     void shapes()
     {
-        QFETCH(QString, tool); QFETCH(float, scale); QFETCH(QString, mode); QFETCH(bool, shift); QFETCH(QList<QPoint>, points);
-        QFETCH(QRect, expected);
+        QFETCH(QString, tool); QFETCH(float, scale); QFETCH(QString, mode); QFETCH(bool, shift); QFETCH(bool, blocked);
+        QFETCH(QList<QPoint>, points); QFETCH(QRect, expected);
         VexaToolFixture f(QSize(40, 40), scale);
         QObject parent;
         IVexaTool* t = getInstance(&parent, tool);
@@ -289,10 +266,11 @@ private slots:
         f.selectRect(QRect(35, 35, 3, 3));
         f.now += 1000; // past the polygonal lasso's first half second, which swallows releases
         f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+        f.doc->toolInputBlocked = blocked;
         if (tool == QLatin1String("Polygonal Lasso Tool")) {
             for (QPoint p : points)
                 f.click(p.x(), p.y());
-            const bool open = points.size() == 4 && expected.isEmpty(); // too far: still open
+            const bool open = !blocked && points.size() == 4 && expected.isEmpty(); // too far: still open
             QCOMPARE(static_cast<VexaToolLassoPolygon*>(t)->currentPath() != nullptr, open);
         } else {
             f.release(20, 20); // a release that never had a press changes nothing
@@ -304,8 +282,13 @@ private slots:
             f.release(points.last().x(), points.last().y());
         }
         QCOMPARE(f.bounds(), expected);
-        if (mode == QLatin1String("newBtn") && !expected.isEmpty()) // inside, away from the triangle's slanted edge
-            QCOMPARE(f.at(expected.right() - 1, expected.top() + expected.height() / 3), 255);
+        if (mode == QLatin1String("newBtn") && !expected.isEmpty()) { // inside, away from the triangle's slanted edge
+            const QPoint in(expected.right() - 1, expected.top() + expected.height() / 3);
+            QCOMPARE(f.at(in.x(), in.y()), 255);
+            const QPoint ui = f.canvas->canvasToUi(QPointF(in)).toPoint();
+            f.move(ui.x(), ui.y()); // moves are never blocked: the cursor follows the selection
+            QCOMPARE(f.canvas->cursor().shape(), Qt::OpenHandCursor);
+        }
     }
 
     void polygonFourCornersByDoubleClick()
