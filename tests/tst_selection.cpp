@@ -186,16 +186,8 @@ private slots:
         }
         sel.copyMask(mask.data());
         QCOMPARE(bytes(sel), values({0, 50, 100, 150, 200, 255, 254, 253, 252, 251}));
-    }
-
-    void inverseAndClear()
-    {
-        VexaSelection sel(4, 1);
-        sel.addPath(rectPath(QRectF(1, 0, 2, 1)), 0);
-        sel.inverse();
-        QCOMPARE(bytes(sel), grid("#..#"));
-        sel.clear();
         // A write through the writable mask is seen, although the answer is cached otherwise.
+        sel.clear();
         QVERIFY(!sel.hasSelection());
         sel.getMask()[2] = 7;
         QVERIFY(sel.hasSelection());
