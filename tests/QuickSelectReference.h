@@ -12,6 +12,7 @@
 #include <climits>
 #include <cmath>
 #include <deque>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -145,13 +146,8 @@ inline float patch(const QImage& src, const std::vector<float>& in, int x, int y
         }
     }
     const int n = int(I.size());
-    double mu = 0, var = 0;
-    for (double v : I)
-        mu += v;
-    mu /= n;
-    for (double v : I)
-        var += (v - mu) * (v - mu);
-    var /= n;
+    const double mu = std::accumulate(I.begin(), I.end(), 0.0) / n;
+    const double var = std::accumulate(I.begin(), I.end(), 0.0, [&](double s, double v) { return s + (v - mu) * (v - mu); }) / n;
     double num = 0, den = 0;
     for (int q = 1; q < n; ++q) {
         const double w = ((I[0] - mu) * (I[q] - mu) / (var + 0.000001 / n) + 1.0) / n;
