@@ -107,12 +107,19 @@ private slots:
     {
         QFETCH(QSize, document); QFETCH(QSize, thumb);
         VexaToolFixture f(document, 1.0f);
-        QObject parent;
-        auto* tool = VexaToolSelectionColorRange::getInstance(&parent);
+        // One tool for the plug-in, whoever asks; it goes with the parent it was made for.
+        auto first = std::make_unique<QObject>();
+        QObject second;
+        auto* tool = static_cast<VexaToolSelectionColorRange*>(getInstance(first.get(), QStringLiteral("Color Range")));
+        QVERIFY(getInstance(&second, QStringLiteral("Color Range")) == tool && tool->parent() == first.get());
+        QCOMPARE(static_cast<IVexaTool*>(instance), tool);
         tool->active(f.doc.get());
         QCOMPARE(tool->imageThumbnail().size(), thumb);
         QCOMPARE(tool->selectionThumbnail().size(), thumb);
         tool->disActive();
+        first.reset();
+        QVERIFY(!instance);
+        QCOMPARE(getInstance(&second, QStringLiteral("Color Range"))->parent(), &second);
     }
 
     void dialogFollowsColourAndTolerance()
@@ -190,20 +197,6 @@ private slots:
         f.selection()->clear();
         tool->apply();
         QVERIFY(!f.selection()->hasSelection());
-    }
-
-    void singleton()
-    {
-        auto first = std::make_unique<QObject>();
-        QObject second;
-        IVexaTool* a = getInstance(first.get(), QStringLiteral("Color Range"));
-        QVERIFY(a);
-        QCOMPARE(getInstance(&second, QStringLiteral("Color Range")), a);
-        QCOMPARE(a->parent(), first.get());
-        QCOMPARE(static_cast<IVexaTool*>(instance), a);
-        first.reset(); // the tool goes with its parent
-        QVERIFY(!instance);
-        QCOMPARE(getInstance(&second, QStringLiteral("Color Range"))->parent(), &second);
     }
 
     void magicSeedOnShiftedLayer()
