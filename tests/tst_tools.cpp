@@ -343,64 +343,57 @@ private slots:
         QCOMPARE(points(), 0);
     }
 
-    void moveByKeys_data()
+    // The move tool, by keys (at scale 1) or by a drag at a scale: `by` is where the square at
+    // (10, 10) ends up moved to.
+    void moveSelection_data()
     {
-        QTest::addColumn<int>("key"); QTest::addColumn<bool>("shift"); QTest::addColumn<QPointF>("offset");
-        QTest::newRow("right") << int(Qt::Key_Right) << false << QPointF(1, 0);
-        QTest::newRow("shift right") << int(Qt::Key_Right) << true << QPointF(10, 0);
-        QTest::newRow("up") << int(Qt::Key_Up) << false << QPointF(0, -1);
-        QTest::newRow("shift down") << int(Qt::Key_Down) << true << QPointF(0, 10);
-        QTest::newRow("other key") << int(Qt::Key_A) << false << QPointF(0, 0);
+        QTest::addColumn<int>("key"); QTest::addColumn<bool>("shift"); QTest::addColumn<float>("scale");
+        QTest::addColumn<int>("step"); QTest::addColumn<QPoint>("by");
+        QTest::newRow("right") << int(Qt::Key_Right) << false << 1.0f << 0 << QPoint(2, 0);
+        QTest::newRow("shift right") << int(Qt::Key_Right) << true << 1.0f << 0 << QPoint(20, 0);
+        QTest::newRow("up") << int(Qt::Key_Up) << false << 1.0f << 0 << QPoint(0, -2);
+        QTest::newRow("shift down") << int(Qt::Key_Down) << true << 1.0f << 0 << QPoint(0, 20);
+        QTest::newRow("other key") << int(Qt::Key_A) << false << 1.0f << 0 << QPoint(0, 0);
+        QTest::newRow("drag, scale 0.5, 1 px per step: lost") << 0 << false << 0.5f << 1 << QPoint(0, 0);
+        QTest::newRow("drag, scale 0.5, 2 px per step") << 0 << false << 0.5f << 2 << QPoint(6, 0);
+        QTest::newRow("drag, scale 2") << 0 << false << 2.0f << 1 << QPoint(12, 0);
     }
-    void moveByKeys()
+    void moveSelection()
     {
-        QFETCH(int, key); QFETCH(bool, shift); QFETCH(QPointF, offset);
-        VexaToolFixture f(QSize(40, 40), 1.0f);
+        QFETCH(int, key); QFETCH(bool, shift); QFETCH(float, scale); QFETCH(int, step); QFETCH(QPoint, by);
+        VexaToolFixture f(QSize(60, 60), scale);
         f.selectRect(QRect(10, 10, 5, 5));
         VexaToolSelectionMove tool;
         tool.active(f.doc.get());
         QVERIFY(tool.isActive());
         f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+        f.now += 100;
+        if (!key) {
+            f.press(3, 3);
+            for (int i = 1; i <= 6; ++i) {
+                f.now += 50;
+                f.move(3 + i * step, 3);
+                f.now += 10;
+                f.move(3 + i * step + 1, 3); // too soon after the last step: dropped entirely
+            }
+            f.release(40, 40);
+            QCOMPARE(f.bounds(), QRect(10, 10, 5, 5).translated(by));
+            return;
+        }
         // A held key repeats at most once per 50 ms: presses at 0, 20 and 50 ms move twice.
-        for (int wait : {100, 20, 30}) {
+        for (int wait : {0, 20, 30}) {
             f.now += wait;
             sendKey(tool, QEvent::KeyPress, key);
-            QCOMPARE(f.selection()->getTranslation(), offset * (wait == 30 ? 2 : 1));
+            QCOMPARE(f.selection()->getTranslation(), QPointF(by) / (wait == 30 ? 1 : 2));
         }
         QCOMPARE(f.bounds(), QRect(10, 10, 5, 5)); // shown, not yet in the mask
         // Once the keys rest, the burst enters the mask as one undo step, without a mouse release.
         VexaHistory* history = f.doc->getHistory();
-        QTRY_COMPARE(f.bounds(), QRect(10, 10, 5, 5).translated((offset * 2).toPoint()));
+        QTRY_COMPARE(f.bounds(), QRect(10, 10, 5, 5).translated(by));
         QCOMPARE(f.selection()->getTranslation(), QPointF());
-        QCOMPARE(history->index(), offset.isNull() ? 1 : 2);
+        QCOMPARE(history->index(), by.isNull() ? 1 : 2);
         history->undo();
-        QCOMPARE(f.bounds(), offset.isNull() ? QRect() : QRect(10, 10, 5, 5));
-    }
-
-    void moveByDragLosesSubPixelSteps_data()
-    {
-        QTest::addColumn<float>("scale"); QTest::addColumn<int>("step"); QTest::addColumn<int>("moved");
-        QTest::newRow("scale 0.5, 1 px per step: lost") << 0.5f << 1 << 0;
-        QTest::newRow("scale 0.5, 2 px per step") << 0.5f << 2 << 6;
-        QTest::newRow("scale 2") << 2.0f << 1 << 12;
-    }
-    void moveByDragLosesSubPixelSteps()
-    {
-        QFETCH(float, scale); QFETCH(int, step); QFETCH(int, moved);
-        VexaToolFixture f(QSize(60, 60), scale);
-        f.selectRect(QRect(10, 10, 5, 5));
-        VexaToolSelectionMove tool;
-        tool.active(f.doc.get());
-        f.now += 100;
-        f.press(3, 3);
-        for (int i = 1; i <= 6; ++i) {
-            f.now += 50;
-            f.move(3 + i * step, 3);
-            f.now += 10;
-            f.move(3 + i * step + 1, 3); // too soon after the last step: dropped entirely
-        }
-        f.release(40, 40);
-        QCOMPARE(f.bounds(), QRect(10 + moved, 10, 5, 5));
+        QCOMPARE(f.bounds(), by.isNull() ? QRect() : QRect(10, 10, 5, 5));
     }
 
     void panelsTranslated()
