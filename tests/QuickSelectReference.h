@@ -358,15 +358,11 @@ inline void matte(VexaSegmentation& s)
             std::vector<std::pair<QColor, float>> slot;
             for (const Sample& smp : list) {
                 const float d = float((smp.p.y() - y) * (smp.p.y() - y) + (smp.p.x() - x) * (smp.p.x() - x));
-                if (slot.size() < 8) {
+                auto farther = std::find_if(slot.begin(), slot.end(), [&](const auto& sl) { return sl.second > d; });
+                if (slot.size() < 8)
                     slot.push_back({smp.c, d});
-                    continue;
-                }
-                for (auto& sl : slot)
-                    if (sl.second > d) {
-                        sl = {smp.c, d};
-                        break;
-                    }
+                else if (farther != slot.end())
+                    *farther = {smp.c, d};
             }
             return slot;
         };
@@ -389,15 +385,11 @@ inline void matte(VexaSegmentation& s)
                 const float er = e(C.red(), fi.first.red(), bj.first.red()), eg = e(C.green(), fi.first.green(), bj.first.green()),
                             eb = e(C.blue(), fi.first.blue(), bj.first.blue());
                 const float cost = weight(fi.second, mF2) * weight(bj.second, mB2) * (er * er + eg * eg + eb * eb);
-                if (pairs.size() < 3) {
+                auto dearer = std::find_if(pairs.begin(), pairs.end(), [&](const auto& p) { return p.second > cost; });
+                if (pairs.size() < 3)
                     pairs.push_back({al, cost});
-                    continue;
-                }
-                for (auto& p : pairs)
-                    if (p.second > cost) {
-                        p = {al, cost};
-                        break;
-                    }
+                else if (dearer != pairs.end())
+                    *dearer = {al, cost};
             }
         float sum = 0;
         for (auto& p : pairs)
