@@ -175,7 +175,8 @@ inline void smooth(std::vector<float>& A, const QImage& src, const QImage& marks
         std::vector<float>& out = p % 2 ? A : B;
         for (int i = 0; i < W * H; ++i) {
             const QRgb m = marks.pixel(i % W, i / W);
-            out[size_t(i)] = qRed(m) ? 1.0f : qBlue(m) ? 0.0f : differs(in, W, H, i) ? patch(src, in, i % W, i / W) : in[size_t(i)];
+            out[size_t(i)] = qRed(m) ? 1.0f : qBlue(m) ? 0.0f
+                : differs(in, W, H, i) ? patch(src, in, i % W, i / W) : in[size_t(i)];
         }
     }
 }
@@ -200,7 +201,8 @@ inline QString mark(VexaSegmentation& s)
     std::vector<unsigned> flags(size_t(N), 0);
     for (int i = 0; i < W * H; ++i) {
         const QRgb m = s.markImage.pixel(i % W, i / W);
-        flags[size_t(s.regionMap[size_t(i)])] |= (qRed(m) ? 0xFFFF0000u : 0) | (qGreen(m) ? 0xFF00FF00u : 0) | (qBlue(m) ? 0xFF0000FFu : 0);
+        const unsigned f = (qRed(m) ? 0xFFFF0000u : 0) | (qGreen(m) ? 0xFF00FF00u : 0) | (qBlue(m) ? 0xFF0000FFu : 0);
+        flags[size_t(s.regionMap[size_t(i)])] |= f;
     }
     auto isF = [&](int r) { return ((flags[size_t(r)] >> 16) & 0xFF) != 0; };
     auto isB = [&](int r) { return (flags[size_t(r)] & 0xFF) != 0; };
@@ -382,8 +384,9 @@ inline void matte(VexaSegmentation& s)
             for (auto& bj : bsl) {
                 const float al = bj.second / std::max(fi.second + bj.second, 0.000001f);
                 auto e = [&](int c, int cf, int cb) { return f(c) - (al * f(cf) + (1 - al) * f(cb)); };
-                const float er = e(C.red(), fi.first.red(), bj.first.red()), eg = e(C.green(), fi.first.green(), bj.first.green()),
-                            eb = e(C.blue(), fi.first.blue(), bj.first.blue());
+                const float er = e(C.red(), fi.first.red(), bj.first.red());
+                const float eg = e(C.green(), fi.first.green(), bj.first.green());
+                const float eb = e(C.blue(), fi.first.blue(), bj.first.blue());
                 const float cost = weight(fi.second, mF2) * weight(bj.second, mB2) * (er * er + eg * eg + eb * eb);
                 auto dearer = std::find_if(pairs.begin(), pairs.end(), [&](const auto& p) { return p.second > cost; });
                 if (pairs.size() < 3)

@@ -141,7 +141,8 @@ private slots:
         // Two halves of six columns: both edge columns have the high gradient, and the first flood
         // climbs over both. Means (36, 36, 36) and white: exp(-3 * (219 / 255)^2) * 10000 = 1094.6.
         auto halves = [](QRgb left, QRgb right) { return QList<QRgb>(6, left) + QList<QRgb>(6, right); };
-        QTest::newRow("black and white halves") << halves(black, white) << 5 << 7 << QColor(36, 36, 36) << QColor(255, 255, 255) << 1094;
+        QTest::newRow("black and white halves") << halves(black, white) << 5 << 7 << QColor(36, 36, 36) << QColor(255, 255, 255)
+                                                << 1094;
         // Means (101, 100, 100) and (110, 100, 100): exp(-(9 / 255)^2) * 10000 = 9987.6.
         QTest::newRow("close grey halves") << halves(qRgb(100, 100, 100), qRgb(110, 100, 100)) << 5 << 7 << QColor(101, 100, 100)
                                            << QColor(110, 100, 100) << 9987;
@@ -157,7 +158,8 @@ private slots:
     }
     void regionsAndEdgesByHand()
     {
-        QFETCH(QList<QRgb>, columns); QFETCH(int, rows); QFETCH(int, second); QFETCH(QColor, first); QFETCH(QColor, other); QFETCH(int, weight);
+        QFETCH(QList<QRgb>, columns); QFETCH(int, rows); QFETCH(int, second);
+        QFETCH(QColor, first); QFETCH(QColor, other); QFETCH(int, weight);
         const int W = int(columns.size());
         QImage img(W, rows, QImage::Format_ARGB32);
         std::vector<int> expected;
@@ -197,7 +199,8 @@ private slots:
         QImage disc(90, 70, QImage::Format_ARGB32);
         for (int i = 0; i < 90 * 70; ++i) {
             const int x = i % 90, y = i / 90;
-            disc.setPixel(x, y, (x - 45) * (x - 45) + (y - 35) * (y - 35) < 400 ? qRgb(200, 40 + x, 30) : qRgb(20 + y, 60, 90 + x));
+            const bool in = (x - 45) * (x - 45) + (y - 35) * (y - 35) < 400;
+            disc.setPixel(x, y, in ? qRgb(200, 40 + x, 30) : qRgb(20 + y, 60, 90 + x));
         }
         QTest::newRow("disc") << disc << 10;
         // Dark noise: many equal gradients, whose order of flooding decides the regions.
@@ -288,7 +291,8 @@ private slots:
         const QImage once = seg.alphaImage;
         VexaQuickSelect::mark(seg, r, running);
         QCOMPARE(seg.alphaImage, once);
-        expect(VexaQuickSelect::matte, "Alpha Extracting ..", 80, {"view alpha", "view matte", "update 20x10", "Alpha Extract done .. 0", "paint on"});
+        expect(VexaQuickSelect::matte, "Alpha Extracting ..", 80,
+               {"view alpha", "view matte", "update 20x10", "Alpha Extract done .. 0", "paint on"});
     }
 
     // Regions made by hand, one pixel column each, so that the colours are exactly as given. With
@@ -360,7 +364,8 @@ private slots:
             seg.load(img);
             paintMarks(seg, QRect(0, 0, 2, 9), VexaSegmentation::ForegroundMark);
             paintMarks(seg, QRect(38, 0, 2, 9), VexaSegmentation::BackgroundMark);
-            paintMarks(seg, QRect(16, 0, band ? 8 : 1, 9), band ? VexaSegmentation::BoundaryMark : VexaSegmentation::BackgroundMark);
+            paintMarks(seg, QRect(16, 0, band ? 8 : 1, 9),
+                       band ? VexaSegmentation::BoundaryMark : VexaSegmentation::BackgroundMark);
             plain.load(img);
             plain.markImage = seg.markImage;
             Recorder r;
@@ -373,7 +378,8 @@ private slots:
         }
         // One foreground and one background sample: 255 * b / (f + b) of that single pair.
         const QRgb white = qRgb(255, 255, 255), black = qRgb(0, 0, 0), grey = qRgb(200, 200, 200);
-        const float f = std::sqrt(3 * (200 / 255.0f - 1.0f) * (200 / 255.0f - 1.0f)), b = std::sqrt(3 * (200 / 255.0f) * (200 / 255.0f));
+        const float f = std::sqrt(3 * (200 / 255.0f - 1.0f) * (200 / 255.0f - 1.0f));
+        const float b = std::sqrt(3 * (200 / 255.0f) * (200 / 255.0f));
         QCOMPARE(VexaQuickSelect::alphaFromSamples(grey, &white, 1, &black, 1), int(b / (f + b) * 255.0));
         // A sample of exactly the pixel's colour: its weight is 1 and the others' 0 (the limit of
         // 0/0), so the estimate is defined and follows the exact match.
@@ -472,7 +478,8 @@ private slots:
         if (hint.isEmpty())
             QCOMPARE(r.log, QStringList({"paint off", text + " 0", done, "paint on"}));
         else
-            QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0", "Marking.. 10", "Marking.. 20", "message " + hint, done, "paint on"}));
+            QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0", "Marking.. 10", "Marking.. 20", "message " + hint, done,
+                                         "paint on"}));
         QCOMPARE(seg.markImage, markImage);
         QCOMPARE(seg.alphaImage, alpha);
         QCOMPARE(seg.resultImage, result);
@@ -492,8 +499,10 @@ private slots:
         // Cancelled while running on another thread: the worker's reporter holds the step at one
         // of its reports until the test has raised the flag; the step must then stop within one
         // stage, without its closing reports.
-        for (auto [step, holdAt] : {std::pair<Step, const char*>{VexaQuickSelect::init, "Initializing .. 20"},
-                                    {VexaQuickSelect::mark, "Marking.. 80"}, {VexaQuickSelect::matte, "Alpha Extracting .. 40"}}) {
+        const std::pair<Step, const char*> holds[] = {
+            {VexaQuickSelect::init, "Initializing .. 20"}, {VexaQuickSelect::mark, "Marking.. 80"},
+            {VexaQuickSelect::matte, "Alpha Extracting .. 40"}};
+        for (auto [step, holdAt] : holds) {
             if (step != VexaQuickSelect::init) {
                 VexaQuickSelect::init(big, r, running);
                 scribble(big);
@@ -507,8 +516,8 @@ private slots:
             holder.release.set_value();
             worker.join();
             const QStringList& log = holder.log;
-            QVERIFY2(log.contains(holder.holdAt) && log.size() - log.indexOf(holder.holdAt) <= 2 && !log.contains(QStringLiteral("paint on")),
-                     qPrintable(log.join(", ")));
+            const bool stopped = log.contains(holder.holdAt) && log.size() - log.indexOf(holder.holdAt) <= 2;
+            QVERIFY2(stopped && !log.contains(QStringLiteral("paint on")), qPrintable(log.join(", ")));
         }
     }
 };

@@ -89,7 +89,8 @@ private slots:
         QTest::newRow("intersect keeps common") << small << a << b << 3 << 0.0f << grid("...... ...#.. ...#.. ......");
         QTest::newRow("one pixel") << small << QRectF() << QRectF(0, 0, 1, 1) << 0 << 0.0f << grid("#..... ...... ...... ......");
         // Shapes reaching past the canvas are cut at its edges.
-        QTest::newRow("clipped at canvas") << small << QRectF() << QRectF(-5, -5, 7, 6) << 0 << 0.0f << grid("##.... ...... ...... ......");
+        QTest::newRow("clipped at canvas") << small << QRectF() << QRectF(-5, -5, 7, 6) << 0 << 0.0f
+                                           << grid("##.... ...... ...... ......");
         QTest::newRow("one column") << small << a << QRectF(2, 0, 1, 4) << 0 << 0.0f << grid("..#... ..#... ..#... ..#...");
         // Feathering an edge: a step across x = 8 on a 16 x 1 canvas, the shape running far past
         // the canvas above, below and to the right, so only the left edge softens.
@@ -99,7 +100,8 @@ private slots:
                                    << values({0, 0, 0, 0, 6, 23, 57, 102, 153, 198, 232, 249, 255, 255, 255, 255});
         QTest::newRow("feather 2") << strip << QRectF() << tall << 0 << 2.0f
                                    << values({0, 0, 0, 0, 0, 0, 0, 85, 170, 255, 255, 255, 255, 255, 255, 255});
-        QTest::newRow("feather below half a pixel is hard") << strip << QRectF() << tall << 0 << 0.4f << grid("........ ########");
+        QTest::newRow("feather below half a pixel is hard") << strip << QRectF() << tall << 0 << 0.4f
+                                                            << grid("........ ########");
         // Softened area combines like any other: subtracting the feathered step from a full strip.
         QTest::newRow("subtract feathered") << strip << QRectF(-10, -10, 40, 20) << tall << 2 << 4.0f
                                             << values({255, 255, 255, 255, 249, 232, 198, 153, 102, 57, 23, 6, 0, 0, 0, 0});
@@ -153,7 +155,8 @@ private slots:
 
     void addMask_data()
     {
-        QTest::addColumn<int>("x"); QTest::addColumn<int>("y"); QTest::addColumn<int>("mode"); QTest::addColumn<QByteArray>("expected");
+        QTest::addColumn<int>("x"); QTest::addColumn<int>("y"); QTest::addColumn<int>("mode");
+        QTest::addColumn<QByteArray>("expected");
         // A 3 x 2 block of 255 on a 5 x 3 canvas that already has its first column selected.
         QTest::newRow("inside, add") << 1 << 1 << 1 << grid("#.... ####. ####.");
         QTest::newRow("inside, new") << 1 << 1 << 0 << grid("..... .###. .###.");
@@ -223,7 +226,8 @@ private slots:
         QCOMPARE(bytes(sel), before); // pending only: the mask is untouched until applied
         const std::map<QString, std::function<void()>> changes{
             {"apply", [&] { sel.applyTranslation(); }}, {"all", [&] { sel.selectAll(); }}, {"none", [&] { sel.deselect(); }},
-            {"clear", [&] { sel.clear(); }}, {"invert", [&] { sel.inverse(); }}, {"new", [&] { sel.addPath(rectPath(QRectF(0, 0, 1, 1)), 0); }},
+            {"clear", [&] { sel.clear(); }}, {"invert", [&] { sel.inverse(); }},
+            {"new", [&] { sel.addPath(rectPath(QRectF(0, 0, 1, 1)), 0); }},
             {"add", [&] { sel.combineMode = 1; sel.addPath(rectPath(QRectF(0, 0, 1, 1)), 0); }}};
         changes.at(change)();
         QCOMPARE(bytes(sel), expected);
@@ -306,7 +310,9 @@ private slots:
                 for (int x = 0; x < w; ++x)
                     row[x] = repeat ? row[x - stride] : uint8_t(random() % 3 == 0 ? 126 + random() % 4 : (random() % 2) * 255);
             }
-            auto in = [&](int x, int y) { return x >= 0 && y >= 0 && x < w && y < h && mask[size_t(y) * size_t(stride) + size_t(x)] >= 128; };
+            auto in = [&](int x, int y) {
+                return x >= 0 && y >= 0 && x < w && y < h && mask[size_t(y) * size_t(stride) + size_t(x)] >= 128;
+            };
             std::set<std::array<int, 4>> expected, got;
             for (int y = 0; y <= h; ++y)
                 for (int x = 0; x <= w; ++x) {
@@ -345,11 +351,13 @@ private slots:
 
     void rectangleCornersArePixels_data()
     {
-        QTest::addColumn<QPointF>("a"); QTest::addColumn<QPointF>("b"); QTest::addColumn<float>("feather"); QTest::addColumn<QRect>("expected");
+        QTest::addColumn<QPointF>("a"); QTest::addColumn<QPointF>("b"); QTest::addColumn<float>("feather");
+        QTest::addColumn<QRect>("expected");
         // A 40 x 30 canvas. The corners name the first and the last pixel, as the panel counts.
         QTest::newRow("10 to 19 is 10 wide") << QPointF(10, 10) << QPointF(19, 19) << 0.0f << QRect(10, 10, 10, 10);
         QTest::newRow("any drawing order") << QPointF(19, 19) << QPointF(10, 10) << 0.0f << QRect(10, 10, 10, 10);
-        QTest::newRow("fractions name their pixel") << QPointF(10.5, 10.25) << QPointF(19.75, 19.99) << 0.0f << QRect(10, 10, 10, 10);
+        QTest::newRow("fractions name their pixel") << QPointF(10.5, 10.25) << QPointF(19.75, 19.99) << 0.0f
+                                                    << QRect(10, 10, 10, 10);
         QTest::newRow("one corner, one pixel") << QPointF(3, 4) << QPointF(3, 4) << 0.0f << QRect(3, 4, 1, 1);
         QTest::newRow("last column and row") << QPointF(35, 25) << QPointF(39, 29) << 0.0f << QRect(35, 25, 5, 5);
         QTest::newRow("clamped drag end at the canvas size") << QPointF(35, 25) << QPointF(40, 30) << 0.0f << QRect(35, 25, 5, 5);

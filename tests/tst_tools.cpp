@@ -144,13 +144,16 @@ private slots:
         QTest::newRow("drag, scale 1") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << false << 0.0f << QRect(10, 10, 21, 7);
         QTest::newRow("drag, scale 2") << 2.0f << QPoint(5, 5) << QPoint(15, 8) << false << 0.0f << QRect(10, 10, 21, 7);
         QTest::newRow("drag, scale 0.5") << 0.5f << QPoint(21, 21) << QPoint(61, 33) << false << 0.0f << QRect(10, 10, 21, 7);
-        QTest::newRow("drag, scale 0.5, odd") << 0.5f << QPoint(20, 20) << QPoint(61, 35) << false << 0.0f << QRect(10, 10, 21, 8);
+        QTest::newRow("drag, scale 0.5, odd") << 0.5f << QPoint(20, 20) << QPoint(61, 35) << false << 0.0f
+                                              << QRect(10, 10, 21, 8);
         QTest::newRow("shift: square") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << true << 0.0f << QRect(10, 10, 21, 21);
-        QTest::newRow("shift: square up and left") << 1.0f << QPoint(30, 30) << QPoint(10, 24) << true << 0.0f << QRect(10, 10, 21, 21);
+        QTest::newRow("shift: square up and left") << 1.0f << QPoint(30, 30) << QPoint(10, 24) << true << 0.0f
+                                                   << QRect(10, 10, 21, 21);
         // Past the right edge the width field caps and sets the end to the last column.
         QTest::newRow("width capped") << 1.0f << QPoint(380, 10) << QPoint(450, 20) << false << 0.0f << QRect(380, 10, 20, 11);
         QTest::newRow("typed, feathered") << 1.0f << none << none << false << 3.0f << QRect(20, 30, 50, 40);
-        QTest::newRow("drag, feathered, scale 2") << 2.0f << QPoint(5, 5) << QPoint(24, 14) << false << 4.0f << QRect(10, 10, 39, 19);
+        QTest::newRow("drag, feathered, scale 2") << 2.0f << QPoint(5, 5) << QPoint(24, 14) << false << 4.0f
+                                                  << QRect(10, 10, 39, 19);
     }
     void rectangleDrags()
     {
@@ -228,18 +231,21 @@ private slots:
         QTest::addColumn<QString>("tool"); QTest::addColumn<float>("scale"); QTest::addColumn<QString>("mode");
         QTest::addColumn<bool>("shift"); QTest::addColumn<bool>("blocked"); QTest::addColumn<QList<QPoint>>("points");
         QTest::addColumn<QRect>("expected");
-        auto row = [](const char* name, const char* tool, float scale, const char* mode, bool shift, bool blocked, const QList<QPoint>& points,
-                      const QRect& expected) {
-            QTest::newRow(name) << QString::fromLatin1(tool) << scale << QString::fromLatin1(mode) << shift << blocked << points << expected;
+        auto row = [](const char* name, const char* tool, float scale, const char* mode, bool shift, bool blocked,
+                      const QList<QPoint>& points, const QRect& expected) {
+            QTest::newRow(name) << QString::fromLatin1(tool) << scale << QString::fromLatin1(mode) << shift << blocked << points
+                                << expected;
         };
-        const char *ellipse = "Ellipse Select Tool", *lasso = "Lasso Tool", *polygon = "Polygonal Lasso Tool", *rectangle = "Rectangular Marquee Tool";
+        const char *ellipse = "Ellipse Select Tool", *lasso = "Lasso Tool", *polygon = "Polygonal Lasso Tool";
+        const char* rectangle = "Rectangular Marquee Tool";
         QList<QPoint> square; // a stroke of 40 points around (5, 5) - (25, 25)
         const QPoint corner[5] = {{5, 5}, {25, 5}, {25, 25}, {5, 25}, {5, 5}};
         for (int i = 0; i < 40; ++i)
             square << corner[i / 10] + (corner[i / 10 + 1] - corner[i / 10]) * (i % 10) / 10;
         const QList<QPoint> triangle{{4, 4}, {14, 4}, {14, 14}, {7, 8}}, old{{35, 35}}, drag{{4, 6}, {24, 16}};
         row("ellipse box", ellipse, 1, "newBtn", false, false, drag, QRect(4, 6, 20, 10));
-        row("ellipse, shift: circle up-left's mirror", ellipse, 1, "newBtn", true, false, {{20, 20}, {12, 23}}, QRect(12, 20, 8, 8));
+        row("ellipse, shift: circle up-left's mirror", ellipse, 1, "newBtn", true, false, {{20, 20}, {12, 23}},
+            QRect(12, 20, 8, 8));
         row("ellipse click: nothing", ellipse, 1, "newBtn", false, false, {{9, 9}, {9, 9}}, QRect());
         row("lasso square", lasso, 1, "newBtn", false, false, square, QRect(5, 5, 20, 20));
         row("lasso, add keeps the old selection", lasso, 1, "addBtn", false, false, square, QRect(5, 5, 33, 33));
@@ -331,7 +337,8 @@ private slots:
         QCOMPARE(f.tool.currentPath()->points().last(), QPointF(20, 20));
         // Named events: delete drops the last corner, Esc all of them (undoably); others are
         // not this tool's business.
-        for (auto [event, left] : {std::pair{"delete", 2}, std::pair{"Esc", 0}, std::pair{"undo button", 2}, std::pair{"DOUBLE_CLICK", 2}}) {
+        const std::pair<const char*, int> steps[] = {{"delete", 2}, {"Esc", 0}, {"undo button", 2}, {"DOUBLE_CLICK", 2}};
+        for (auto [event, left] : steps) {
             if (event == QLatin1String("undo button"))
                 undoBtn->click();
             else
