@@ -12,6 +12,7 @@
 #include <climits>
 #include <cmath>
 #include <deque>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -19,57 +20,54 @@ namespace Reference {
 
 inline int d2(const QColor& a, const QColor& b)
 {
-    return (a.red() - b.red()) * (a.red() - b.red()) + (a.green() - b.green()) * (a.green() - b.green())
-        + (a.blue() - b.blue()) * (a.blue() - b.blue());
+    const int r = a.red() - b.red(), g = a.green() - b.green(), bl = a.blue() - b.blue();
+    return r * r + g * g + bl * bl;
+}
+
+// Pixel i of an image, counted row by row.
+inline QColor at(const QImage& img, int i) { return img.pixelColor(i % img.width(), i / img.width()); }
+
+// Left, right, up, down of pixel i; -1 outside the image.
+inline std::array<int, 4> neighbours(int i, int W, int H)
+{
+    const int x = i % W, y = i / W;
+    return {x > 0 ? i - 1 : -1, x < W - 1 ? i + 1 : -1, y > 0 ? i - W : -1, y < H - 1 ? i + W : -1};
 }
 
 inline int watershed(const QImage& img, std::vector<int>& label)
 {
     const int W = img.width(), H = img.height();
     label.assign(size_t(W) * size_t(H), -1);
-    if (W == 0 || H == 0)
-        return 0;
-    std::vector<int> g(size_t(W) * size_t(H));
+    std::vector<int> g(label.size());
     for (int y = 0; y < H; ++y)
         for (int x = 0; x < W; ++x)
             g[size_t(y * W + x)] = d2(img.pixelColor(std::max(x - 1, 0), y), img.pixelColor(std::min(x + 1, W - 1), y))
                 + d2(img.pixelColor(x, std::max(y - 1, 0)), img.pixelColor(x, std::min(y + 1, H - 1)));
-    // Left, right, up, down; -1 outside the image.
-    auto neighbours = [&](int i) {
-        const int x = i % W, y = i / W;
-        return std::array<int, 4>{x > 0 ? i - 1 : -1, x < W - 1 ? i + 1 : -1, y > 0 ? i - W : -1, y < H - 1 ? i + W : -1};
-    };
     int counter = 0;
     for (int p = 0; p < W * H; ++p) {
         if (label[size_t(p)] != -1)
             continue;
+        // Descend to a pixel with no lower unlabelled neighbour; it founds a region.
         std::deque<int> q{p};
-        bool flood = false;
-        while (!flood) {
+        for (bool flood = false; !flood;) {
             const int cur = q.front();
             q.pop_front();
             int next = -1;
-            for (int n : neighbours(cur))
+            for (int n : neighbours(cur, W, H))
                 if (n >= 0 && next < 0 && label[size_t(n)] == -1 && g[size_t(n)] < g[size_t(cur)])
                     next = n;
-            if (next >= 0) {
-                q.push_back(next);
-            } else {
+            if (next < 0) {
                 label[size_t(cur)] = counter++;
-                q.push_back(cur);
                 flood = true;
             }
+            q.push_back(next < 0 ? cur : next);
         }
-        while (!q.empty()) {
-            const int cur = q.front();
-            q.pop_front();
-            for (int n : neighbours(cur)) {
-                if (n >= 0 && label[size_t(n)] == -1 && g[size_t(n)] >= g[size_t(cur)]) {
-                    label[size_t(n)] = label[size_t(cur)];
+        for (; !q.empty(); q.pop_front())
+            for (int n : neighbours(q.front(), W, H))
+                if (n >= 0 && label[size_t(n)] == -1 && g[size_t(n)] >= g[size_t(q.front())]) {
+                    label[size_t(n)] = label[size_t(q.front())];
                     q.push_back(n);
                 }
-            }
-        }
     }
     return counter;
 }
@@ -86,41 +84,38 @@ inline void init(VexaSegmentation& s)
 {
     const int W = s.sourceImage.width(), H = s.sourceImage.height();
     const int N = watershed(s.sourceImage, s.regionMap);
+    const std::vector<int>& map = s.regionMap;
     s.terminalWeights.assign(size_t(N), 0);
     s.regionSizes.assign(size_t(N), 0);
-    std::vector<int> R(static_cast<size_t>(N)), G(static_cast<size_t>(N)), B(static_cast<size_t>(N));
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const int r = s.regionMap[size_t(y * W + x)];
-            const QColor c = s.sourceImage.pixelColor(x, y);
-            R[size_t(r)] += c.red();
-            G[size_t(r)] += c.green();
-            B[size_t(r)] += c.blue();
-            s.regionSizes[size_t(r)]++;
-        }
-    s.regionColors.assign(size_t(N), QColor());
+    std::vector<std::array<int, 3>> sum(static_cast<size_t>(N), {0, 0, 0});
+    for (int i = 0; i < W * H; ++i) {
+        const QColor c = at(s.sourceImage, i);
+        const size_t r = size_t(map[size_t(i)]);
+        sum[r] = {sum[r][0] + c.red(), sum[r][1] + c.green(), sum[r][2] + c.blue()};
+        s.regionSizes[r]++;
+    }
+    s.regionColors.clear();
     for (int r = 0; r < N; ++r) {
         const int n = s.regionSizes[size_t(r)];
-        s.regionColors[size_t(r)] = QColor(R[size_t(r)] / n, G[size_t(r)] / n, B[size_t(r)] / n, 255);
+        s.regionColors.push_back(QColor(sum[size_t(r)][0] / n, sum[size_t(r)][1] / n, sum[size_t(r)][2] / n, 255));
     }
+    // Neighbouring regions and how many pixel pairs they share, each region's list in the order
+    // its neighbours are met (left, then up, pixel by pixel).
     std::vector<std::vector<std::pair<int, int>>> adj(static_cast<size_t>(N));
     auto rec = [&](int a, int b) {
         const int lo = std::min(a, b), hi = std::max(a, b);
         for (auto& e : adj[size_t(lo)])
-            if (e.first == hi) {
-                e.second++;
-                return;
-            }
+            if (e.first == hi)
+                return void(e.second++);
         adj[size_t(lo)].push_back({hi, 1});
     };
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const int a = s.regionMap[size_t(y * W + x)];
-            if (x > 0 && s.regionMap[size_t(y * W + x - 1)] != a)
-                rec(a, s.regionMap[size_t(y * W + x - 1)]);
-            if (y > 0 && s.regionMap[size_t((y - 1) * W + x)] != a)
-                rec(a, s.regionMap[size_t((y - 1) * W + x)]);
-        }
+    for (int i = 0; i < W * H; ++i) {
+        const int a = map[size_t(i)];
+        if (i % W > 0 && map[size_t(i - 1)] != a)
+            rec(a, map[size_t(i - 1)]);
+        if (i >= W && map[size_t(i - W)] != a)
+            rec(a, map[size_t(i - W)]);
+    }
     s.graph.reset();
     if (N == 0)
         return;
@@ -151,13 +146,8 @@ inline float patch(const QImage& src, const std::vector<float>& in, int x, int y
         }
     }
     const int n = int(I.size());
-    double mu = 0, var = 0;
-    for (double v : I)
-        mu += v;
-    mu /= n;
-    for (double v : I)
-        var += (v - mu) * (v - mu);
-    var /= n;
+    const double mu = std::accumulate(I.begin(), I.end(), 0.0) / n;
+    const double var = std::accumulate(I.begin(), I.end(), 0.0, [&](double s, double v) { return s + (v - mu) * (v - mu); }) / n;
     double num = 0, den = 0;
     for (int q = 1; q < n; ++q) {
         const double w = ((I[0] - mu) * (I[q] - mu) / (var + 0.000001 / n) + 1.0) / n;
@@ -167,12 +157,13 @@ inline float patch(const QImage& src, const std::vector<float>& in, int x, int y
     return float(num / den);
 }
 
-// Whether a 4-neighbour inside the image holds another value.
-inline bool differs(const std::vector<float>& A, int W, int H, int x, int y)
+// Whether a 4-neighbour of pixel i inside the image holds another value.
+inline bool differs(const std::vector<float>& A, int W, int H, int i)
 {
-    const size_t i = size_t(y * W + x);
-    return (x > 0 && A[i - 1] != A[i]) || (x < W - 1 && A[i + 1] != A[i]) || (y > 0 && A[i - size_t(W)] != A[i])
-        || (y < H - 1 && A[i + size_t(W)] != A[i]);
+    for (int n : neighbours(i, W, H))
+        if (n >= 0 && A[size_t(n)] != A[size_t(i)])
+            return true;
+    return false;
 }
 
 inline void smooth(std::vector<float>& A, const QImage& src, const QImage& marks, int passes)
@@ -182,17 +173,11 @@ inline void smooth(std::vector<float>& A, const QImage& src, const QImage& marks
     for (int p = 0; p < passes; ++p) {
         std::vector<float>& in = p % 2 ? B : A;
         std::vector<float>& out = p % 2 ? A : B;
-        for (int y = 0; y < H; ++y)
-            for (int x = 0; x < W; ++x) {
-                const QRgb m = marks.pixel(x, y);
-                const size_t i = size_t(y * W + x);
-                if (qRed(m))
-                    out[i] = 1.0f;
-                else if (qBlue(m))
-                    out[i] = 0.0f;
-                else
-                    out[i] = differs(in, W, H, x, y) ? patch(src, in, x, y) : in[i];
-            }
+        for (int i = 0; i < W * H; ++i) {
+            const QRgb m = marks.pixel(i % W, i / W);
+            out[size_t(i)] = qRed(m) ? 1.0f : qBlue(m) ? 0.0f
+                : differs(in, W, H, i) ? patch(src, in, i % W, i / W) : in[size_t(i)];
+        }
     }
 }
 
@@ -200,12 +185,12 @@ inline void smooth(std::vector<float>& A, const QImage& src, const QImage& marks
 inline void writeAlpha(VexaSegmentation& s, const std::vector<float>& A)
 {
     const int W = s.sourceImage.width(), H = s.sourceImage.height();
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const uint a8 = uint(std::clamp(A[size_t(y * W + x)] * 255.0f, 0.0f, 255.0f));
-            s.resultImage.setPixel(x, y, (s.sourceImage.pixel(x, y) & 0x00FFFFFFu) + (a8 << 24));
-            s.alphaImage.setPixel(x, y, 0xFF000000u + a8 * 0x010101u);
-        }
+    for (int i = 0; i < W * H; ++i) {
+        const int x = i % W, y = i / W;
+        const uint a8 = uint(std::clamp(A[size_t(i)] * 255.0f, 0.0f, 255.0f));
+        s.resultImage.setPixel(x, y, (s.sourceImage.pixel(x, y) & 0x00FFFFFFu) + (a8 << 24));
+        s.alphaImage.setPixel(x, y, 0xFF000000u + a8 * 0x010101u);
+    }
 }
 
 // Returns the hint, or an empty string.
@@ -214,23 +199,25 @@ inline QString mark(VexaSegmentation& s)
     const int W = s.sourceImage.width(), H = s.sourceImage.height();
     const int N = int(s.regionColors.size());
     std::vector<unsigned> flags(size_t(N), 0);
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const QRgb m = s.markImage.pixel(x, y);
-            unsigned& f = flags[size_t(s.regionMap[size_t(y * W + x)])];
-            f |= (qRed(m) ? 0xFFFF0000u : 0) | (qGreen(m) ? 0xFF00FF00u : 0) | (qBlue(m) ? 0xFF0000FFu : 0);
-        }
+    for (int i = 0; i < W * H; ++i) {
+        const QRgb m = s.markImage.pixel(i % W, i / W);
+        const unsigned f = (qRed(m) ? 0xFFFF0000u : 0) | (qGreen(m) ? 0xFF00FF00u : 0) | (qBlue(m) ? 0xFF0000FFu : 0);
+        flags[size_t(s.regionMap[size_t(i)])] |= f;
+    }
+    auto isF = [&](int r) { return ((flags[size_t(r)] >> 16) & 0xFF) != 0; };
+    auto isB = [&](int r) { return (flags[size_t(r)] & 0xFF) != 0; };
     std::vector<QColor> F, Bk;
     for (int r = 0; r < N; ++r) {
-        if ((flags[size_t(r)] >> 16) & 0xFF)
+        if (isF(r))
             F.push_back(s.regionColors[size_t(r)]);
-        if (flags[size_t(r)] & 0xFF)
+        if (isB(r))
             Bk.push_back(s.regionColors[size_t(r)]);
     }
     if (F.empty())
         return QStringLiteral("Please mark foreground objects.");
     if (Bk.empty())
         return QStringLiteral("Please mark background regions.");
+    // K colour centres per side, drawn from the marked colours, then 4 K averaging rounds.
     const int K = std::min(64, std::max(int(F.size()), int(Bk.size())));
     std::vector<QColor> cf(static_cast<size_t>(K)), cb(static_cast<size_t>(K));
     std::mt19937 rnd(0);
@@ -238,6 +225,7 @@ inline QString mark(VexaSegmentation& s)
         cf[size_t(k)] = F[rnd() % F.size()];
         cb[size_t(k)] = Bk[rnd() % Bk.size()];
     }
+    // The nearest centre, the first of equals; `dist` receives its squared distance.
     auto nearest = [&](const std::vector<QColor>& centres, const QColor& c, int* dist) {
         int best = INT_MAX, idx = 0;
         for (int k = 0; k < K; ++k)
@@ -249,24 +237,21 @@ inline QString mark(VexaSegmentation& s)
             *dist = best;
         return idx;
     };
-    auto step = [&](std::vector<QColor>& centres, const std::vector<QColor>& colors) {
-        std::vector<int> cnt(size_t(K), 0), r(size_t(K), 0), g(size_t(K), 0), b(size_t(K), 0);
+    auto average = [&](std::vector<QColor>& centres, const std::vector<QColor>& colors) {
+        std::vector<std::array<int, 4>> acc(static_cast<size_t>(K), {0, 0, 0, 0}); // count, r, g, b
         for (const QColor& c : colors) {
-            const size_t m = size_t(nearest(centres, c, nullptr));
-            cnt[m]++;
-            r[m] += c.red();
-            g[m] += c.green();
-            b[m] += c.blue();
+            auto& a = acc[size_t(nearest(centres, c, nullptr))];
+            a = {a[0] + 1, a[1] + c.red(), a[2] + c.green(), a[3] + c.blue()};
         }
-        return std::make_tuple(cnt, r, g, b);
+        return acc;
     };
     for (int it = 0; it < 4 * K; ++it) {
-        auto [fc, fr, fg, fb] = step(cf, F);
-        auto [bc, br, bg, bb] = step(cb, Bk);
+        const auto fa = average(cf, F), ba = average(cb, Bk);
         for (int k = 0; k < K; ++k) {
-            const int nf = fc[size_t(k)] >= 2 ? fc[size_t(k)] : 1, nb = bc[size_t(k)] >= 2 ? bc[size_t(k)] : 1;
-            cf[size_t(k)] = QColor(fr[size_t(k)] / nf, fg[size_t(k)] / nf, fb[size_t(k)] / nf);
-            cb[size_t(k)] = QColor(br[size_t(k)] / nb, bg[size_t(k)] / nb, bb[size_t(k)] / nb);
+            const auto &f = fa[size_t(k)], &b = ba[size_t(k)];
+            const int nf = f[0] >= 2 ? f[0] : 1, nb = b[0] >= 2 ? b[0] : 1;
+            cf[size_t(k)] = QColor(f[1] / nf, f[2] / nf, f[3] / nf);
+            cb[size_t(k)] = QColor(b[1] / nb, b[2] / nb, b[3] / nb);
         }
     }
     auto setW = [&](int r, int v) {
@@ -281,27 +266,25 @@ inline QString mark(VexaSegmentation& s)
         setW(r, int((dB - dF) * (double(s.sensitivity * 1000) * std::sqrt(double(s.regionSizes[size_t(r)]))) / D));
     }
     for (int r = 0; r < N; ++r) {
-        if ((flags[size_t(r)] >> 16) & 0xFF)
+        if (isF(r))
             setW(r, 100000000);
-        if (flags[size_t(r)] & 0xFF)
+        if (isB(r))
             setW(r, -100000000);
     }
     s.graph->maxflow(false, nullptr);
     std::vector<float> A(size_t(W * H));
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const bool src = s.graph->what_segment(s.regionMap[size_t(y * W + x)]) == VexaSegmentation::FlowGraph::SOURCE;
-            s.alphaImage.setPixel(x, y, src ? 0xFFFFFFFFu : 0xFF000000u);
-            A[size_t(y * W + x)] = float((s.alphaImage.pixel(x, y) & 0xFF) / 255.0);
-        }
+    for (int i = 0; i < W * H; ++i) {
+        const bool src = s.graph->what_segment(s.regionMap[size_t(i)]) == VexaSegmentation::FlowGraph::SOURCE;
+        s.alphaImage.setPixel(i % W, i / W, src ? 0xFFFFFFFFu : 0xFF000000u);
+        A[size_t(i)] = float((s.alphaImage.pixel(i % W, i / W) & 0xFF) / 255.0);
+    }
     smooth(A, s.sourceImage, s.markImage, 4);
     writeAlpha(s, A);
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x)
-            if (differs(A, W, H, x, y))
-                s.markImage.setPixel(x, y, 0x8000FF00u);
-            else if (qGreen(s.markImage.pixel(x, y)))
-                s.markImage.setPixel(x, y, 0);
+    for (int i = 0; i < W * H; ++i)
+        if (differs(A, W, H, i))
+            s.markImage.setPixel(i % W, i / W, 0x8000FF00u);
+        else if (qGreen(s.markImage.pixel(i % W, i / W)))
+            s.markImage.setPixel(i % W, i / W, 0);
     return QString();
 }
 
@@ -310,133 +293,117 @@ inline void matte(VexaSegmentation& s)
     const int W = s.sourceImage.width(), H = s.sourceImage.height();
     const QRgb FG = 0xFFFFFFFFu, BG = 0xFF000000u, UN = 0xFF808080u;
     QImage& a = s.alphaImage;
-    a.fill(0u);
+    auto get = [&](int i) { return a.pixel(i % W, i / W); };
+    auto put = [&](int i, QRgb v) { a.setPixel(i % W, i / W, v); };
+    // The trimap: marks as they are, then everything the object's marks reach without crossing
+    // another mark is object, the rest background.
     std::deque<int> q;
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const QRgb m = s.markImage.pixel(x, y);
-            a.setPixel(x, y, qRed(m) ? FG : qGreen(m) ? UN : qBlue(m) ? BG : 0u);
-            if (qRed(m))
-                q.push_back(y * W + x);
-        }
-    while (!q.empty()) {
-        const int i = q.front();
-        q.pop_front();
-        const int x = i % W, y = i / W;
-        const int nx[4] = {x - 1, x + 1, x, x}, ny[4] = {y, y, y - 1, y + 1};
-        for (int k = 0; k < 4; ++k)
-            if (nx[k] >= 0 && nx[k] < W && ny[k] >= 0 && ny[k] < H && a.pixel(nx[k], ny[k]) == 0u) {
-                a.setPixel(nx[k], ny[k], FG);
-                q.push_back(ny[k] * W + nx[k]);
-            }
+    for (int i = 0; i < W * H; ++i) {
+        const QRgb m = s.markImage.pixel(i % W, i / W);
+        put(i, qRed(m) ? FG : qGreen(m) ? UN : qBlue(m) ? BG : 0u);
+        if (qRed(m))
+            q.push_back(i);
     }
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x)
-            if (a.pixel(x, y) == 0u)
-                a.setPixel(x, y, BG);
+    for (; !q.empty(); q.pop_front())
+        for (int n : neighbours(q.front(), W, H))
+            if (n >= 0 && get(n) == 0u) {
+                put(n, FG);
+                q.push_back(n);
+            }
+    for (int i = 0; i < W * H; ++i)
+        if (get(i) == 0u)
+            put(i, BG);
     auto f = [](int c) { return float(c) / 255.0f; };
+    auto cdist2 = [&](const QColor& C, const QColor& D) {
+        const float dr = f(C.red()) - f(D.red()), dg = f(C.green()) - f(D.green()), db = f(C.blue()) - f(D.blue());
+        return dr * dr + dg * dg + db * db;
+    };
+    // Shrinking: an unknown pixel takes the label of the first known pixel in steps of 4 around
+    // it (row by row) of nearly its colour, until nothing changes.
     for (bool changed = true; changed;) {
         changed = false;
-        for (int y = 0; y < H; ++y)
-            for (int x = 0; x < W; ++x) {
-                if (a.pixel(x, y) != UN)
+        for (int p = 0; p < W * H; ++p) {
+            const int x = p % W, y = p / W;
+            for (int k = 0; k < 81 && get(p) == UN; ++k) {
+                const int xx = x + 4 * (k % 9 - 4), yy = y + 4 * (k / 9 - 4);
+                if (k == 40 || xx < 0 || yy < 0 || xx >= W || yy >= H || a.pixel(xx, yy) == UN)
                     continue;
-                const QColor C = s.sourceImage.pixelColor(x, y);
-                bool done = false;
-                for (int j = -4; j <= 4 && !done; ++j)
-                    for (int i = -4; i <= 4 && !done; ++i) {
-                        const int xx = x + 4 * i, yy = y + 4 * j;
-                        if ((i == 0 && j == 0) || xx < 0 || yy < 0 || xx >= W || yy >= H || a.pixel(xx, yy) == UN)
-                            continue;
-                        const QColor D = s.sourceImage.pixelColor(xx, yy);
-                        const float dr = f(C.red()) - f(D.red()), dg = f(C.green()) - f(D.green()), db = f(C.blue()) - f(D.blue());
-                        if (dr * dr + dg * dg + db * db < 0.0001f) {
-                            a.setPixel(x, y, a.pixel(xx, yy));
-                            changed = true;
-                            done = true;
-                        }
-                    }
+                if (cdist2(s.sourceImage.pixelColor(x, y), s.sourceImage.pixelColor(xx, yy)) < 0.0001f) {
+                    put(p, a.pixel(xx, yy));
+                    changed = true;
+                }
             }
+        }
     }
+    // Samples: known pixels next to an unknown one.
     struct Sample {
         QColor c;
         QPoint p;
     };
     std::vector<Sample> fs, bs;
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const QRgb v = a.pixel(x, y);
-            if (v != FG && v != BG)
-                continue;
-            if ((x > 0 && a.pixel(x - 1, y) == UN) || (x < W - 1 && a.pixel(x + 1, y) == UN)
-                || (y > 0 && a.pixel(x, y - 1) == UN) || (y < H - 1 && a.pixel(x, y + 1) == UN))
-                (v == BG ? bs : fs).push_back({s.sourceImage.pixelColor(x, y), QPoint(x, y)});
-        }
+    for (int i = 0; i < W * H; ++i) {
+        const QRgb v = get(i);
+        bool edge = false;
+        for (int n : neighbours(i, W, H))
+            edge = edge || (n >= 0 && get(n) == UN);
+        if ((v == FG || v == BG) && edge)
+            (v == BG ? bs : fs).push_back({at(s.sourceImage, i), QPoint(i % W, i / W)});
+    }
     QImage est = a.copy();
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            if (a.pixel(x, y) != UN)
-                continue;
-            auto near8 = [&](const std::vector<Sample>& list) {
-                std::vector<std::pair<QColor, float>> slot;
-                for (const Sample& smp : list) {
-                    const float d = float((smp.p.y() - y) * (smp.p.y() - y) + (smp.p.x() - x) * (smp.p.x() - x));
-                    if (slot.size() < 8) {
-                        slot.push_back({smp.c, d});
-                        continue;
-                    }
-                    for (auto& sl : slot)
-                        if (sl.second > d) {
-                            sl = {smp.c, d};
-                            break;
-                        }
-                }
-                return slot;
-            };
-            auto fsl = near8(fs), bsl = near8(bs);
-            const QColor C = s.sourceImage.pixelColor(x, y);
-            auto cdist = [&](const QColor& D) {
-                const float dr = f(C.red()) - f(D.red()), dg = f(C.green()) - f(D.green()), db = f(C.blue()) - f(D.blue());
-                return std::sqrt(dr * dr + dg * dg + db * db);
-            };
-            float mF = 10000000000.0f, mB = 10000000000.0f;
-            for (auto* l : {&fsl, &bsl})
-                for (auto& sl : *l)
-                    (l == &fsl ? mF : mB) = std::min(l == &fsl ? mF : mB, sl.second = cdist(sl.first));
-            const float mF2 = mF * mF, mB2 = mB * mB;
-            auto weight = [](float d, float m2) { return m2 == 0.0f ? (d == 0.0f ? 1.0f : 0.0f) : std::exp(-(d * d) / m2); };
-            std::vector<std::pair<float, float>> pairs; // alpha, cost
-            for (auto& fi : fsl)
-                for (auto& bj : bsl) {
-                    float sum = fi.second + bj.second;
-                    if (sum < 0.000001f)
-                        sum = 0.000001f;
-                    const float al = bj.second / sum;
-                    auto e = [&](int c, int cf, int cb) { return f(c) - (al * f(cf) + (1 - al) * f(cb)); };
-                    const float er = e(C.red(), fi.first.red(), bj.first.red()), eg = e(C.green(), fi.first.green(), bj.first.green()),
-                                eb = e(C.blue(), fi.first.blue(), bj.first.blue());
-                    const float cost = weight(fi.second, mF2) * weight(bj.second, mB2) * (er * er + eg * eg + eb * eb);
-                    if (pairs.size() < 3) {
-                        pairs.push_back({al, cost});
-                        continue;
-                    }
-                    for (auto& p : pairs)
-                        if (p.second > cost) {
-                            p = {al, cost};
-                            break;
-                        }
-                }
-            float sum = 0;
-            for (auto& p : pairs)
-                sum += p.first;
-            const int v = pairs.empty() ? 0 : std::clamp(int(sum * 255.0 / int(pairs.size())), 0, 255);
-            est.setPixel(x, y, 0xFF000000u + uint(v) * 0x010101u);
-        }
+    for (int i = 0; i < W * H; ++i) {
+        if (get(i) != UN)
+            continue;
+        const int x = i % W, y = i / W;
+        // Eight samples of a list: the first eight, each later one replacing the first held one
+        // that lies farther away.
+        auto near8 = [&](const std::vector<Sample>& list) {
+            std::vector<std::pair<QColor, float>> slot;
+            for (const Sample& smp : list) {
+                const float d = float((smp.p.y() - y) * (smp.p.y() - y) + (smp.p.x() - x) * (smp.p.x() - x));
+                auto farther = std::find_if(slot.begin(), slot.end(), [&](const auto& sl) { return sl.second > d; });
+                if (slot.size() < 8)
+                    slot.push_back({smp.c, d});
+                else if (farther != slot.end())
+                    *farther = {smp.c, d};
+            }
+            return slot;
+        };
+        auto fsl = near8(fs), bsl = near8(bs);
+        const QColor C = at(s.sourceImage, i);
+        // Now the colour distance of each sample, and the least per side.
+        float mF = 10000000000.0f, mB = 10000000000.0f;
+        for (auto& sl : fsl)
+            mF = std::min(mF, sl.second = std::sqrt(cdist2(C, sl.first)));
+        for (auto& sl : bsl)
+            mB = std::min(mB, sl.second = std::sqrt(cdist2(C, sl.first)));
+        const float mF2 = mF * mF, mB2 = mB * mB;
+        auto weight = [](float d, float m2) { return m2 == 0.0f ? (d == 0.0f ? 1.0f : 0.0f) : std::exp(-(d * d) / m2); };
+        // Every pair's alpha and cost; three are held, a cheaper one replacing the first dearer.
+        std::vector<std::pair<float, float>> pairs;
+        for (auto& fi : fsl)
+            for (auto& bj : bsl) {
+                const float al = bj.second / std::max(fi.second + bj.second, 0.000001f);
+                auto e = [&](int c, int cf, int cb) { return f(c) - (al * f(cf) + (1 - al) * f(cb)); };
+                const float er = e(C.red(), fi.first.red(), bj.first.red());
+                const float eg = e(C.green(), fi.first.green(), bj.first.green());
+                const float eb = e(C.blue(), fi.first.blue(), bj.first.blue());
+                const float cost = weight(fi.second, mF2) * weight(bj.second, mB2) * (er * er + eg * eg + eb * eb);
+                auto dearer = std::find_if(pairs.begin(), pairs.end(), [&](const auto& p) { return p.second > cost; });
+                if (pairs.size() < 3)
+                    pairs.push_back({al, cost});
+                else if (dearer != pairs.end())
+                    *dearer = {al, cost};
+            }
+        float sum = 0;
+        for (auto& p : pairs)
+            sum += p.first;
+        const int v = pairs.empty() ? 0 : std::clamp(int(sum * 255.0 / int(pairs.size())), 0, 255);
+        est.setPixel(x, y, 0xFF000000u + uint(v) * 0x010101u);
+    }
     a = est;
     std::vector<float> A(size_t(W * H));
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x)
-            A[size_t(y * W + x)] = float((a.pixel(x, y) & 0xFF) / 255.0);
+    for (int i = 0; i < W * H; ++i)
+        A[size_t(i)] = float((get(i) & 0xFF) / 255.0);
     smooth(A, s.sourceImage, s.markImage, 8);
     writeAlpha(s, A);
 }

@@ -18,9 +18,7 @@
 #include <memory>
 
 struct QuickSelectDocument {
-    explicit QuickSelectDocument(const QImage& image)
-        : doc(VexaContext::fromImage(image))
-        , canvas(std::make_unique<VexaCanvas>())
+    explicit QuickSelectDocument(const QImage& image) : doc(VexaContext::fromImage(image)), canvas(std::make_unique<VexaCanvas>())
     {
         canvas->setContext(doc.get());
         VexaContextManager::getInstance()->setCurrentContext(doc.get());

@@ -61,12 +61,7 @@ public:
         move(b.x(), b.y());
         release(b.x(), b.y());
     }
-    void click(int x, int y)
-    {
-        move(x, y);
-        press(x, y);
-        release(x, y);
-    }
+    void click(int x, int y) { move(x, y); press(x, y); release(x, y); }
 
     std::unique_ptr<VexaContext> doc;
     std::unique_ptr<VexaCanvas> canvas;
@@ -77,10 +72,6 @@ public:
 // The fixture with a tool of type T, active on its document (and gone before it).
 template <class T>
 struct ToolFixture : VexaToolFixture {
-    ToolFixture(const QSize& size, float scale)
-        : VexaToolFixture(size, scale)
-    {
-        tool.active(doc.get());
-    }
+    ToolFixture(const QSize& size, float scale) : VexaToolFixture(size, scale) { tool.active(doc.get()); }
     T tool;
 };

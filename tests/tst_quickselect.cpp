@@ -10,44 +10,36 @@
 #include <QPainter>
 #include <QtTest>
 
+#include <future>
 #include <map>
 #include <set>
-
-#include <future>
 #include <thread>
 
 namespace {
 
-// Records every report as one line of text.
+using Step = void (*)(VexaSegmentation&, VexaQuickSelectReporter&, const std::atomic<bool>&);
+
+// Records every report as one line of text; with `holdAt` set, stops the step's thread at that
+// report until released.
 class Recorder : public VexaQuickSelectReporter
 {
 public:
-    void progress(const QString& text, int percent) override { log << QStringLiteral("%1 %2").arg(text).arg(percent); }
+    void progress(const QString& text, int percent) override
+    {
+        log << QStringLiteral("%1 %2").arg(text).arg(percent);
+        if (log.last() == holdAt) {
+            reached.set_value();
+            release.get_future().wait();
+        }
+    }
     void setPainting(bool on) override { log << (on ? QStringLiteral("paint on") : QStringLiteral("paint off")); }
     void setMessage(const QString& text) override { log << QStringLiteral("message ") + text; }
     void checkViewAlpha() override { log << QStringLiteral("view alpha"); }
     void checkViewMatte() override { log << QStringLiteral("view matte"); }
     void updateImageBox(const QRect& r) override { log << QStringLiteral("update %1x%2").arg(r.width()).arg(r.height()); }
     QStringList log;
-};
-
-// Records like Recorder, and stops the step's thread at one report until released.
-class Holder : public Recorder
-{
-public:
-    explicit Holder(const QString& at) : m_at(at) {}
-    void progress(const QString& text, int percent) override
-    {
-        Recorder::progress(text, percent);
-        if (log.last() == m_at) {
-            reached.set_value();
-            release.get_future().wait();
-        }
-    }
+    QString holdAt;
     std::promise<void> reached, release;
-
-private:
-    QString m_at;
 };
 
 const std::atomic<bool> running{false};
@@ -63,9 +55,7 @@ QImage flat(int w, int h, QRgb colour)
 QImage halves(int w, int h, QRgb left, QRgb right)
 {
     QImage img = flat(w, h, left);
-    for (int y = 0; y < h; ++y)
-        for (int x = w / 2; x < w; ++x)
-            img.setPixel(x, y, right);
+    QPainter(&img).fillRect(w / 2, 0, w - w / 2, h, QColor::fromRgb(right));
     return img;
 }
 
@@ -127,550 +117,410 @@ class TestQuickSelect : public QObject
 {
     Q_OBJECT
 private slots:
-    void watershedCases_data();
-    void watershedCases();
-    void edgeWeightsByHand_data();
-    void edgeWeightsByHand();
-    void stepsMatchReference_data();
-    void stepsMatchReference();
-    void reportSequences();
-    void markingRules();
-    void colourModelsBreakTiesLow();
-    void resetMarksStopActing();
-    void mattingCases();
-    void nearColoursIsTheFloatTest();
-    void noBandOnlySoftensEdges();
-    void emptyImage();
-    void initReadsOtherFormats();
-    void stepsThatCannotRunChangeNothing_data();
-    void stepsThatCannotRunChangeNothing();
-    void stepsOnSharedImages();
-    void cancellation();
-};
-
-void TestQuickSelect::watershedCases_data()
-{
-    // The regions here are bands of columns: `second` is the first column of the second one.
-    QTest::addColumn<QImage>("image");
-    QTest::addColumn<int>("second");
-    QTest::newRow("uniform") << flat(17, 9, qRgb(10, 20, 30)) << -1;
-    QTest::newRow("1 x 1") << flat(1, 1, qRgb(1, 2, 3)) << -1;
-    QImage ramp(20, 6, QImage::Format_ARGB32);
-    for (int y = 0; y < 6; ++y)
+    // Images of vertical stripes, one colour per column, small enough to work out by hand: the
+    // regions are bands of columns (`second` is the first column of the second region, -1 for
+    // one region), with the given mean colours and one straddling pair per row between them.
+    void regionsAndEdgesByHand_data()
+    {
+        QTest::addColumn<QList<QRgb>>("columns"); QTest::addColumn<int>("rows"); QTest::addColumn<int>("second");
+        QTest::addColumn<QColor>("first"); QTest::addColumn<QColor>("other"); QTest::addColumn<int>("weight");
+        QTest::newRow("uniform") << QList<QRgb>(17, qRgb(10, 20, 30)) << 9 << -1 << QColor(10, 20, 30) << QColor() << 0;
+        QTest::newRow("1 x 1") << QList<QRgb>{qRgb(1, 2, 3)} << 1 << -1 << QColor(1, 2, 3) << QColor() << 0;
+        // Squared gradient 400 inside, 100 at the clamped ends. The left end founds a region whose
+        // flood climbs over the whole slope; only the right end, lower again, is left to found a
+        // second. Means 1710 / 19 = 90 and 190: exp(-(100 / 255)^2) * 10000 = 8574.5.
+        QList<QRgb> ramp;
         for (int x = 0; x < 20; ++x)
-            ramp.setPixel(x, y, qRgb(10 * x, 0, 0));
-    // Squared gradient 400 inside, 100 at the clamped ends. The left end founds a region whose
-    // flood climbs over the whole slope; only the right end, lower again, is left to found a second.
-    QTest::newRow("linear ramp") << ramp << 19;
-    // Both edge columns have the high gradient; the first flood climbs over both of them.
-    QTest::newRow("two flat areas") << halves(12, 5, qRgb(0, 0, 0), qRgb(255, 255, 255)) << 7;
-}
+            ramp << qRgb(10 * x, 0, 0);
+        QTest::newRow("linear ramp") << ramp << 6 << 19 << QColor(90, 0, 0) << QColor(190, 0, 0) << 8574;
+        // The first flood climbs over the high-gradient column, whose colour is chosen to vanish in
+        // the truncated mean, and stops before the second area. d^2 = 3, exp(-3) * 10000 = 497.87.
+        const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255);
+        QTest::newRow("black against white") << QList<QRgb>{black, black, black, black, qRgb(1, 0, 0), white, white} << 3 << 5
+                                             << QColor(0, 0, 0) << QColor(255, 255, 255) << 497;
+        // Two halves of six columns: both edge columns have the high gradient, and the first flood
+        // climbs over both. Means (36, 36, 36) and white: exp(-3 * (219 / 255)^2) * 10000 = 1094.6.
+        auto halves = [](QRgb left, QRgb right) { return QList<QRgb>(6, left) + QList<QRgb>(6, right); };
+        QTest::newRow("black and white halves") << halves(black, white) << 5 << 7 << QColor(36, 36, 36) << QColor(255, 255, 255)
+                                                << 1094;
+        // Means (101, 100, 100) and (110, 100, 100): exp(-(9 / 255)^2) * 10000 = 9987.6.
+        QTest::newRow("close grey halves") << halves(qRgb(100, 100, 100), qRgb(110, 100, 100)) << 5 << 7 << QColor(101, 100, 100)
+                                           << QColor(110, 100, 100) << 9987;
+        // Means (302 / 3, ...) = 100 and 100: d^2 = 0.
+        const QRgb g101 = qRgb(101, 101, 101), g100 = qRgb(100, 100, 100);
+        QTest::newRow("equal colours") << QList<QRgb>{g101, g101, g100, g100} << 3 << 3 << QColor(100, 100, 100)
+                                       << QColor(100, 100, 100) << 10000;
+        // d^2 = (132^2 + 124^2 + 7^2) / 255^2 = 32849 / 65025 = 0.505175, exp(-d^2) * 10000 = 6034.02.
+        // Channels taken as single-precision fractions give 6033.
+        const QRgb x = qRgb(225, 12, 80), y = qRgb(93, 136, 73);
+        QTest::newRow("(225, 12, 80) against (93, 136, 73)") << QList<QRgb>{x, x, x, x, qRgb(225, 13, 80), y, y} << 3 << 5
+                                                               << QColor(225, 12, 80) << QColor(93, 136, 73) << 6034;
+    }
+    void regionsAndEdgesByHand()
+    {
+        QFETCH(QList<QRgb>, columns); QFETCH(int, rows); QFETCH(int, second);
+        QFETCH(QColor, first); QFETCH(QColor, other); QFETCH(int, weight);
+        const int W = int(columns.size());
+        QImage img(W, rows, QImage::Format_ARGB32);
+        std::vector<int> expected;
+        for (int i = 0; i < W * rows; ++i) {
+            img.setPixel(i % W, i / W, columns[i % W]);
+            expected.push_back(second >= 0 && i % W >= second ? 1 : 0);
+        }
+        std::vector<int> labels{7, 7, 7};
+        QCOMPARE(Reference::watershed(img, labels), second >= 0 ? 2 : 1); // the reference reads it so too
+        QCOMPARE(labels, expected);
+        // Cancelled before it starts, the over-segmentation founds nothing (Cancel must not wait
+        // for a whole watershed).
+        const std::atomic<bool> cancelled{true};
+        QCOMPARE(watershed(img, labels, cancelled), 0);
+        QVERIFY(std::all_of(labels.begin(), labels.end(), [](int l) { return l < 0; }));
+        VexaSegmentation seg, plain;
+        seg.load(img);
+        plain.load(img);
+        Recorder r;
+        VexaQuickSelect::init(seg, r, running);
+        Reference::init(plain);
+        QCOMPARE(seg.regionMap, expected);
+        QCOMPARE(seg.regionColors, second >= 0 ? std::vector<QColor>({first, other}) : std::vector<QColor>({first}));
+        QCOMPARE(edges(*seg.graph), second >= 0 ? QList<int>({0, 1, rows * weight}) : QList<int>());
+        QCOMPARE(edges(*plain.graph), edges(*seg.graph));
+    }
 
-void TestQuickSelect::watershedCases()
-{
-    QFETCH(QImage, image);
-    QFETCH(int, second);
-    std::vector<int> expected;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            expected.push_back(second >= 0 && x >= second ? 1 : 0);
-    std::vector<int> labels{7, 7, 7}, plain;
-    QCOMPARE(watershed(image, labels), second >= 0 ? 2 : 1);
-    QCOMPARE(labels, expected);
-    QCOMPARE(Reference::watershed(image, plain), second >= 0 ? 2 : 1); // the reference reads it so too
-    QCOMPARE(plain, expected);
-    // Cancelled before it starts, the over-segmentation founds nothing (Cancel must not wait
-    // for a whole watershed).
-    const std::atomic<bool> cancelled{true};
-    std::vector<int> stopped;
-    QCOMPARE(watershed(image, stopped, cancelled), 0);
-    QVERIFY(std::all_of(stopped.begin(), stopped.end(), [](int l) { return l < 0; }));
-}
-
-void TestQuickSelect::edgeWeightsByHand_data()
-{
-    // Three rows of vertical stripes, one colour per column. The columns are laid out so that
-    // the watershed gives exactly two regions with the wanted mean colours: the first flood
-    // climbs over the high-gradient column, whose colour is chosen to vanish in the truncated
-    // mean, and stops before the second area.
-    QTest::addColumn<QList<QRgb>>("columns");
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<QColor>("first");
-    QTest::addColumn<QColor>("second");
-    QTest::addColumn<int>("weight");
-    const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255);
-    // d^2 = 3, exp(-3) * 10000 = 497.87.
-    QTest::newRow("black against white") << QList<QRgb>{black, black, black, black, qRgb(1, 0, 0), white, white} << 3
-                                         << QColor(0, 0, 0) << QColor(255, 255, 255) << 497;
-    // Two halves of six columns: the first region takes the right half's first column too.
-    auto halves = [](QRgb left, QRgb right) { return QList<QRgb>(6, left) + QList<QRgb>(6, right); };
-    // Means (36, 36, 36) and white: exp(-3 * (219 / 255)^2) * 10000 = 1094.6.
-    QTest::newRow("black and white halves") << halves(black, white) << 5 << QColor(36, 36, 36) << QColor(255, 255, 255)
-                                            << 1094;
-    // Means (101, 100, 100) and (110, 100, 100): exp(-(9 / 255)^2) * 10000 = 9987.6.
-    QTest::newRow("close grey halves") << halves(qRgb(100, 100, 100), qRgb(110, 100, 100)) << 5 << QColor(101, 100, 100)
-                                       << QColor(110, 100, 100) << 9987;
-    // Means (302 / 3, ...) = 100 and 100: d^2 = 0.
-    const QRgb g101 = qRgb(101, 101, 101), g100 = qRgb(100, 100, 100);
-    QTest::newRow("equal colours") << QList<QRgb>{g101, g101, g100, g100} << 3 << QColor(100, 100, 100)
-                                   << QColor(100, 100, 100) << 10000;
-    // d^2 = (132^2 + 124^2 + 7^2) / 255^2 = 32849 / 65025 = 0.505175, exp(-d^2) * 10000 = 6034.02.
-    // Channels taken as single-precision fractions give 6033.
-    const QRgb x = qRgb(225, 12, 80), y = qRgb(93, 136, 73);
-    QTest::newRow("(225, 12, 80) against (93, 136, 73)") << QList<QRgb>{x, x, x, x, qRgb(225, 13, 80), y, y} << 3
-                                                           << QColor(225, 12, 80) << QColor(93, 136, 73) << 6034;
-}
-
-void TestQuickSelect::edgeWeightsByHand()
-{
-    QFETCH(QList<QRgb>, columns);
-    QFETCH(int, rows);
-    QFETCH(QColor, first);
-    QFETCH(QColor, second);
-    QFETCH(int, weight);
-    QImage img(int(columns.size()), rows, QImage::Format_ARGB32);
-    for (int y = 0; y < img.height(); ++y)
-        for (int x = 0; x < img.width(); ++x)
-            img.setPixel(x, y, columns[x]);
-    VexaSegmentation seg;
-    seg.load(img);
-    Recorder r;
-    VexaQuickSelect::init(seg, r, running);
-    QCOMPARE(seg.regionColors, std::vector<QColor>({first, second}));
-    QCOMPARE(seg.graph->get_node_num(), 2);
-    QCOMPARE(edges(*seg.graph), QList<int>({0, 1, rows * weight})); // one straddling pair per row
-    VexaSegmentation plain;
-    plain.load(img);
-    Reference::init(plain);
-    QCOMPARE(edges(*plain.graph), edges(*seg.graph));
-}
-
-void TestQuickSelect::stepsMatchReference_data()
-{
-    QTest::addColumn<QImage>("image");
-    QTest::addColumn<int>("sensitivity");
-    QTest::newRow("coffee") << photo("coffee.png", 180) << 10;
-    QTest::newRow("chelsea, sensitivity 40") << photo("chelsea.png", 170) << 40;
-    QTest::newRow("astronaut, sensitivity 0") << photo("astronaut.png", 140) << 0;
-    // Tall enough (at least 128 rows) for the row passes to be split over two cores.
-    QTest::newRow("coffee, rows split") << photo("coffee.png", 330) << 20;
-    // A synthetic disc on a gradient.
-    QImage disc(90, 70, QImage::Format_ARGB32);
-    for (int y = 0; y < 70; ++y)
-        for (int x = 0; x < 90; ++x) {
-            const bool in = (x - 45) * (x - 45) + (y - 35) * (y - 35) < 20 * 20;
+    void stepsMatchReference_data()
+    {
+        QTest::addColumn<QImage>("image"); QTest::addColumn<int>("sensitivity");
+        QTest::newRow("coffee") << photo("coffee.png", 180) << 10;
+        QTest::newRow("chelsea, sensitivity 40") << photo("chelsea.png", 170) << 40;
+        QTest::newRow("astronaut, sensitivity 0") << photo("astronaut.png", 140) << 0;
+        // Tall enough (at least 128 rows) for the row passes to be split over two cores.
+        QTest::newRow("coffee, rows split") << photo("coffee.png", 330) << 20;
+        // A synthetic disc on a gradient.
+        QImage disc(90, 70, QImage::Format_ARGB32);
+        for (int i = 0; i < 90 * 70; ++i) {
+            const int x = i % 90, y = i / 90;
+            const bool in = (x - 45) * (x - 45) + (y - 35) * (y - 35) < 400;
             disc.setPixel(x, y, in ? qRgb(200, 40 + x, 30) : qRgb(20 + y, 60, 90 + x));
         }
-    QTest::newRow("disc") << disc << 10;
-    // Dark noise: many equal gradients, whose order of flooding decides the regions.
-    QImage noise(61, 37, QImage::Format_ARGB32);
-    std::mt19937 rng(3);
-    for (int y = 0; y < noise.height(); ++y)
-        for (int x = 0; x < noise.width(); ++x)
-            noise.setPixel(x, y, 0xFF000000u | (rng() & 0x3F3F3Fu));
-    QTest::newRow("noise") << noise << 10;
-}
+        QTest::newRow("disc") << disc << 10;
+        // Dark noise: many equal gradients, whose order of flooding decides the regions.
+        QImage noise(61, 37, QImage::Format_ARGB32);
+        std::mt19937 rng(3);
+        for (int i = 0; i < 61 * 37; ++i)
+            noise.setPixel(i % 61, i / 61, 0xFF000000u | (rng() & 0x3F3F3Fu));
+        QTest::newRow("noise") << noise << 10;
+    }
 
-void TestQuickSelect::stepsMatchReference()
-{
-    QFETCH(QImage, image);
-    QFETCH(int, sensitivity);
-    // Every processor level of the inner loops that runs here, the best one last (and kept).
-    for (const char* level : VexaQuickSelect::detail::kernelLevels()) {
-        QVERIFY(VexaQuickSelect::detail::useKernelLevel(level));
-        VexaSegmentation fast, plain;
-        fast.load(image);
-        plain.load(image);
-        fast.sensitivity = plain.sensitivity = sensitivity;
-        Recorder r;
-        VexaQuickSelect::init(fast, r, running);
-        Reference::init(plain);
-        QVERIFY2(edges(*fast.graph) == edges(*plain.graph), level); // same edges, same order, same capacities
-        compareSegmentations(fast, plain);
-
-        scribble(fast);
-        scribble(plain);
-        // Two marking runs: the second continues from the flow of the first.
-        for (int run = 0; run < 2; ++run) {
-            VexaQuickSelect::mark(fast, r, running);
-            QCOMPARE(Reference::mark(plain), QString());
+    void stepsMatchReference()
+    {
+        QFETCH(QImage, image); QFETCH(int, sensitivity);
+        // Every processor level of the inner loops that runs here, the best one last (and kept).
+        for (const char* level : VexaQuickSelect::detail::kernelLevels()) {
+            QVERIFY(VexaQuickSelect::detail::useKernelLevel(level));
+            VexaSegmentation fast, plain;
+            fast.load(image);
+            plain.load(image);
+            fast.sensitivity = plain.sensitivity = sensitivity;
+            Recorder r;
+            VexaQuickSelect::init(fast, r, running);
+            Reference::init(plain);
+            QVERIFY2(edges(*fast.graph) == edges(*plain.graph), level); // same edges, same order, same capacities
             compareSegmentations(fast, plain);
-        }
-        VexaQuickSelect::matte(fast, r, running);
-        Reference::matte(plain);
-        compareSegmentations(fast, plain);
-        // The cut took unmarked pixels to both sides, and the matting left a soft edge between them.
-        int selected = 0, unselected = 0, soft = 0;
-        for (int y = 0; y < fast.alphaImage.height(); ++y)
-            for (int x = 0; x < fast.alphaImage.width(); ++x) {
-                const QRgb m = fast.markImage.pixel(x, y);
-                if (qRed(m) || qBlue(m))
-                    continue;
-                const int a = qBlue(fast.alphaImage.pixel(x, y));
-                ++(a == 255 ? selected : a == 0 ? unselected : soft);
+            scribble(fast);
+            scribble(plain);
+            // Two marking runs (the second continues from the flow of the first), then the matte.
+            // The window keeps shallow copies of the images for its view while a step writes them:
+            // the step's threads must not detach them concurrently, and the copies must not change.
+            for (Step step : {VexaQuickSelect::mark, VexaQuickSelect::mark, VexaQuickSelect::matte}) {
+                const QImage shown[3] = {fast.alphaImage, fast.resultImage, fast.markImage};
+                const QImage before[3] = {shown[0].copy(), shown[1].copy(), shown[2].copy()};
+                step(fast, r, running);
+                if (step == VexaQuickSelect::mark)
+                    QCOMPARE(Reference::mark(plain), QString());
+                else
+                    Reference::matte(plain);
+                compareSegmentations(fast, plain);
+                for (int k = 0; k < 3; ++k)
+                    QCOMPARE(shown[k], before[k]);
             }
-        QVERIFY2(selected > 0 && unselected > 0 && soft > 0,
-                 qPrintable(QStringLiteral("%1: %2 selected, %3 unselected, %4 soft")
-                                .arg(QLatin1String(level)).arg(selected).arg(unselected).arg(soft)));
+            // The cut took unmarked pixels to both sides, and the matting left a soft edge between them.
+            int count[3] = {0, 0, 0}; // selected, unselected, soft
+            for (int i = 0; i < image.width() * image.height(); ++i) {
+                const int x = i % image.width(), y = i / image.width(), a = qBlue(fast.alphaImage.pixel(x, y));
+                if (!qRed(fast.markImage.pixel(x, y)) && !qBlue(fast.markImage.pixel(x, y)))
+                    ++count[a == 255 ? 0 : a == 0 ? 1 : 2];
+            }
+            QVERIFY2(count[0] > 0 && count[1] > 0 && count[2] > 0, level);
+        }
     }
-}
 
-void TestQuickSelect::reportSequences()
-{
-    VexaSegmentation seg;
-    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
-    auto expect = [&](auto step, const QString& text, int last, const QStringList& end) {
+    void markingRulesAndReports()
+    {
+        // Two flat areas: one region each side, K = 1.
+        VexaSegmentation seg;
+        seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
+        seg.sensitivity = 0;
+        // Each step reports from 0 in steps of 10, then closes in its own order.
+        auto expect = [&](Step step, const QString& text, int last, const QStringList& end) {
+            Recorder r;
+            step(seg, r, running);
+            QStringList log = {"paint off"};
+            for (int p = 0; p <= last; p += 10)
+                log << QStringLiteral("%1 %2").arg(text).arg(p);
+            QCOMPARE(r.log, log + end);
+        };
+        expect(VexaQuickSelect::init, "Initializing ..", 80, {"Initialize done. 0", "paint on"});
+        paintMarks(seg, QRect(1, 1, 2, 2), VexaSegmentation::ForegroundMark);
+        paintMarks(seg, QRect(16, 1, 2, 2), VexaSegmentation::BackgroundMark);
+        expect(VexaQuickSelect::mark, "Marking..", 100, {"Mark done 0", "paint on", "update 20x10"});
+        QCOMPARE(seg.terminalWeights, std::vector<int>({100000000, -100000000}));
+        QCOMPARE(seg.alphaImage.pixel(1, 5), 0xFFFFFFFFu);
+        QCOMPARE(seg.alphaImage.pixel(18, 5), 0xFF000000u);
+        // Marks survive the smoothing; the band follows the cut, marks on it included.
+        QCOMPARE(seg.alphaImage.pixel(1, 1), 0xFFFFFFFFu);
+        QCOMPARE(seg.markImage.pixel(9, 5), VexaSegmentation::BoundaryMark);
+        QCOMPARE(seg.markImage.pixel(10, 5), VexaSegmentation::BoundaryMark);
+        QCOMPARE(seg.markImage.pixel(3, 5), 0u);
+        QCOMPARE(seg.resultImage.pixel(18, 5), qRgba(0, 0, 250, 0));
+        // A region marked both ways is background; repeated runs give the same result.
+        paintMarks(seg, QRect(5, 5, 1, 1), VexaSegmentation::BackgroundMark);
         Recorder r;
-        step(seg, r, running);
-        QStringList log = {"paint off"};
-        for (int p = 0; p <= last; p += 10)
-            log << QStringLiteral("%1 %2").arg(text).arg(p);
-        QCOMPARE(r.log, log + end);
-    };
-    expect(VexaQuickSelect::init, "Initializing ..", 80, {"Initialize done. 0", "paint on"});
-    paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
-    paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
-    expect(VexaQuickSelect::mark, "Marking..", 100, {"Mark done 0", "paint on", "update 20x10"});
-    expect(VexaQuickSelect::matte, "Alpha Extracting ..", 80,
-           {"view alpha", "view matte", "update 20x10", "Alpha Extract done .. 0", "paint on"});
-}
+        VexaQuickSelect::mark(seg, r, running);
+        QCOMPARE(seg.terminalWeights[0], -100000000);
+        QCOMPARE(seg.alphaImage.pixel(7, 7), 0xFF000000u);
+        const QImage once = seg.alphaImage;
+        VexaQuickSelect::mark(seg, r, running);
+        QCOMPARE(seg.alphaImage, once);
+        expect(VexaQuickSelect::matte, "Alpha Extracting ..", 80,
+               {"view alpha", "view matte", "update 20x10", "Alpha Extract done .. 0", "paint on"});
+    }
 
-void TestQuickSelect::markingRules()
-{
-    // Two flat areas: one region each side, K = 1.
-    VexaSegmentation seg;
-    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
-    seg.sensitivity = 0;
-    Recorder r;
-    VexaQuickSelect::init(seg, r, running);
-    paintMarks(seg, QRect(1, 1, 2, 2), VexaSegmentation::ForegroundMark);
-    paintMarks(seg, QRect(16, 1, 2, 2), VexaSegmentation::BackgroundMark);
-    VexaQuickSelect::mark(seg, r, running);
-    QCOMPARE(seg.terminalWeights, std::vector<int>({100000000, -100000000}));
-    QCOMPARE(seg.alphaImage.pixel(1, 5), 0xFFFFFFFFu);
-    QCOMPARE(seg.alphaImage.pixel(18, 5), 0xFF000000u);
-    // Marks survive the smoothing; the band follows the cut, marks on it included.
-    QCOMPARE(seg.alphaImage.pixel(1, 1), 0xFFFFFFFFu);
-    QCOMPARE(seg.markImage.pixel(9, 5), VexaSegmentation::BoundaryMark);
-    QCOMPARE(seg.markImage.pixel(10, 5), VexaSegmentation::BoundaryMark);
-    QCOMPARE(seg.markImage.pixel(3, 5), 0u);
-    QCOMPARE(seg.resultImage.pixel(18, 5), qRgba(0, 0, 250, 0));
+    // Regions made by hand, one pixel column each, so that the colours are exactly as given. With
+    // these six object colours (red only) and one background colour, K = 6, and a colour in one
+    // iteration lies exactly halfway between its centre and a lower one, whose clearance is then
+    // exactly twice its distance: the lower centre must take it. The models show in the soft weights
+    // of the unmarked regions.
+    void colourModelsBreakTiesLow()
+    {
+        const std::vector<int> reds{2, 20, 0, 20, 8, 2, 0, 2, 5, 8, 14};
+        const int N = int(reds.size()), H = 3;
+        VexaSegmentation fast, plain;
+        for (VexaSegmentation* seg : {&fast, &plain}) {
+            seg->load(flat(N, H, qRgb(0, 0, 0)));
+            seg->sensitivity = 50;
+            for (int i = 0; i < N * H; ++i)
+                seg->regionMap.push_back(i % N);
+            seg->regionSizes.assign(size_t(N), H);
+            seg->terminalWeights.assign(size_t(N), 0);
+            for (int r = 0; r < N; ++r)
+                seg->regionColors.push_back(r == 6 ? QColor(200, 200, 200) : QColor(reds[size_t(r)], 0, 0));
+            seg->graph = std::make_unique<VexaSegmentation::FlowGraph>(N, 6 * N);
+            seg->graph->add_node(N);
+            for (int r = 0; r + 1 < N; ++r)
+                seg->graph->add_edge(r, r + 1, 7, 7);
+            paintMarks(*seg, QRect(0, 0, 6, 1), VexaSegmentation::ForegroundMark);
+            paintMarks(*seg, QRect(6, 0, 1, 1), VexaSegmentation::BackgroundMark);
+        }
+        Recorder r;
+        VexaQuickSelect::mark(fast, r, running);
+        QCOMPARE(Reference::mark(plain), QString());
+        compareSegmentations(fast, plain);
+    }
 
-    // A region marked both ways is background.
-    paintMarks(seg, QRect(5, 5, 1, 1), VexaSegmentation::BackgroundMark);
-    VexaQuickSelect::mark(seg, r, running);
-    QCOMPARE(seg.terminalWeights[0], -100000000);
-    QCOMPARE(seg.alphaImage.pixel(7, 7), 0xFF000000u);
-    // Repeated runs give the same result.
-    const QImage once = seg.alphaImage;
-    VexaQuickSelect::mark(seg, r, running);
-    QCOMPARE(seg.alphaImage, once);
-}
-
-// Regions made by hand, one pixel column each, so that the colours are exactly as given. With
-// these six object colours (red only) and one background colour, K = 6, and a colour in one
-// iteration lies exactly halfway between its centre and a lower one, whose clearance is then
-// exactly twice its distance: the lower centre must take it. The models show in the soft weights
-// of the unmarked regions.
-void TestQuickSelect::colourModelsBreakTiesLow()
-{
-    const std::vector<int> reds{2, 20, 0, 20, 8, 2, 0, 2, 5, 8, 14};
-    const int N = int(reds.size()), H = 3;
-    auto build = [&](VexaSegmentation& seg) {
-        seg.load(flat(N, H, qRgb(0, 0, 0)));
+    void resetMarksStopActing()
+    {
+        // Three areas: red | orange | blue. Mark red as object, blue as background: orange follows
+        // its colour. Then marks are reset and orange is marked as background instead.
+        QImage img = halves(30, 8, qRgb(240, 20, 20), qRgb(10, 20, 240));
+        QPainter(&img).fillRect(10, 0, 10, 8, QColor(200, 60, 40));
+        VexaSegmentation seg;
+        seg.load(img);
         seg.sensitivity = 50;
-        seg.regionMap.resize(size_t(N * H));
-        for (int i = 0; i < N * H; ++i)
-            seg.regionMap[size_t(i)] = i % N;
-        seg.regionSizes.assign(size_t(N), H);
-        seg.terminalWeights.assign(size_t(N), 0);
-        seg.regionColors.clear();
-        for (int r = 0; r < N; ++r)
-            seg.regionColors.push_back(r == 6 ? QColor(200, 200, 200) : QColor(reds[size_t(r)], 0, 0));
-        seg.graph = std::make_unique<VexaSegmentation::FlowGraph>(N, 6 * N);
-        seg.graph->add_node(N);
-        for (int r = 0; r + 1 < N; ++r)
-            seg.graph->add_edge(r, r + 1, 7, 7);
-        paintMarks(seg, QRect(0, 0, 6, 1), VexaSegmentation::ForegroundMark);
-        paintMarks(seg, QRect(6, 0, 1, 1), VexaSegmentation::BackgroundMark);
-    };
-    VexaSegmentation fast, plain;
-    build(fast);
-    build(plain);
-    Recorder r;
-    VexaQuickSelect::mark(fast, r, running);
-    QCOMPARE(Reference::mark(plain), QString());
-    compareSegmentations(fast, plain);
-}
-
-void TestQuickSelect::resetMarksStopActing()
-{
-    // Three areas: red | green | blue. Mark red as object, blue as background: green follows
-    // its colour. Then marks are reset and green is marked as background instead.
-    QImage img(30, 8, QImage::Format_ARGB32);
-    for (int y = 0; y < 8; ++y)
-        for (int x = 0; x < 30; ++x)
-            img.setPixel(x, y, x < 10 ? qRgb(240, 20, 20) : x < 20 ? qRgb(200, 60, 40) : qRgb(10, 20, 240));
-    VexaSegmentation seg;
-    seg.load(img);
-    seg.sensitivity = 50;
-    Recorder r;
-    VexaQuickSelect::init(seg, r, running);
-    paintMarks(seg, QRect(1, 1, 2, 2), VexaSegmentation::ForegroundMark);
-    paintMarks(seg, QRect(25, 1, 2, 2), VexaSegmentation::BackgroundMark);
-    VexaQuickSelect::mark(seg, r, running);
-    QCOMPARE(seg.alphaImage.pixel(15, 4), 0xFFFFFFFFu); // near the object's colour
-    seg.reset();
-    paintMarks(seg, QRect(1, 1, 2, 2), VexaSegmentation::ForegroundMark);
-    paintMarks(seg, QRect(14, 1, 2, 2), VexaSegmentation::BackgroundMark);
-    VexaQuickSelect::mark(seg, r, running);
-    QCOMPARE(seg.alphaImage.pixel(15, 4), 0xFF000000u);
-    QCOMPARE(seg.alphaImage.pixel(27, 4), 0xFF000000u); // no longer hard-marked, but far from the object
-    QCOMPARE(seg.alphaImage.pixel(3, 4), 0xFFFFFFFFu);
-}
-
-void TestQuickSelect::mattingCases()
-{
-    // A band between an object (left) and background (right), with one unknown pixel whose
-    // colour equals a known pixel 8 columns away: the shrinking takes its label across the band.
-    QImage img(40, 9, QImage::Format_ARGB32);
-    for (int y = 0; y < 9; ++y)
-        for (int x = 0; x < 40; ++x)
-            img.setPixel(x, y, x < 16 ? qRgb(250, 250, 250) : x < 24 ? qRgb(128 + x, 100, 100) : qRgb(0, 0, 0));
-    img.setPixel(20, 4, qRgb(0, 0, 0)); // same colour as the background at (28, 4)
-    VexaSegmentation seg;
-    seg.load(img);
-    paintMarks(seg, QRect(0, 0, 2, 9), VexaSegmentation::ForegroundMark);
-    paintMarks(seg, QRect(38, 0, 2, 9), VexaSegmentation::BackgroundMark);
-    paintMarks(seg, QRect(16, 0, 8, 9), VexaSegmentation::BoundaryMark);
-    Recorder r;
-    VexaQuickSelect::matte(seg, r, running);
-    VexaSegmentation plain;
-    plain.load(img);
-    plain.markImage = seg.markImage;
-    Reference::matte(plain);
-    compareSegmentations(seg, plain);
-    QCOMPARE(seg.alphaImage.pixel(0, 4), 0xFFFFFFFFu);  // marks keep 255
-    QCOMPARE(seg.alphaImage.pixel(39, 4), 0xFF000000u); // and 0
-
-    // One foreground and one background sample: 255 * b / (f + b) of that single pair.
-    const QRgb white = qRgb(255, 255, 255), black = qRgb(0, 0, 0), grey = qRgb(200, 200, 200);
-    const float f = std::sqrt(3 * (200 / 255.0f - 1.0f) * (200 / 255.0f - 1.0f));
-    const float b = std::sqrt(3 * (200 / 255.0f) * (200 / 255.0f));
-    QCOMPARE(VexaQuickSelect::alphaFromSamples(grey, &white, 1, &black, 1), int(b / (f + b) * 255.0));
-    // A sample of exactly the pixel's colour: its weight is 1 and the others' 0 (the limit of
-    // 0/0), so the estimate is defined and follows the exact match.
-    QCOMPARE(VexaQuickSelect::alphaFromSamples(white, &white, 1, &black, 1), 255);
-    QCOMPARE(VexaQuickSelect::alphaFromSamples(black, &white, 1, &black, 1), 0);
-    const QRgb fgs[2] = {grey, qRgb(250, 250, 250)};
-    const int mixed = VexaQuickSelect::alphaFromSamples(grey, fgs, 2, &black, 1);
-    QVERIFY(mixed > 0 && mixed <= 255);
-    QCOMPARE(VexaQuickSelect::alphaFromSamples(grey, fgs, 2, nullptr, 0), 0); // no background sample
-}
-
-void TestQuickSelect::nearColoursIsTheFloatTest()
-{
-    // Every square the single-precision test can meet, per channel difference: a channel 3 or
-    // more apart fails on its own, and for the nearer ones every combination of the squares is
-    // tried against the whole-step predicate the shrinking uses.
-    std::map<int, std::set<float>> squares;
-    for (int a = 0; a < 256; ++a)
-        for (int b = 0; b < 256; ++b) {
-            const float d = float(a) / 255.0f - float(b) / 255.0f;
-            QVERIFY(std::abs(a - b) <= 2 || d * d >= 0.0001f);
-            squares[std::clamp(a - b, -3, 3)].insert(d * d);
+        Recorder r;
+        VexaQuickSelect::init(seg, r, running);
+        for (int background : {25, 14}) {
+            if (background == 14)
+                seg.reset();
+            paintMarks(seg, QRect(1, 1, 2, 2), VexaSegmentation::ForegroundMark);
+            paintMarks(seg, QRect(background, 1, 2, 2), VexaSegmentation::BackgroundMark);
+            VexaQuickSelect::mark(seg, r, running);
+            QCOMPARE(seg.alphaImage.pixel(15, 4), background == 25 ? 0xFFFFFFFFu : 0xFF000000u); // near the object's colour
         }
-    for (int d = 0; d < 125; ++d) {
-        const int dr = d % 5 - 2, dg = d / 5 % 5 - 2, db = d / 25 - 2;
-        const bool near = VexaQuickSelect::detail::nearColours(qRgb(100 + dr, 100 + dg, 100 + db), qRgb(100, 100, 100));
-        for (const float r : squares[dr])
-            for (const float g : squares[dg])
-                for (const float b : squares[db])
+        QCOMPARE(seg.alphaImage.pixel(27, 4), 0xFF000000u); // no longer hard-marked, but far from the object
+        QCOMPARE(seg.alphaImage.pixel(3, 4), 0xFFFFFFFFu);
+    }
+
+    void mattingCases()
+    {
+        // A band between an object (left) and background (right), with one unknown pixel whose
+        // colour equals a known pixel 8 columns away: the shrinking takes its label across the band.
+        // Without a band (a wall of background instead), the matte only softens the edges.
+        for (bool band : {true, false}) {
+            QImage img = halves(40, 9, qRgb(250, 250, 250), qRgb(0, 0, 0));
+            for (int x = 16; x < 24; ++x)
+                QPainter(&img).fillRect(x, 0, 1, 9, QColor(128 + x, 100, 100));
+            img.setPixel(20, 4, qRgb(0, 0, 0)); // same colour as the background at (28, 4)
+            VexaSegmentation seg, plain;
+            seg.load(img);
+            paintMarks(seg, QRect(0, 0, 2, 9), VexaSegmentation::ForegroundMark);
+            paintMarks(seg, QRect(38, 0, 2, 9), VexaSegmentation::BackgroundMark);
+            paintMarks(seg, QRect(16, 0, band ? 8 : 1, 9),
+                       band ? VexaSegmentation::BoundaryMark : VexaSegmentation::BackgroundMark);
+            plain.load(img);
+            plain.markImage = seg.markImage;
+            Recorder r;
+            VexaQuickSelect::matte(seg, r, running);
+            Reference::matte(plain);
+            compareSegmentations(seg, plain);
+            QCOMPARE(seg.alphaImage.pixel(0, 4), 0xFFFFFFFFu);  // marks keep 255
+            QCOMPARE(seg.alphaImage.pixel(39, 4), 0xFF000000u); // and 0
+            QCOMPARE(seg.alphaImage.pixel(8, 4), 0xFFFFFFFFu);  // far from any edge
+        }
+        // One foreground and one background sample: 255 * b / (f + b) of that single pair.
+        const QRgb white = qRgb(255, 255, 255), black = qRgb(0, 0, 0), grey = qRgb(200, 200, 200);
+        const float f = std::sqrt(3 * (200 / 255.0f - 1.0f) * (200 / 255.0f - 1.0f));
+        const float b = std::sqrt(3 * (200 / 255.0f) * (200 / 255.0f));
+        QCOMPARE(VexaQuickSelect::alphaFromSamples(grey, &white, 1, &black, 1), int(b / (f + b) * 255.0));
+        // A sample of exactly the pixel's colour: its weight is 1 and the others' 0 (the limit of
+        // 0/0), so the estimate is defined and follows the exact match.
+        QCOMPARE(VexaQuickSelect::alphaFromSamples(white, &white, 1, &black, 1), 255);
+        QCOMPARE(VexaQuickSelect::alphaFromSamples(black, &white, 1, &black, 1), 0);
+        QCOMPARE(VexaQuickSelect::alphaFromSamples(grey, &white, 1, nullptr, 0), 0); // no background sample
+    }
+
+    void nearColoursIsTheFloatTest()
+    {
+        // Every square the single-precision test can meet, per channel difference: a channel 3 or
+        // more apart fails on its own, and for the nearer ones every combination of the squares is
+        // tried against the whole-step predicate the shrinking uses.
+        std::map<int, std::set<float>> squares;
+        for (int a = 0; a < 256; ++a)
+            for (int b = 0; b < 256; ++b) {
+                const float d = float(a) / 255.0f - float(b) / 255.0f;
+                QVERIFY(std::abs(a - b) <= 2 || d * d >= 0.0001f);
+                squares[std::clamp(a - b, -3, 3)].insert(d * d);
+            }
+        for (int d = 0; d < 125; ++d) {
+            const int dr = d % 5 - 2, dg = d / 5 % 5 - 2, db = d / 25 - 2;
+            const bool near = VexaQuickSelect::detail::nearColours(qRgb(100 + dr, 100 + dg, 100 + db), qRgb(100, 100, 100));
+            for (const float r : squares[dr])
+                for (const float g : squares[dg])
+                    for (const float b : squares[db])
                         if ((r + g + b < 0.0001f) != near)
-                        QFAIL(qPrintable(QStringLiteral("differences %1 %2 %3").arg(dr).arg(dg).arg(db)));
-    }
-    QVERIFY(VexaQuickSelect::detail::nearColours(qRgb(10, 11, 12), qRgb(12, 10, 11)));  // 4 + 1 + 1
-    QVERIFY(!VexaQuickSelect::detail::nearColours(qRgb(10, 10, 10), qRgb(12, 12, 10))); // 4 + 4
-}
-
-void TestQuickSelect::noBandOnlySoftensEdges()
-{
-    VexaSegmentation seg;
-    seg.load(halves(16, 6, qRgb(200, 200, 200), qRgb(20, 20, 20)));
-    paintMarks(seg, QRect(0, 0, 2, 6), VexaSegmentation::ForegroundMark);
-    paintMarks(seg, QRect(8, 0, 1, 6), VexaSegmentation::BackgroundMark); // a wall the flood stops at
-    Recorder r;
-    VexaQuickSelect::matte(seg, r, running);
-    // Binary trimap, no unknown pixels: far from its edge the matte is 255 or 0.
-    QCOMPARE(seg.alphaImage.pixel(3, 3), 0xFFFFFFFFu);
-    QCOMPARE(seg.alphaImage.pixel(14, 3), 0xFF000000u);
-    QCOMPARE(seg.alphaImage.pixel(8, 3), 0xFF000000u);
-}
-
-void TestQuickSelect::emptyImage()
-{
-    VexaSegmentation seg;
-    seg.load(QImage());
-    Recorder r;
-    VexaQuickSelect::init(seg, r, running);
-    QVERIFY(!seg.graph);
-    QCOMPARE(seg.regionColors.size(), size_t(0));
-    QCOMPARE(r.log.last(), QStringLiteral("paint on"));
-    r.log.clear();
-    VexaQuickSelect::mark(seg, r, running);
-    QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0"}));
-    r.log.clear();
-    VexaQuickSelect::matte(seg, r, running);
-    QVERIFY(r.log.isEmpty());
-    // A mark step on a loaded image whose init never ran stops the same way.
-    VexaSegmentation fresh;
-    fresh.load(flat(5, 5, qRgb(1, 1, 1)));
-    VexaQuickSelect::mark(fresh, r, running);
-    QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0"}));
-}
-
-void TestQuickSelect::initReadsOtherFormats()
-{
-    // A working image is always 32-bit; one handed in directly in another format is read as its
-    // 32-bit conversion, never as words it does not have.
-    const QImage grey = photo("chelsea.png", 150).convertToFormat(QImage::Format_Grayscale8);
-    VexaSegmentation direct, converted;
-    direct.sourceImage = grey;
-    converted.sourceImage = grey.convertToFormat(QImage::Format_ARGB32);
-    Recorder r;
-    VexaQuickSelect::init(direct, r, running);
-    VexaQuickSelect::init(converted, r, running);
-    QVERIFY(converted.regionColors.size() > 1);
-    QCOMPARE(direct.regionMap, converted.regionMap);
-    QCOMPARE(direct.regionColors, converted.regionColors);
-    QCOMPARE(direct.regionSizes, converted.regionSizes);
-    QCOMPARE(edges(*direct.graph), edges(*converted.graph));
-}
-
-// A step that cannot go on (marks missing, images of another size) reports why and changes
-// nothing.
-void TestQuickSelect::stepsThatCannotRunChangeNothing_data()
-{
-    QTest::addColumn<bool>("matteStep");
-    QTest::addColumn<int>("marks"); // 1 object, 2 background, 3 both and a band
-    QTest::addColumn<QString>("image");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QString>("hint");
-    QTest::newRow("nothing marked") << false << 0 << "" << QSize() << "Please mark foreground objects.";
-    QTest::newRow("background only") << false << 2 << "" << QSize() << "Please mark foreground objects.";
-    QTest::newRow("foreground only") << false << 1 << "" << QSize() << "Please mark background regions.";
-    for (bool matteStep : {false, true}) {
-        const char* step = matteStep ? "matte" : "mark";
-        QTest::addRow("%s, marks narrower", step) << matteStep << 3 << "marks" << QSize(19, 10) << "";
-        QTest::addRow("%s, marks taller", step) << matteStep << 3 << "marks" << QSize(20, 40) << "";
-        QTest::addRow("%s, alpha smaller", step) << matteStep << 3 << "alpha" << QSize(4, 3) << "";
-        QTest::addRow("%s, alpha null", step) << matteStep << 3 << "alpha" << QSize() << "";
-        QTest::addRow("%s, result wider", step) << matteStep << 3 << "result" << QSize(64, 10) << "";
-    }
-}
-
-void TestQuickSelect::stepsThatCannotRunChangeNothing()
-{
-    QFETCH(bool, matteStep);
-    QFETCH(int, marks);
-    QFETCH(QString, image);
-    QFETCH(QSize, size);
-    QFETCH(QString, hint);
-    VexaSegmentation seg;
-    seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
-    Recorder r;
-    VexaQuickSelect::init(seg, r, running);
-    if (marks & 1)
-        paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
-    if (marks & 2)
-        paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
-    if (marks == 3)
-        paintMarks(seg, QRect(9, 0, 2, 10), VexaSegmentation::BoundaryMark);
-    if (!image.isEmpty()) {
-        QImage& target = image == "marks" ? seg.markImage : image == "alpha" ? seg.alphaImage : seg.resultImage;
-        target = size.isValid() ? flat(size.width(), size.height(), VexaSegmentation::ForegroundMark) : QImage();
-    }
-    const QImage markImage = seg.markImage, alpha = seg.alphaImage, result = seg.resultImage;
-    r.log.clear();
-    (matteStep ? VexaQuickSelect::matte : VexaQuickSelect::mark)(seg, r, running);
-    const QString text = matteStep ? "Alpha Extracting .." : "Marking..";
-    const QString done = matteStep ? "Alpha Extract done .. 0" : "Mark done 0";
-    if (hint.isEmpty())
-        QCOMPARE(r.log, QStringList({"paint off", text + " 0", done, "paint on"}));
-    else
-        QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0", "Marking.. 10", "Marking.. 20", "message " + hint, done, "paint on"}));
-    QCOMPARE(seg.markImage, markImage);
-    QCOMPARE(seg.alphaImage, alpha);
-    QCOMPARE(seg.resultImage, result);
-    QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
-    QCOMPARE(seg.graph->get_trcap(0), 0);
-}
-
-void TestQuickSelect::stepsOnSharedImages()
-{
-    // The window keeps shallow copies of the images for its view while a step writes them; the
-    // step's threads must not detach them concurrently, and the copies must not change.
-    VexaSegmentation shared, alone;
-    const QImage img = photo("chelsea.png", 400);
-    shared.load(img);
-    alone.load(img);
-    Recorder r;
-    VexaQuickSelect::init(shared, r, running);
-    VexaQuickSelect::init(alone, r, running);
-    scribble(shared);
-    scribble(alone);
-    for (auto step : {VexaQuickSelect::mark, VexaQuickSelect::mark, VexaQuickSelect::matte}) {
-        const QImage alpha = shared.alphaImage, result = shared.resultImage, marks = shared.markImage;
-        const QImage alphaBefore = alpha.copy(), resultBefore = result.copy(), marksBefore = marks.copy();
-        step(shared, r, running);
-        step(alone, r, running);
-        QCOMPARE(alpha, alphaBefore);
-        QCOMPARE(result, resultBefore);
-        QCOMPARE(marks, marksBefore);
-        compareSegmentations(shared, alone);
-    }
-}
-
-void TestQuickSelect::cancellation()
-{
-    // Cancelled before it starts: init stops at its first check and builds nothing.
-    VexaSegmentation seg;
-    seg.load(photo("coffee.png", 200));
-    Recorder r;
-    const std::atomic<bool> cancelled{true};
-    VexaQuickSelect::init(seg, r, cancelled);
-    QVERIFY(!seg.graph);
-    QVERIFY(!r.log.contains(QStringLiteral("paint on")));
-    // Cancelled while running on another thread: the worker's reporter holds the step at one
-    // of its reports until the test has raised the flag; the step must then stop within one
-    // stage, without its closing reports.
-    struct Case {
-        void (*step)(VexaSegmentation&, VexaQuickSelectReporter&, const std::atomic<bool>&);
-        QString holdAt;
-    };
-    const Case cases[] = {{VexaQuickSelect::init, QStringLiteral("Initializing .. 20")},
-                          {VexaQuickSelect::mark, QStringLiteral("Marking.. 80")},
-                          {VexaQuickSelect::matte, QStringLiteral("Alpha Extracting .. 40")}};
-    VexaSegmentation big;
-    big.load(photo("coffee.png", 600));
-    for (const Case& c : cases) {
-        if (c.step != VexaQuickSelect::init) {
-            VexaQuickSelect::init(big, r, running);
-            scribble(big);
+                            QFAIL(qPrintable(QStringLiteral("differences %1 %2 %3").arg(dr).arg(dg).arg(db)));
         }
-        std::atomic<bool> stop{false};
-        Holder holder(c.holdAt);
-        std::thread worker([&] { c.step(big, holder, stop); });
-        holder.reached.get_future().wait();
-        stop = true;
-        holder.release.set_value();
-        worker.join();
-        const QStringList log = holder.log;
-        QVERIFY2(log.contains(c.holdAt), qPrintable(log.join(", ")));
-        QVERIFY2(log.size() - log.indexOf(c.holdAt) <= 2, qPrintable(log.join(", ")));
-        QVERIFY2(!log.contains(QStringLiteral("paint on")), qPrintable(log.join(", ")));
+        QVERIFY(VexaQuickSelect::detail::nearColours(qRgb(10, 11, 12), qRgb(12, 10, 11)));  // 4 + 1 + 1
+        QVERIFY(!VexaQuickSelect::detail::nearColours(qRgb(10, 10, 10), qRgb(12, 12, 10))); // 4 + 4
     }
-}
+
+    void emptyImage()
+    {
+        VexaSegmentation seg;
+        seg.load(QImage());
+        Recorder r;
+        VexaQuickSelect::init(seg, r, running);
+        QVERIFY(!seg.graph && seg.regionColors.empty());
+        QCOMPARE(r.log.last(), QStringLiteral("paint on"));
+        r.log.clear();
+        VexaQuickSelect::matte(seg, r, running);
+        QVERIFY(r.log.isEmpty());
+        // A mark step on an empty image, or on a loaded one whose init never ran, stops at once.
+        VexaSegmentation fresh;
+        fresh.load(flat(5, 5, qRgb(1, 1, 1)));
+        for (VexaSegmentation* s : {&seg, &fresh}) {
+            VexaQuickSelect::mark(*s, r, running);
+            QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0"}));
+            r.log.clear();
+        }
+    }
+
+    // A step that cannot go on (marks missing, images of another size) reports why and changes
+    // nothing.
+    void stepsThatCannotRunChangeNothing_data()
+    {
+        QTest::addColumn<bool>("matteStep"); QTest::addColumn<int>("marks"); // 1 object, 2 background, 3 both and a band
+        QTest::addColumn<QString>("image"); QTest::addColumn<QSize>("size"); QTest::addColumn<QString>("hint");
+        QTest::newRow("nothing marked") << false << 0 << "" << QSize() << "Please mark foreground objects.";
+        QTest::newRow("background only") << false << 2 << "" << QSize() << "Please mark foreground objects.";
+        QTest::newRow("foreground only") << false << 1 << "" << QSize() << "Please mark background regions.";
+        for (bool matteStep : {false, true}) {
+            const char* step = matteStep ? "matte" : "mark";
+            QTest::addRow("%s, marks narrower", step) << matteStep << 3 << "marks" << QSize(19, 10) << "";
+            QTest::addRow("%s, marks taller", step) << matteStep << 3 << "marks" << QSize(20, 40) << "";
+            QTest::addRow("%s, alpha smaller", step) << matteStep << 3 << "alpha" << QSize(4, 3) << "";
+            QTest::addRow("%s, alpha null", step) << matteStep << 3 << "alpha" << QSize() << "";
+            QTest::addRow("%s, result wider", step) << matteStep << 3 << "result" << QSize(64, 10) << "";
+        }
+    }
+
+    void stepsThatCannotRunChangeNothing()
+    {
+        QFETCH(bool, matteStep); QFETCH(int, marks); QFETCH(QString, image); QFETCH(QSize, size); QFETCH(QString, hint);
+        VexaSegmentation seg;
+        seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
+        Recorder r;
+        VexaQuickSelect::init(seg, r, running);
+        if (marks & 1)
+            paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
+        if (marks & 2)
+            paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
+        if (marks == 3)
+            paintMarks(seg, QRect(9, 0, 2, 10), VexaSegmentation::BoundaryMark);
+        if (!image.isEmpty()) {
+            QImage& target = image == "marks" ? seg.markImage : image == "alpha" ? seg.alphaImage : seg.resultImage;
+            target = size.isValid() ? flat(size.width(), size.height(), VexaSegmentation::ForegroundMark) : QImage();
+        }
+        const QImage markImage = seg.markImage, alpha = seg.alphaImage, result = seg.resultImage;
+        r.log.clear();
+        (matteStep ? VexaQuickSelect::matte : VexaQuickSelect::mark)(seg, r, running);
+        const QString text = matteStep ? "Alpha Extracting .." : "Marking..";
+        const QString done = matteStep ? "Alpha Extract done .. 0" : "Mark done 0";
+        if (hint.isEmpty())
+            QCOMPARE(r.log, QStringList({"paint off", text + " 0", done, "paint on"}));
+        else
+            QCOMPARE(r.log, QStringList({"paint off", "Marking.. 0", "Marking.. 10", "Marking.. 20", "message " + hint, done,
+                                         "paint on"}));
+        QCOMPARE(seg.markImage, markImage);
+        QCOMPARE(seg.alphaImage, alpha);
+        QCOMPARE(seg.resultImage, result);
+        QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
+        QCOMPARE(seg.graph->get_trcap(0), 0);
+    }
+
+    void cancellation()
+    {
+        // Cancelled before it starts: init stops at its first check and builds nothing.
+        VexaSegmentation big;
+        big.load(photo("coffee.png", 600));
+        Recorder r;
+        const std::atomic<bool> cancelled{true};
+        VexaQuickSelect::init(big, r, cancelled);
+        QVERIFY(!big.graph && !r.log.contains(QStringLiteral("paint on")));
+        // Cancelled while running on another thread: the worker's reporter holds the step at one
+        // of its reports until the test has raised the flag; the step must then stop within one
+        // stage, without its closing reports.
+        const std::pair<Step, const char*> holds[] = {
+            {VexaQuickSelect::init, "Initializing .. 20"}, {VexaQuickSelect::mark, "Marking.. 80"},
+            {VexaQuickSelect::matte, "Alpha Extracting .. 40"}};
+        for (auto [step, holdAt] : holds) {
+            if (step != VexaQuickSelect::init) {
+                VexaQuickSelect::init(big, r, running);
+                scribble(big);
+            }
+            std::atomic<bool> stop{false};
+            Recorder holder;
+            holder.holdAt = QLatin1String(holdAt);
+            std::thread worker([&, step = step] { step(big, holder, stop); });
+            holder.reached.get_future().wait();
+            stop = true;
+            holder.release.set_value();
+            worker.join();
+            const QStringList& log = holder.log;
+            const bool stopped = log.contains(holder.holdAt) && log.size() - log.indexOf(holder.holdAt) <= 2;
+            QVERIFY2(stopped && !log.contains(QStringLiteral("paint on")), qPrintable(log.join(", ")));
+        }
+    }
+};
 
 QTEST_MAIN(TestQuickSelect)
 #include "tst_quickselect.moc"

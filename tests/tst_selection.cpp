@@ -7,6 +7,8 @@
 #include <QtTest>
 
 #include <array>
+#include <functional>
+#include <map>
 #include <memory>
 #include <random>
 #include <set>
@@ -15,44 +17,49 @@ Q_DECLARE_METATYPE(QRectF)
 
 namespace {
 
+VexaSelectionPath* path(VexaSelectionPath::Type type, std::initializer_list<QPointF> points)
+{
+    auto p = std::make_unique<VexaSelectionPath>();
+    p->setType(type);
+    for (QPointF pt : points)
+        p->addPoint(pt);
+    return p.release(); // adopted by the selection
+}
+
 // A rectangle path as the marquee builds it: its corners name the first and last pixels.
 VexaSelectionPath* cornerPath(QPointF a, QPointF b)
 {
-    auto path = std::make_unique<VexaSelectionPath>();
-    path->setType(VexaSelectionPath::Rectangle);
-    path->addPoint(a);
-    path->addPoint(QPointF(a.x(), b.y()));
-    path->addPoint(b);
-    path->addPoint(QPointF(b.x(), a.y()));
-    return path.release(); // adopted by the selection
+    return path(VexaSelectionPath::Rectangle, {a, QPointF(a.x(), b.y()), b, QPointF(b.x(), a.y())});
 }
 
 // The rectangle path that selects the pixels of `r`.
 VexaSelectionPath* rectPath(const QRectF& r)
 {
-    Q_ASSERT(r.width() >= 1 && r.height() >= 1);
     return cornerPath(r.topLeft(), r.bottomRight() - QPointF(1, 1));
 }
 
-// The mask's used bytes row by row, '#' for 255 and '.' for 0, numbers otherwise.
+int at(const VexaSelection& sel, int x, int y) { return sel.mask()[size_t(y) * size_t(sel.maskStride()) + size_t(x)]; }
+
+// The mask's used bytes row by row; checks on the way that the padding is zero.
 QByteArray bytes(const VexaSelection& sel)
 {
     QByteArray out;
     for (int y = 0; y < sel.height(); ++y)
-        for (int x = 0; x < sel.width(); ++x)
-            out.append(char(sel.mask()[size_t(y) * size_t(sel.maskStride()) + size_t(x)]));
+        for (int x = 0; x < sel.maskStride(); ++x)
+            if (x < sel.width())
+                out.append(char(at(sel, x, y)));
+            else if (at(sel, x, y) != 0)
+                return "padding";
     return out;
 }
 
+// '#' for 255 and '.' for 0; anything else separates rows for reading.
 QByteArray grid(const char* rows)
 {
     QByteArray out;
-    for (const char* p = rows; *p; ++p) {
-        if (*p == '#')
-            out.append(char(255));
-        else if (*p == '.')
-            out.append(char(0));
-    }
+    for (const char* p = rows; *p; ++p)
+        if (*p == '#' || *p == '.')
+            out.append(char(*p == '#' ? 255 : 0));
     return out;
 }
 
@@ -64,466 +71,317 @@ QByteArray values(std::initializer_list<int> v)
     return out;
 }
 
-bool paddingIsZero(const VexaSelection& sel)
-{
-    for (int y = 0; y < sel.height(); ++y)
-        for (int x = sel.width(); x < sel.maskStride(); ++x)
-            if (sel.mask()[size_t(y) * size_t(sel.maskStride()) + size_t(x)] != 0)
-                return false;
-    return true;
-}
-
 } // namespace
 
 class TestSelection : public QObject
 {
     Q_OBJECT
 private slots:
-    void combine_data();
-    void combine();
-    void featherIsClampedAndSymmetric();
-    void ellipseAndPolygonShapes();
-    void addMask_data();
-    void addMask();
-    void copyMaskHonoursStride();
-    void inverseAndClear();
-    void translation_data();
-    void translation();
-    void undoRedoRoundTrip();
-    void outlineMatchesPixelByPixel();
-    void rectangleCornersArePixels_data();
-    void rectangleCornersArePixels();
-    void pendingOffsetSettles_data();
-    void pendingOffsetSettles();
-    void gestureIsOneStep();
-    void pathSamplingIsEven();
-};
-
-void TestSelection::combine_data()
-{
-    QTest::addColumn<QSize>("canvas");
-    QTest::addColumn<QRectF>("first");
-    QTest::addColumn<QRectF>("second");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<float>("feather");
-    QTest::addColumn<QByteArray>("expected");
-
-    const QSize small(6, 4);
-    const QRectF a(1, 0, 3, 3), b(3, 1, 3, 3);
-    QTest::newRow("new replaces") << small << a << b << 0 << 0.0f
-                                  << grid("...... ...### ...### ...###");
-    QTest::newRow("add unites") << small << a << b << 1 << 0.0f
-                                << grid(".###.. .##### .##### ...###");
-    QTest::newRow("subtract removes") << small << a << b << 2 << 0.0f
-                                      << grid(".###.. .##... .##... ......");
-    QTest::newRow("intersect keeps common") << small << a << b << 3 << 0.0f
-                                            << grid("...... ...#.. ...#.. ......");
-    QTest::newRow("one pixel") << small << QRectF() << QRectF(0, 0, 1, 1) << 0 << 0.0f
-                               << grid("#..... ...... ...... ......");
-    // Shapes reaching past the canvas are cut at its edges.
-    QTest::newRow("clipped at canvas") << small << QRectF() << QRectF(-5, -5, 7, 6) << 0 << 0.0f
-                                       << grid("##.... ......  ...... ......");
-    QTest::newRow("one column") << small << a << QRectF(2, 0, 1, 4) << 0 << 0.0f
-                                << grid("..#... ..#... ..#... ..#...");
-
-    // Feathering an edge: a step across x = 8 on a 16 x 1 canvas, the shape running far past
-    // the canvas above, below and to the right, so only the left edge softens.
-    const QSize strip(16, 1);
-    const QRectF tall(8, -50, 40, 100);
-    QTest::newRow("feather 4") << strip << QRectF() << tall << 0 << 4.0f
-                               << values({0, 0, 0, 0, 6, 23, 57, 102, 153, 198, 232, 249, 255, 255, 255, 255});
-    QTest::newRow("feather 2") << strip << QRectF() << tall << 0 << 2.0f
-                               << values({0, 0, 0, 0, 0, 0, 0, 85, 170, 255, 255, 255, 255, 255, 255, 255});
-    QTest::newRow("feather below half a pixel is hard") << strip << QRectF() << tall << 0 << 0.4f
-                                                        << grid("........ ########");
-    // Softened area combines like any other: subtracting the feathered step from a full strip.
-    QTest::newRow("subtract feathered") << strip << QRectF(-10, -10, 40, 20) << tall << 2 << 4.0f
-                                        << values({255, 255, 255, 255, 249, 232, 198, 153, 102, 57, 23, 6, 0, 0, 0, 0});
-    QTest::newRow("intersect feathered") << strip << QRectF(0, -10, 10, 20) << tall << 3 << 4.0f
-                                         << values({0, 0, 0, 0, 6, 23, 57, 102, 153, 198, 0, 0, 0, 0, 0, 0});
-}
-
-void TestSelection::combine()
-{
-    QFETCH(QSize, canvas);
-    QFETCH(QRectF, first);
-    QFETCH(QRectF, second);
-    QFETCH(int, mode);
-    QFETCH(float, feather);
-    QFETCH(QByteArray, expected);
-
-    VexaSelection sel(canvas.width(), canvas.height());
-    if (!first.isNull()) {
-        sel.combineMode = 0;
-        sel.addPath(rectPath(first), 0);
+    void combine_data()
+    {
+        QTest::addColumn<QSize>("canvas"); QTest::addColumn<QRectF>("first"); QTest::addColumn<QRectF>("second");
+        QTest::addColumn<int>("mode"); QTest::addColumn<float>("feather"); QTest::addColumn<QByteArray>("expected");
+        const QSize small(6, 4);
+        const QRectF a(1, 0, 3, 3), b(3, 1, 3, 3);
+        QTest::newRow("new replaces") << small << a << b << 0 << 0.0f << grid("...... ...### ...### ...###");
+        QTest::newRow("add unites") << small << a << b << 1 << 0.0f << grid(".###.. .##### .##### ...###");
+        QTest::newRow("subtract removes") << small << a << b << 2 << 0.0f << grid(".###.. .##... .##... ......");
+        QTest::newRow("intersect keeps common") << small << a << b << 3 << 0.0f << grid("...... ...#.. ...#.. ......");
+        QTest::newRow("one pixel") << small << QRectF() << QRectF(0, 0, 1, 1) << 0 << 0.0f << grid("#..... ...... ...... ......");
+        // Shapes reaching past the canvas are cut at its edges.
+        QTest::newRow("clipped at canvas") << small << QRectF() << QRectF(-5, -5, 7, 6) << 0 << 0.0f
+                                           << grid("##.... ...... ...... ......");
+        QTest::newRow("one column") << small << a << QRectF(2, 0, 1, 4) << 0 << 0.0f << grid("..#... ..#... ..#... ..#...");
+        // Feathering an edge: a step across x = 8 on a 16 x 1 canvas, the shape running far past
+        // the canvas above, below and to the right, so only the left edge softens.
+        const QSize strip(16, 1);
+        const QRectF tall(8, -50, 40, 100);
+        QTest::newRow("feather 4") << strip << QRectF() << tall << 0 << 4.0f
+                                   << values({0, 0, 0, 0, 6, 23, 57, 102, 153, 198, 232, 249, 255, 255, 255, 255});
+        QTest::newRow("feather 2") << strip << QRectF() << tall << 0 << 2.0f
+                                   << values({0, 0, 0, 0, 0, 0, 0, 85, 170, 255, 255, 255, 255, 255, 255, 255});
+        QTest::newRow("feather below half a pixel is hard") << strip << QRectF() << tall << 0 << 0.4f
+                                                            << grid("........ ########");
+        // Softened area combines like any other: subtracting the feathered step from a full strip.
+        QTest::newRow("subtract feathered") << strip << QRectF(-10, -10, 40, 20) << tall << 2 << 4.0f
+                                            << values({255, 255, 255, 255, 249, 232, 198, 153, 102, 57, 23, 6, 0, 0, 0, 0});
+        QTest::newRow("intersect feathered") << strip << QRectF(0, -10, 10, 20) << tall << 3 << 4.0f
+                                             << values({0, 0, 0, 0, 6, 23, 57, 102, 153, 198, 0, 0, 0, 0, 0, 0});
     }
-    sel.combineMode = mode;
-    sel.addPath(rectPath(second), feather);
-    QCOMPARE(bytes(sel), expected);
-    QVERIFY(paddingIsZero(sel));
-}
 
-void TestSelection::featherIsClampedAndSymmetric()
-{
-    // Radii beyond 99 act as 99; a wide feather stays symmetric about the edge.
-    VexaSelection a(400, 1), b(400, 1);
-    a.addPath(rectPath(QRectF(200, -500, 1000, 1000)), 99.0f);
-    b.addPath(rectPath(QRectF(200, -500, 1000, 1000)), 250.0f);
-    QCOMPARE(bytes(a), bytes(b));
-    for (int k = 0; k < 60; ++k) {
-        const int left = uint8_t(a.mask()[199 - k]);
-        const int right = uint8_t(a.mask()[200 + k]);
-        QVERIFY2(qAbs(left + right - 255) <= 1, qPrintable(QString("k=%1: %2 + %3").arg(k).arg(left).arg(right)));
-        QVERIFY(right >= int(uint8_t(a.mask()[200 + k - 1])));
+    void combine()
+    {
+        QFETCH(QSize, canvas); QFETCH(QRectF, first); QFETCH(QRectF, second);
+        QFETCH(int, mode); QFETCH(float, feather); QFETCH(QByteArray, expected);
+        VexaSelection sel(canvas.width(), canvas.height());
+        if (!first.isNull())
+            sel.addPath(rectPath(first), 0);
+        sel.combineMode = mode;
+        sel.addPath(rectPath(second), feather);
+        QCOMPARE(bytes(sel), expected);
     }
-    QCOMPARE(int(a.mask()[0]), 0);
-}
 
-void TestSelection::ellipseAndPolygonShapes()
-{
-    VexaSelection sel(20, 20);
-    auto ellipse = std::make_unique<VexaSelectionPath>();
-    ellipse->setType(VexaSelectionPath::Ellipse);
-    // Corners given in either order describe the same box.
-    ellipse->addPoint(QPointF(18, 18));
-    ellipse->addPoint(QPointF(2, 2));
-    sel.addPath(ellipse.release(), 0);
-    QVERIFY(sel.mask()[10 * sel.maskStride() + 10] == 255 && sel.mask()[2 * sel.maskStride() + 2] == 0);
-    QCOMPARE(sel.boundingRect(), QRect(2, 2, 16, 16));
-    // Edge pixels of a curve are partly covered: anti-aliased.
-    bool soft = false;
-    for (int x = 0; x < 20 && !soft; ++x)
-        soft = sel.mask()[4 * sel.maskStride() + x] > 0 && sel.mask()[4 * sel.maskStride() + x] < 255;
-    QVERIFY(soft);
-
-    auto triangle = std::make_unique<VexaSelectionPath>();
-    triangle->setType(VexaSelectionPath::Polygon);
-    for (QPointF p : {QPointF(0, 0), QPointF(20, 0), QPointF(0, 20)})
-        triangle->addPoint(p);
-    sel.combineMode = 0;
-    sel.addPath(triangle.release(), 0);
-    QVERIFY(sel.mask()[1 * sel.maskStride() + 1] == 255 && sel.mask()[18 * sel.maskStride() + 18] == 0);
-
-    // Too few points for the type: the new area is empty, so New leaves nothing.
-    auto stub = std::make_unique<VexaSelectionPath>();
-    stub->setType(VexaSelectionPath::Polygon);
-    stub->addPoint(QPointF(1, 1));
-    stub->addPoint(QPointF(5, 5));
-    sel.addPath(stub.release(), 0);
-    QVERIFY(!sel.hasSelection());
-}
-
-void TestSelection::addMask_data()
-{
-    QTest::addColumn<int>("x");
-    QTest::addColumn<int>("y");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QByteArray>("expected");
-    // A 3 x 2 block of 255 on a 5 x 3 canvas that already has its first column selected.
-    QTest::newRow("inside, add") << 1 << 1 << 1 << grid("#.... ####. ####.");
-    QTest::newRow("inside, new") << 1 << 1 << 0 << grid("..... .###. .###.");
-    QTest::newRow("left and top clipped") << -2 << -1 << 1 << grid("#.... #.... #....");
-    QTest::newRow("right and bottom clipped") << 3 << 2 << 1 << grid("#.... #.... #..##");
-    QTest::newRow("fully outside, new") << 9 << 9 << 0 << grid("..... ..... .....");
-    QTest::newRow("intersect") << 0 << 1 << 3 << grid("..... #.... #....");
-    QTest::newRow("subtract") << 0 << 0 << 2 << grid("..... ..... #....");
-}
-
-void TestSelection::addMask()
-{
-    QFETCH(int, x);
-    QFETCH(int, y);
-    QFETCH(int, mode);
-    QFETCH(QByteArray, expected);
-    VexaSelection sel(5, 3);
-    sel.addPath(rectPath(QRectF(0, 0, 1, 3)), 0);
-    std::vector<unsigned char> block(6, 255);
-    sel.combineMode = mode;
-    sel.addMask(block.data(), 3, 2, x, y);
-    QCOMPARE(bytes(sel), expected);
-    QVERIFY(paddingIsZero(sel));
-}
-
-void TestSelection::copyMaskHonoursStride()
-{
-    VexaSelection sel(5, 2);
-    const int s = sel.maskStride();
-    std::vector<unsigned char> mask(size_t(s) * 2, 0);
-    for (int x = 0; x < 5; ++x) {
-        mask[size_t(x)] = uint8_t(x * 50);
-        mask[size_t(s + x)] = uint8_t(255 - x);
+    void featherIsClampedAndSymmetric()
+    {
+        // Radii beyond 99 act as 99; a wide feather stays symmetric about the edge.
+        VexaSelection a(400, 1), b(400, 1);
+        a.addPath(rectPath(QRectF(200, -500, 1000, 1000)), 99.0f);
+        b.addPath(rectPath(QRectF(200, -500, 1000, 1000)), 250.0f);
+        QCOMPARE(bytes(a), bytes(b));
+        for (int k = 0; k < 60; ++k) {
+            const int left = at(a, 199 - k, 0), right = at(a, 200 + k, 0);
+            QVERIFY2(qAbs(left + right - 255) <= 1, qPrintable(QString("k=%1: %2 + %3").arg(k).arg(left).arg(right)));
+            QVERIFY(right >= at(a, 199 + k, 0));
+        }
+        QCOMPARE(at(a, 0, 0), 0);
     }
-    // Bytes beyond the width must not leak into the selection.
-    for (int x = 5; x < s; ++x)
-        mask[size_t(x)] = mask[size_t(s + x)] = 0xAB;
-    sel.copyMask(mask.data());
-    QCOMPARE(bytes(sel), values({0, 50, 100, 150, 200, 255, 254, 253, 252, 251}));
-    QVERIFY(paddingIsZero(sel));
-}
 
-void TestSelection::inverseAndClear()
-{
-    VexaSelection sel(4, 1);
-    sel.addPath(rectPath(QRectF(1, 0, 2, 1)), 0);
-    sel.inverse();
-    QCOMPARE(bytes(sel), grid("#..#"));
-    QVERIFY(paddingIsZero(sel));
-    sel.clear();
-    // A write through the writable mask is seen, although the answer is cached otherwise.
-    QVERIFY(!sel.hasSelection());
-    sel.getMask()[2] = 7;
-    QVERIFY(sel.hasSelection());
-}
+    void ellipseAndPolygonShapes()
+    {
+        VexaSelection sel(20, 20);
+        sel.addPath(path(VexaSelectionPath::Ellipse, {QPointF(18, 18), QPointF(2, 2)}), 0); // corners in either order
+        QVERIFY(at(sel, 10, 10) == 255 && at(sel, 2, 2) == 0);
+        QCOMPARE(sel.boundingRect(), QRect(2, 2, 16, 16));
+        bool soft = false; // edge pixels of a curve are partly covered: anti-aliased
+        for (int x = 0; x < 20; ++x)
+            soft = soft || (at(sel, x, 4) > 0 && at(sel, x, 4) < 255);
+        QVERIFY(soft);
+        sel.addPath(path(VexaSelectionPath::Polygon, {QPointF(0, 0), QPointF(20, 0), QPointF(0, 20)}), 0);
+        QVERIFY(at(sel, 1, 1) == 255 && at(sel, 18, 18) == 0);
+        // Too few points for the type: the new area is empty, so New leaves nothing.
+        sel.addPath(path(VexaSelectionPath::Polygon, {QPointF(1, 1), QPointF(5, 5)}), 0);
+        QVERIFY(!sel.hasSelection());
+    }
 
-void TestSelection::translation_data()
-{
-    QTest::addColumn<QPointF>("offset");
-    QTest::addColumn<QByteArray>("expected");
-    // A 2 x 2 square at (1, 1) on a 5 x 4 canvas.
-    QTest::newRow("right down") << QPointF(2, 1) << grid("..... ..... ...## ...##");
-    QTest::newRow("partly off the left") << QPointF(-2, 0) << grid("..... #.... #.... .....");
-    QTest::newRow("off the canvas") << QPointF(0, 10) << grid("..... ..... ..... .....");
-    QTest::newRow("rounded to whole pixels") << QPointF(0.6, -0.4) << grid("..... ..##. ..##. .....");
-}
+    void addMask_data()
+    {
+        QTest::addColumn<int>("x"); QTest::addColumn<int>("y"); QTest::addColumn<int>("mode");
+        QTest::addColumn<QByteArray>("expected");
+        // A 3 x 2 block of 255 on a 5 x 3 canvas that already has its first column selected.
+        QTest::newRow("inside, add") << 1 << 1 << 1 << grid("#.... ####. ####.");
+        QTest::newRow("inside, new") << 1 << 1 << 0 << grid("..... .###. .###.");
+        QTest::newRow("left and top clipped") << -2 << -1 << 1 << grid("#.... #.... #....");
+        QTest::newRow("right and bottom clipped") << 3 << 2 << 1 << grid("#.... #.... #..##");
+        QTest::newRow("fully outside, new") << 9 << 9 << 0 << grid("..... ..... .....");
+        QTest::newRow("intersect") << 0 << 1 << 3 << grid("..... #.... #....");
+        QTest::newRow("subtract") << 0 << 0 << 2 << grid("..... ..... #....");
+    }
 
-void TestSelection::translation()
-{
-    QFETCH(QPointF, offset);
-    QFETCH(QByteArray, expected);
-    VexaSelection sel(5, 4);
-    sel.addPath(rectPath(QRectF(1, 1, 2, 2)), 0);
-    const QByteArray before = bytes(sel);
-    QSignalSpy moved(&sel, &VexaSelection::translationChanged);
-    sel.setTranslation(offset);
-    QCOMPARE(moved.count(), 1);
-    QCOMPARE(bytes(sel), before); // pending only: the mask is untouched until applied
-    sel.applyTranslation();
-    QCOMPARE(bytes(sel), expected);
-    QCOMPARE(sel.getTranslation(), QPointF());
-    QVERIFY(paddingIsZero(sel));
-}
+    void addMask()
+    {
+        QFETCH(int, x); QFETCH(int, y); QFETCH(int, mode); QFETCH(QByteArray, expected);
+        VexaSelection sel(5, 3);
+        sel.addPath(rectPath(QRectF(0, 0, 1, 3)), 0);
+        std::vector<unsigned char> block(6, 255);
+        sel.combineMode = mode;
+        sel.addMask(block.data(), 3, 2, x, y);
+        QCOMPARE(bytes(sel), expected);
+    }
 
-void TestSelection::undoRedoRoundTrip()
-{
-    VexaHistory history;
-    VexaSelection sel(6, 4);
-    sel.setHistory(&history);
-    sel.addPath(rectPath(QRectF(0, 0, 2, 2)), 0);
-    const QByteArray one = bytes(sel);
-    sel.combineMode = 1;
-    sel.addPath(rectPath(QRectF(3, 2, 2, 2)), 0);
-    const QByteArray two = bytes(sel);
-    sel.inverse();
-    const QByteArray three = bytes(sel);
-    QCOMPARE(history.count(), 3);
+    void copyMaskHonoursStride()
+    {
+        VexaSelection sel(5, 2);
+        const int s = sel.maskStride();
+        std::vector<unsigned char> mask(size_t(s) * 2, 0xAB); // bytes beyond the width must not leak in
+        for (int x = 0; x < 5; ++x) {
+            mask[size_t(x)] = uint8_t(x * 50);
+            mask[size_t(s + x)] = uint8_t(255 - x);
+        }
+        sel.copyMask(mask.data());
+        QCOMPARE(bytes(sel), values({0, 50, 100, 150, 200, 255, 254, 253, 252, 251}));
+        // A write through the writable mask is seen, although the answer is cached otherwise.
+        sel.clear();
+        QVERIFY(!sel.hasSelection());
+        sel.getMask()[2] = 7;
+        QVERIFY(sel.hasSelection());
+    }
 
-    // A change that changes nothing records nothing.
-    sel.combineMode = 1;
-    sel.addPath(rectPath(QRectF(2, 0, 1, 1)), 0);
-    QCOMPARE(history.count(), 3);
+    void translation_data()
+    {
+        QTest::addColumn<QPointF>("offset"); QTest::addColumn<QString>("change"); QTest::addColumn<QByteArray>("expected");
+        // A 2 x 2 square at (1, 1) on a 5 x 4 canvas, moved but pending: applied, or settled by a
+        // change, what the user sees is what each change builds on (commit) or replaces (drop).
+        QTest::newRow("right down") << QPointF(2, 1) << "apply" << grid("..... ..... ...## ...##");
+        QTest::newRow("partly off the left") << QPointF(-2, 0) << "apply" << grid("..... #.... #.... .....");
+        QTest::newRow("off the canvas") << QPointF(0, 10) << "apply" << grid("..... ..... ..... .....");
+        QTest::newRow("rounded to whole pixels") << QPointF(0.6, -0.4) << "apply" << grid("..... ..##. ..##. .....");
+        const QPointF right(2, 0);
+        QTest::newRow("select all drops") << right << "all" << grid("##### ##### ##### #####");
+        QTest::newRow("deselect drops") << right << "none" << grid("..... ..... ..... .....");
+        QTest::newRow("clear drops") << right << "clear" << grid("..... ..... ..... .....");
+        QTest::newRow("invert commits") << right << "invert" << grid("##### ###.. ###.. #####");
+        QTest::newRow("add commits") << right << "add" << grid("#.... ...## ...## .....");
+        QTest::newRow("new replaces") << right << "new" << grid("#.... ..... ..... .....");
+    }
 
-    history.undo();
-    QCOMPARE(bytes(sel), two);
-    history.undo();
-    QCOMPARE(bytes(sel), one);
-    history.undo();
-    QVERIFY(!sel.hasSelection());
-    QVERIFY(!history.canUndo());
-    for (int i = 0; i < 3; ++i)
+    void translation()
+    {
+        QFETCH(QPointF, offset); QFETCH(QString, change); QFETCH(QByteArray, expected);
+        VexaSelection sel(5, 4);
+        sel.addPath(rectPath(QRectF(1, 1, 2, 2)), 0);
+        const QByteArray before = bytes(sel);
+        QSignalSpy moved(&sel, &VexaSelection::translationChanged);
+        sel.setTranslation(offset);
+        QCOMPARE(moved.count(), 1);
+        QCOMPARE(bytes(sel), before); // pending only: the mask is untouched until applied
+        const std::map<QString, std::function<void()>> changes{
+            {"apply", [&] { sel.applyTranslation(); }}, {"all", [&] { sel.selectAll(); }}, {"none", [&] { sel.deselect(); }},
+            {"clear", [&] { sel.clear(); }}, {"invert", [&] { sel.inverse(); }},
+            {"new", [&] { sel.addPath(rectPath(QRectF(0, 0, 1, 1)), 0); }},
+            {"add", [&] { sel.combineMode = 1; sel.addPath(rectPath(QRectF(0, 0, 1, 1)), 0); }}};
+        changes.at(change)();
+        QCOMPARE(bytes(sel), expected);
+        QCOMPARE(sel.getTranslation(), QPointF()); // the outline is drawn where the mask is
+        QCOMPARE(moved.count(), 2);
+    }
+
+    void undoAndGestures()
+    {
+        VexaHistory history;
+        VexaSelection sel(6, 4);
+        sel.setHistory(&history);
+        // Undo or redo, then the mask must read `state`.
+        auto go = [&](void (VexaHistory::*move)(), const QByteArray& state) {
+            (history.*move)();
+            QCOMPARE(bytes(sel), state);
+        };
+        sel.addPath(rectPath(QRectF(0, 0, 2, 2)), 0);
+        const QByteArray one = bytes(sel);
+        sel.combineMode = 1;
+        sel.addPath(rectPath(QRectF(3, 2, 2, 2)), 0);
+        const QByteArray two = bytes(sel);
+        sel.inverse();
+        const QByteArray three = bytes(sel);
+        sel.addPath(rectPath(QRectF(2, 0, 1, 1)), 0); // a change that changes nothing records nothing
+        QCOMPARE(history.count(), 3);
+        go(&VexaHistory::undo, two);
+        go(&VexaHistory::undo, one);
+        go(&VexaHistory::undo, QByteArray(24, 0));
+        QVERIFY(!history.canUndo());
         history.redo();
-    QCOMPARE(bytes(sel), three);
-
-    // A new change after undo drops what could be redone.
-    history.undo();
-    sel.clear();
-    QVERIFY(!history.canRedo());
-    QCOMPARE(history.count(), 3);
-    history.undo();
-    QCOMPARE(bytes(sel), two);
-}
-
-void TestSelection::outlineMatchesPixelByPixel()
-{
-    // The outline, cut into unit edges, is exactly the set of pixel edges between a selected
-    // and an unselected pixel (outside the canvas counts as unselected), on seeded random masks
-    // with repeated rows (the outline skips those) and soft bytes around 128. Runs along a row
-    // or column merge: an L shape has six edges, twelve pixels long.
-    const uint8_t ell[] = {255, 0, 0, 255, 0, 0, 255, 255, 255};
-    const std::vector<float> six = VexaMaskOps::outline(ell, 3, 3, 3);
-    QCOMPARE(six.size(), size_t(6 * 4));
-    float length = 0;
-    for (size_t i = 0; i < six.size(); i += 4)
-        length += qAbs(six[i + 2] - six[i]) + qAbs(six[i + 3] - six[i + 1]);
-    QCOMPARE(length, 12.0f);
-    std::mt19937 random(7);
-    for (int round = 0; round < 40; ++round) {
-        const int w = 1 + int(random() % 23), h = 1 + int(random() % 17), stride = w + 3;
-        std::vector<uint8_t> mask(size_t(stride) * size_t(h), 0xAB); // padding must be ignored
-        for (int y = 0; y < h; ++y) {
-            uint8_t* row = mask.data() + size_t(y) * size_t(stride);
-            if (y > 0 && random() % 3 == 0) {
-                std::copy(row - stride, row - stride + w, row);
-                continue;
-            }
-            for (int x = 0; x < w; ++x)
-                row[x] = uint8_t(random() % 3 == 0 ? 126 + random() % 4 : (random() % 2) * 255);
-        }
-        auto in = [&](int x, int y) { return x >= 0 && y >= 0 && x < w && y < h && mask[size_t(y) * size_t(stride) + size_t(x)] >= 128; };
-        std::set<std::array<int, 4>> expected, got;
-        for (int y = 0; y <= h; ++y)
-            for (int x = 0; x <= w; ++x) {
-                if (x < w && in(x, y - 1) != in(x, y))
-                    expected.insert({x, y, x + 1, y});
-                if (y < h && in(x - 1, y) != in(x, y))
-                    expected.insert({x, y, x, y + 1});
-            }
-        const std::vector<float> segs = VexaMaskOps::outline(mask.data(), w, h, stride);
-        for (size_t i = 0; i < segs.size(); i += 4) {
-            const int x0 = int(segs[i]), y0 = int(segs[i + 1]), x1 = int(segs[i + 2]), y1 = int(segs[i + 3]);
-            QVERIFY(x0 == x1 || y0 == y1);
-            for (int x = x0; x < x1; ++x)
-                QVERIFY(got.insert({x, y0, x + 1, y0}).second); // no edge twice
-            for (int y = y0; y < y1; ++y)
-                QVERIFY(got.insert({x0, y, x0, y + 1}).second);
-        }
-        QCOMPARE(got, expected);
+        history.redo();
+        go(&VexaHistory::redo, three);
+        // A new change after undo drops what could be redone.
+        history.undo();
+        sel.clear();
+        QVERIFY(!history.canRedo());
+        QCOMPARE(history.count(), 3);
+        go(&VexaHistory::undo, two);
+        // A new shape over a selection: the deselect at the press and the shape are one step.
+        history.beginGesture();
+        sel.deselect();
+        sel.addPath(rectPath(QRectF(1, 1, 2, 2)), 0);
+        history.endGesture();
+        const QByteArray four = bytes(sel);
+        QCOMPARE(history.count(), 3);
+        go(&VexaHistory::undo, two);
+        go(&VexaHistory::redo, four);
+        // A gesture that changes nothing leaves no step; one left open ends at the next undo.
+        history.beginGesture();
+        history.endGesture();
+        QCOMPARE(history.count(), 3);
+        history.beginGesture();
+        sel.clear();
+        sel.selectAll();
+        go(&VexaHistory::undo, four);
+        QCOMPARE(history.count(), 4);
     }
-}
 
-void TestSelection::pathSamplingIsEven()
-{
-    VexaSelectionPath path;
-    path.setType(VexaSelectionPath::Polygon);
-    path.addPoint(QPointF(0, 0));
-    path.addPoint(QPointF(1, 0));
-    path.addPoint(QPointF(23, 0));
-    path.addPoint(QPointF(23, 7));
-    path.doPathSampling(5.0f);
-    const auto& pts = path.points();
-    QCOMPARE(pts.first(), QPointF(0, 0));
-    QCOMPARE(pts.last(), QPointF(23, 7));
-    // 30 pixels of stroke: a point every 5, plus the end.
-    QCOMPARE(pts.size(), qsizetype(7));
-    QCOMPARE(pts[4], QPointF(20, 0));
-    QCOMPARE(pts[5], QPointF(23, 2));
-    VexaSelectionPath copy(&path, nullptr);
-    QCOMPARE(copy.points(), path.points());
-    copy.deleteFront();
-    QCOMPARE(copy.getPointNumber(), 6);
-}
+    void outlineMatchesPixelByPixel()
+    {
+        // The outline, cut into unit edges, is exactly the set of pixel edges between a selected
+        // and an unselected pixel (outside the canvas counts as unselected), on seeded random masks
+        // with repeated rows (the outline skips those) and soft bytes around 128. Runs along a row
+        // or column merge: an L shape has six edges, twelve pixels long.
+        const uint8_t ell[] = {255, 0, 0, 255, 0, 0, 255, 255, 255};
+        const std::vector<float> six = VexaMaskOps::outline(ell, 3, 3, 3);
+        QCOMPARE(six.size(), size_t(6 * 4));
+        float length = 0;
+        for (size_t i = 0; i < six.size(); i += 4)
+            length += qAbs(six[i + 2] - six[i]) + qAbs(six[i + 3] - six[i + 1]);
+        QCOMPARE(length, 12.0f);
+        std::mt19937 random(7);
+        for (int round = 0; round < 40; ++round) {
+            const int w = 1 + int(random() % 23), h = 1 + int(random() % 17), stride = w + 3;
+            std::vector<uint8_t> mask(size_t(stride) * size_t(h), 0xAB); // padding must be ignored
+            for (int y = 0; y < h; ++y) {
+                uint8_t* row = mask.data() + size_t(y) * size_t(stride);
+                const bool repeat = y > 0 && random() % 3 == 0;
+                for (int x = 0; x < w; ++x)
+                    row[x] = repeat ? row[x - stride] : uint8_t(random() % 3 == 0 ? 126 + random() % 4 : (random() % 2) * 255);
+            }
+            auto in = [&](int x, int y) {
+                return x >= 0 && y >= 0 && x < w && y < h && mask[size_t(y) * size_t(stride) + size_t(x)] >= 128;
+            };
+            std::set<std::array<int, 4>> expected, got;
+            for (int y = 0; y <= h; ++y)
+                for (int x = 0; x <= w; ++x) {
+                    if (x < w && in(x, y - 1) != in(x, y))
+                        expected.insert({x, y, x + 1, y});
+                    if (y < h && in(x - 1, y) != in(x, y))
+                        expected.insert({x, y, x, y + 1});
+                }
+            const std::vector<float> segs = VexaMaskOps::outline(mask.data(), w, h, stride);
+            for (size_t i = 0; i < segs.size(); i += 4) {
+                const int x0 = int(segs[i]), y0 = int(segs[i + 1]), x1 = int(segs[i + 2]), y1 = int(segs[i + 3]);
+                QVERIFY(x0 == x1 || y0 == y1);
+                for (int x = x0; x < x1; ++x)
+                    QVERIFY(got.insert({x, y0, x + 1, y0}).second); // no edge twice
+                for (int y = y0; y < y1; ++y)
+                    QVERIFY(got.insert({x0, y, x0, y + 1}).second);
+            }
+            QCOMPARE(got, expected);
+        }
+    }
 
-void TestSelection::rectangleCornersArePixels_data()
-{
-    QTest::addColumn<QPointF>("a");
-    QTest::addColumn<QPointF>("b");
-    QTest::addColumn<float>("feather");
-    QTest::addColumn<QRect>("expected");
-    // A 40 x 30 canvas. The corners name the first and the last pixel, as the panel counts.
-    QTest::newRow("10 to 19 is 10 wide") << QPointF(10, 10) << QPointF(19, 19) << 0.0f << QRect(10, 10, 10, 10);
-    QTest::newRow("any drawing order") << QPointF(19, 19) << QPointF(10, 10) << 0.0f << QRect(10, 10, 10, 10);
-    QTest::newRow("fractions name their pixel") << QPointF(10.5, 10.25) << QPointF(19.75, 19.99) << 0.0f
-                                                << QRect(10, 10, 10, 10);
-    QTest::newRow("one corner, one pixel") << QPointF(3, 4) << QPointF(3, 4) << 0.0f << QRect(3, 4, 1, 1);
-    QTest::newRow("last column and row") << QPointF(35, 25) << QPointF(39, 29) << 0.0f << QRect(35, 25, 5, 5);
-    QTest::newRow("clamped drag end at the canvas size") << QPointF(35, 25) << QPointF(40, 30) << 0.0f
-                                                         << QRect(35, 25, 5, 5);
-    // Feathered, the half-level contour runs along the same pixel edges (the corners round off).
-    QTest::newRow("feather 4") << QPointF(10, 8) << QPointF(29, 21) << 4.0f << QRect(10, 8, 20, 14);
-    QTest::newRow("feather 1.5") << QPointF(5, 5) << QPointF(14, 9) << 1.5f << QRect(5, 5, 10, 5);
-}
+    void pathSamplingIsEven()
+    {
+        VexaSelectionPath p;
+        p.setType(VexaSelectionPath::Polygon);
+        for (QPointF pt : {QPointF(0, 0), QPointF(1, 0), QPointF(23, 0), QPointF(23, 7)})
+            p.addPoint(pt);
+        p.doPathSampling(5.0f);
+        // 30 pixels of stroke: a point every 5, plus the end.
+        QCOMPARE(p.points(), QList<QPointF>({{0, 0}, {5, 0}, {10, 0}, {15, 0}, {20, 0}, {23, 2}, {23, 7}}));
+        VexaSelectionPath copy(&p, nullptr);
+        QCOMPARE(copy.points(), p.points());
+        copy.deleteFront();
+        QCOMPARE(copy.getPointNumber(), 6);
+    }
 
-void TestSelection::rectangleCornersArePixels()
-{
-    QFETCH(QPointF, a);
-    QFETCH(QPointF, b);
-    QFETCH(float, feather);
-    QFETCH(QRect, expected);
-    VexaSelection sel(40, 30);
-    sel.addPath(cornerPath(a, b), feather);
-    auto at = [&](int x, int y) { return int(sel.mask()[size_t(y) * size_t(sel.maskStride()) + size_t(x)]); };
-    if (feather == 0.0f) {
-        QCOMPARE(sel.boundingRect(), expected);
+    void rectangleCornersArePixels_data()
+    {
+        QTest::addColumn<QPointF>("a"); QTest::addColumn<QPointF>("b"); QTest::addColumn<float>("feather");
+        QTest::addColumn<QRect>("expected");
+        // A 40 x 30 canvas. The corners name the first and the last pixel, as the panel counts.
+        QTest::newRow("10 to 19 is 10 wide") << QPointF(10, 10) << QPointF(19, 19) << 0.0f << QRect(10, 10, 10, 10);
+        QTest::newRow("any drawing order") << QPointF(19, 19) << QPointF(10, 10) << 0.0f << QRect(10, 10, 10, 10);
+        QTest::newRow("fractions name their pixel") << QPointF(10.5, 10.25) << QPointF(19.75, 19.99) << 0.0f
+                                                    << QRect(10, 10, 10, 10);
+        QTest::newRow("one corner, one pixel") << QPointF(3, 4) << QPointF(3, 4) << 0.0f << QRect(3, 4, 1, 1);
+        QTest::newRow("last column and row") << QPointF(35, 25) << QPointF(39, 29) << 0.0f << QRect(35, 25, 5, 5);
+        QTest::newRow("clamped drag end at the canvas size") << QPointF(35, 25) << QPointF(40, 30) << 0.0f << QRect(35, 25, 5, 5);
+        // Feathered, the half-level contour runs along the same pixel edges (the corners round off).
+        QTest::newRow("feather 4") << QPointF(10, 8) << QPointF(29, 21) << 4.0f << QRect(10, 8, 20, 14);
+        QTest::newRow("feather 1.5") << QPointF(5, 5) << QPointF(14, 9) << 1.5f << QRect(5, 5, 10, 5);
+    }
+
+    void rectangleCornersArePixels()
+    {
+        QFETCH(QPointF, a); QFETCH(QPointF, b); QFETCH(float, feather); QFETCH(QRect, expected);
+        VexaSelection sel(40, 30);
+        sel.addPath(cornerPath(a, b), feather);
+        // Hard: exactly the expected pixels. Feathered: selected (>= 128) exactly within the
+        // expected edges along the middle row and column.
+        const QPoint mid = expected.center();
         for (int y = 0; y < 30; ++y)
             for (int x = 0; x < 40; ++x)
-                QCOMPARE(at(x, y), expected.contains(x, y) ? 255 : 0);
-        return;
+                if (feather == 0.0f)
+                    QCOMPARE(at(sel, x, y), expected.contains(x, y) ? 255 : 0);
+                else if (x == mid.x() || y == mid.y())
+                    QVERIFY2((at(sel, x, y) >= 128) == expected.contains(x, y), qPrintable(QString("%1, %2").arg(x).arg(y)));
     }
-    // Along the middle row and column, selected (>= 128) exactly within the expected edges.
-    const QPoint mid = expected.center();
-    for (int x = 0; x < 40; ++x)
-        QVERIFY2((at(x, mid.y()) >= 128) == (x >= expected.left() && x <= expected.right()), qPrintable(QString::number(x)));
-    for (int y = 0; y < 30; ++y)
-        QVERIFY2((at(mid.x(), y) >= 128) == (y >= expected.top() && y <= expected.bottom()), qPrintable(QString::number(y)));
-}
-
-void TestSelection::pendingOffsetSettles_data()
-{
-    QTest::addColumn<QString>("change");
-    QTest::addColumn<QByteArray>("expected");
-    // The square at (1, 1) of a 5 x 3 canvas, pending 2 to the right: what the user sees is
-    // what each change builds on (commit) or what it replaces (drop).
-    QTest::newRow("select all drops") << "all" << grid("##### ##### #####");
-    QTest::newRow("deselect drops") << "none" << grid("..... ..... .....");
-    QTest::newRow("clear drops") << "clear" << grid("..... ..... .....");
-    QTest::newRow("invert commits") << "invert" << grid("##### ###.# #####");
-    QTest::newRow("add commits") << "add" << grid("#.... ...#. .....");
-    QTest::newRow("new replaces") << "new" << grid("#.... ..... .....");
-}
-
-void TestSelection::pendingOffsetSettles()
-{
-    QFETCH(QString, change);
-    QFETCH(QByteArray, expected);
-    VexaSelection sel(5, 3);
-    sel.addPath(rectPath(QRectF(1, 1, 1, 1)), 0);
-    sel.setTranslation(QPointF(2, 0));
-    QSignalSpy moved(&sel, &VexaSelection::translationChanged);
-    if (change == "all")
-        sel.selectAll();
-    else if (change == "none")
-        sel.deselect();
-    else if (change == "clear")
-        sel.clear();
-    else if (change == "invert")
-        sel.inverse();
-    else {
-        sel.combineMode = change == "add" ? 1 : 0;
-        sel.addPath(rectPath(QRectF(0, 0, 1, 1)), 0);
-    }
-    QCOMPARE(bytes(sel), expected);
-    QCOMPARE(sel.getTranslation(), QPointF()); // the outline is drawn where the mask is
-    QCOMPARE(moved.count(), 1);
-}
-
-void TestSelection::gestureIsOneStep()
-{
-    VexaHistory history;
-    VexaSelection sel(6, 4);
-    sel.setHistory(&history);
-    sel.addPath(rectPath(QRectF(0, 0, 2, 2)), 0);
-    const QByteArray first = bytes(sel);
-    // A new shape over a selection: the deselect at the press and the shape are one step.
-    history.beginGesture();
-    sel.deselect();
-    sel.addPath(rectPath(QRectF(3, 2, 2, 2)), 0);
-    history.endGesture();
-    const QByteArray second = bytes(sel);
-    QCOMPARE(history.count(), 2);
-    history.undo();
-    QCOMPARE(bytes(sel), first);
-    history.redo();
-    QCOMPARE(bytes(sel), second);
-    // A gesture that changes nothing leaves no step; one left open ends at the next undo.
-    history.beginGesture();
-    history.endGesture();
-    QCOMPARE(history.count(), 2);
-    history.beginGesture();
-    sel.clear();
-    sel.selectAll();
-    history.undo();
-    QCOMPARE(history.count(), 3);
-    QCOMPARE(bytes(sel), second);
-}
+};
 
 QTEST_MAIN(TestSelection)
 #include "tst_selection.moc"

@@ -25,11 +25,13 @@
 
 namespace {
 
+const QStringList modes{"newBtn", "addBtn", "substractBtn", "intersectBtn"};
+
 QString checkedMode(QWidget* panel)
 {
-    for (const char* name : {"newBtn", "addBtn", "substractBtn", "intersectBtn"})
-        if (panel->findChild<QPushButton*>(QLatin1String(name))->isChecked())
-            return QLatin1String(name);
+    for (const QString& name : modes)
+        if (panel->findChild<QPushButton*>(name)->isChecked())
+            return name;
     return QString();
 }
 
@@ -49,6 +51,16 @@ void sendKey(IVexaTool& tool, QEvent::Type type, int key)
     tool.event(&e);
 }
 
+// Whether the pixels selected (>= 128) along the middle row and column of `r` are exactly r's.
+void checkSoftEdges(const VexaToolFixture& f, const QRect& r)
+{
+    const QPoint mid = r.center();
+    for (int x = 0; x < f.selection()->width(); ++x)
+        QVERIFY2((f.at(x, mid.y()) >= 128) == (x >= r.left() && x <= r.right()), qPrintable(QString::number(x)));
+    for (int y = 0; y < f.selection()->height(); ++y)
+        QVERIFY2((f.at(mid.x(), y) >= 128) == (y >= r.top() && y <= r.bottom()), qPrintable(QString::number(y)));
+}
+
 } // namespace
 
 class TestTools : public QObject
@@ -57,11 +69,8 @@ class TestTools : public QObject
 private slots:
     void modeFollowsModifiers_data()
     {
-        QTest::addColumn<QString>("clicked");
-        QTest::addColumn<int>("modifiers");
-        QTest::addColumn<bool>("byKey");
-        QTest::addColumn<bool>("rightDrag");
-        QTest::addColumn<QString>("checked");
+        QTest::addColumn<QString>("clicked"); QTest::addColumn<int>("modifiers"); QTest::addColumn<bool>("byKey");
+        QTest::addColumn<bool>("rightDrag"); QTest::addColumn<QString>("checked");
         const int ctrl = Qt::ControlModifier, alt = Qt::AltModifier, shift = Qt::ShiftModifier;
         QTest::newRow("clicked add") << "addBtn" << 0 << false << false << "addBtn";
         QTest::newRow("control adds") << "newBtn" << ctrl << false << false << "addBtn";
@@ -75,12 +84,7 @@ private slots:
     }
     void modeFollowsModifiers()
     {
-        QFETCH(QString, clicked);
-        QFETCH(int, modifiers);
-        QFETCH(bool, byKey);
-        QFETCH(bool, rightDrag);
-        QFETCH(QString, checked);
-        const QStringList modes{"newBtn", "addBtn", "substractBtn", "intersectBtn"};
+        QFETCH(QString, clicked); QFETCH(int, modifiers); QFETCH(bool, byKey); QFETCH(bool, rightDrag); QFETCH(QString, checked);
         ToolFixture<VexaToolEllipseSelect> f(QSize(20, 20), 1.0f);
         button(f.tool, clicked)->click();
         QVERIFY(!button(f.tool, clicked)->icon().isNull());
@@ -106,44 +110,20 @@ private slots:
         f.tool.setMode(7); // out of range: the buttons keep what they show
         f.tool.getOptionsWidget()->updateButtons();
         QCOMPARE(checkedMode(f.tool.getWidget()), clicked);
-        QCOMPARE(f.tool.getClickedMode(), clickedMode);
-    }
-
-    void featherIsClamped_data()
-    {
-        QTest::addColumn<double>("typed");
-        QTest::addColumn<float>("radius");
-        QTest::newRow("in range") << 12.5 << 12.5f;
-        QTest::newRow("99.9") << 99.9 << 99.0f;
-        QTest::newRow("negative") << -3.0 << 0.0f;
-    }
-    void featherIsClamped()
-    {
-        QFETCH(double, typed);
-        QFETCH(float, radius);
-        VexaToolLasso tool;
-        QVERIFY(QMetaObject::invokeMethod(tool.getWidget(), "on_featherSpin_valueChanged", Q_ARG(double, typed)));
-        QCOMPARE(tool.getFeatherRadius(), radius);
     }
 
     void selectionDrag_data()
     {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<int>("by");
-        QTest::addColumn<QString>("mode");
+        QTest::addColumn<float>("scale"); QTest::addColumn<int>("by"); QTest::addColumn<QString>("mode");
         QTest::addColumn<QRect>("expected");
         // The selection is the square (4, 4) to (9, 9); the drag starts over canvas pixel (6, 6).
         QTest::newRow("scale 0.5: 7 px is 3 (3.5 truncated)") << 0.5f << 7 << "newBtn" << QRect(7, 7, 6, 6);
-        QTest::newRow("scale 1") << 1.0f << 5 << "newBtn" << QRect(9, 9, 6, 6);
         QTest::newRow("scale 2") << 2.0f << 3 << "newBtn" << QRect(10, 10, 6, 6);
         QTest::newRow("add mode draws instead") << 1.0f << 5 << "addBtn" << QRect(4, 4, 8, 8);
     }
     void selectionDrag()
     {
-        QFETCH(float, scale);
-        QFETCH(int, by);
-        QFETCH(QString, mode);
-        QFETCH(QRect, expected);
+        QFETCH(float, scale); QFETCH(int, by); QFETCH(QString, mode); QFETCH(QRect, expected);
         ToolFixture<VexaToolRectangularMarquee> f(QSize(40, 40), scale);
         button(f.tool, mode)->click();
         f.selectRect(QRect(4, 4, 6, 6));
@@ -153,36 +133,10 @@ private slots:
         QCOMPARE(f.selection()->getTranslation(), QPointF());
     }
 
-    void canvasEdgeIsOutside_data()
-    {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<int>("x");
-        QTest::addColumn<bool>("inside");
-        QTest::newRow("last column") << 1.0f << 9 << true;
-        QTest::newRow("right edge") << 1.0f << 10 << false;
-        QTest::newRow("half scale, 9") << 0.5f << 18 << true;
-        QTest::newRow("half scale, 9.5 rounds to the edge") << 0.5f << 19 << false;
-    }
-    void canvasEdgeIsOutside()
-    {
-        QFETCH(float, scale);
-        QFETCH(int, x);
-        QFETCH(bool, inside);
-        ToolFixture<VexaToolEllipseSelect> f(QSize(10, 10), scale);
-        f.selection()->selectAll();
-        f.move(x, 2);
-        QCOMPARE(f.tool.isInSelection(x, 2), inside);
-        QCOMPARE(f.canvas->cursor().shape(), inside ? Qt::OpenHandCursor : Qt::CrossCursor);
-    }
-
     void rectangleDrags_data()
     {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<QPoint>("from");
-        QTest::addColumn<QPoint>("to");
-        QTest::addColumn<bool>("shift");
-        QTest::addColumn<float>("feather");
-        QTest::addColumn<QRect>("expected");
+        QTest::addColumn<float>("scale"); QTest::addColumn<QPoint>("from"); QTest::addColumn<QPoint>("to");
+        QTest::addColumn<bool>("shift"); QTest::addColumn<float>("feather"); QTest::addColumn<QRect>("expected");
         // A 400 x 300 document; no drag (from == to) types `expected` into the panel instead.
         // Whatever the panel shows at the end is what is selected.
         const QPoint none;
@@ -190,7 +144,8 @@ private slots:
         QTest::newRow("drag, scale 1") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << false << 0.0f << QRect(10, 10, 21, 7);
         QTest::newRow("drag, scale 2") << 2.0f << QPoint(5, 5) << QPoint(15, 8) << false << 0.0f << QRect(10, 10, 21, 7);
         QTest::newRow("drag, scale 0.5") << 0.5f << QPoint(21, 21) << QPoint(61, 33) << false << 0.0f << QRect(10, 10, 21, 7);
-        QTest::newRow("drag, scale 0.5, odd") << 0.5f << QPoint(20, 20) << QPoint(61, 35) << false << 0.0f << QRect(10, 10, 21, 8);
+        QTest::newRow("drag, scale 0.5, odd") << 0.5f << QPoint(20, 20) << QPoint(61, 35) << false << 0.0f
+                                              << QRect(10, 10, 21, 8);
         QTest::newRow("shift: square") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << true << 0.0f << QRect(10, 10, 21, 21);
         QTest::newRow("shift: square up and left") << 1.0f << QPoint(30, 30) << QPoint(10, 24) << true << 0.0f
                                                    << QRect(10, 10, 21, 21);
@@ -202,18 +157,12 @@ private slots:
     }
     void rectangleDrags()
     {
-        QFETCH(float, scale);
-        QFETCH(QPoint, from);
-        QFETCH(QPoint, to);
-        QFETCH(bool, shift);
-        QFETCH(float, feather);
+        QFETCH(float, scale); QFETCH(QPoint, from); QFETCH(QPoint, to); QFETCH(bool, shift); QFETCH(float, feather);
         QFETCH(QRect, expected);
         ToolFixture<VexaToolRectangularMarquee> f(QSize(400, 300), scale);
         f.tool.setFeatherRadius(feather);
         if (from == to) {
-            for (auto [name, value] : {std::pair{"startXEdit", expected.x()}, std::pair{"startYEdit", expected.y()},
-                                       std::pair{"widthEdit", expected.width()}, std::pair{"heightEdit", expected.height()}})
-                edit(f.tool, name)->setText(QString::number(value));
+            f.tool.getRegionWidget()->setRegion(expected.x(), expected.y(), expected.right(), expected.bottom());
             button(f.tool, QStringLiteral("okBtn"))->click();
         } else {
             f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
@@ -223,23 +172,24 @@ private slots:
         // start only); the selection still covers the rectangle between both corners.
         if (to.x() >= from.x() && to.y() >= from.y())
             QCOMPARE(shown(f.tool), expected);
-        if (feather == 0.0f) {
-            QCOMPARE(f.bounds(), expected);
-            QCOMPARE(f.at(expected.left(), expected.top()), 255);
-            QCOMPARE(f.at(expected.right(), expected.bottom()), 255);
-            return;
-        }
-        // Feathered: the half-level edge runs along the panel's rectangle (the corners round off).
-        const QPoint mid = expected.center();
-        for (int x = 0; x < 400; ++x)
-            QVERIFY2((f.at(x, mid.y()) >= 128) == (x >= expected.left() && x <= expected.right()), qPrintable(QString::number(x)));
-        for (int y = 0; y < 300; ++y)
-            QVERIFY2((f.at(mid.x(), y) >= 128) == (y >= expected.top() && y <= expected.bottom()), qPrintable(QString::number(y)));
+        if (feather > 0.0f) // the half-level edge runs along the panel's rectangle (the corners round off)
+            return checkSoftEdges(f, expected);
+        QCOMPARE(f.bounds(), expected);
+        QCOMPARE(f.at(expected.left(), expected.top()), 255);
+        QCOMPARE(f.at(expected.right(), expected.bottom()), 255);
     }
 
     void rectangleClickAndTypedRegion()
     {
         ToolFixture<VexaToolRectangularMarquee> f(QSize(40, 40), 1.0f);
+        auto type = [&](const char* name, const char* value, int key) { // key 0: Tab
+            edit(f.tool, name)->selectAll();
+            QTest::keyClicks(edit(f.tool, name), QLatin1String(value));
+            if (key)
+                QTest::keyClick(edit(f.tool, name), Qt::Key(key));
+            else
+                emit edit(f.tool, name)->editingFinished();
+        };
         f.selectRect(QRect(30, 30, 5, 5));
         f.click(12, 7); // outside the old selection: a new shape, empty
         QVERIFY(!f.selection()->hasSelection());
@@ -247,38 +197,22 @@ private slots:
         f.tool.getRegionWidget()->setRegion(5, 6, 12, 8);
         button(f.tool, QStringLiteral("okBtn"))->click();
         QCOMPARE(f.bounds(), QRect(5, 6, 8, 3));
-        const int steps = f.doc->getHistory()->count();
         // W = 1 puts the end on the start: OK selects nothing and changes nothing.
-        edit(f.tool, "widthEdit")->setText(QStringLiteral("1"));
-        button(f.tool, QStringLiteral("okBtn"))->click();
+        const int steps = f.doc->getHistory()->count();
+        type("widthEdit", "1", Qt::Key_Return);
         QCOMPARE(f.doc->getHistory()->count(), steps);
         QCOMPARE(f.bounds(), QRect(5, 6, 8, 3));
-        int pos = 0; // validators keep the fields within the canvas
-        QString text = QStringLiteral("41");
-        QCOMPARE(edit(f.tool, "widthEdit")->validator()->validate(text, pos), QValidator::Intermediate);
-
         // Typed as a user types, field by field: each value stays as typed while the rectangle has
-        // no area, and the rectangle is applied once it has.
+        // no area (a cleared field is not rewritten to "0"), and it is applied once it has.
         f.selection()->deselect();
-        auto type = [&](const char* name, const char* value, bool enter) {
-            edit(f.tool, name)->selectAll();
-            QTest::keyClicks(edit(f.tool, name), QLatin1String(value));
-            if (enter)
-                QTest::keyClick(edit(f.tool, name), Qt::Key_Return);
-            else
-                emit edit(f.tool, name)->editingFinished(); // Tab
-        };
-        type("widthEdit", "1", false);
-        type("startXEdit", "30", false);
-        type("startYEdit", "20", false);
-        edit(f.tool, "heightEdit")->selectAll();
-        QTest::keyClick(edit(f.tool, "heightEdit"), Qt::Key_Backspace);
-        QCOMPARE(edit(f.tool, "heightEdit")->text(), QString()); // cleared: not rewritten to "0" while typing
-        emit edit(f.tool, "heightEdit")->editingFinished(); // and no rectangle of height 0
-        type("heightEdit", "5", false);
+        type("startXEdit", "30", 0);
+        type("startYEdit", "20", 0);
+        type("heightEdit", "", Qt::Key_Backspace);
+        QCOMPARE(edit(f.tool, "heightEdit")->text(), QString());
+        type("heightEdit", "5", 0);
         QCOMPARE(shown(f.tool).topLeft(), QPoint(30, 20));
         QVERIFY(!f.selection()->hasSelection());
-        type("widthEdit", "4", true);
+        type("widthEdit", "4", Qt::Key_Return);
         QCOMPARE(f.bounds(), QRect(30, 20, 4, 5));
         // A field typed in, then the tool switched: the focus leaving applies nothing.
         f.selection()->deselect();
@@ -288,281 +222,185 @@ private slots:
         QVERIFY(!f.selection()->hasSelection());
     }
 
-    void blockedInput_data()
+    // Shapes drawn over a small selection at (35, 35), in New mode unless another is clicked: a
+    // drag (rectangle, ellipse), a stroke through `points` (lasso) or clicks at `points`
+    // (polygon, 5 widget pixels from the first corner closing it). While the document blocks
+    // tool input, every tool but the ellipse leaves the selection as it was.
+    void shapes_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("honoursBlock");
-        QTest::newRow("rectangle") << "Rectangular Marquee Tool" << true;
-        QTest::newRow("lasso") << "Lasso Tool" << true;
-        QTest::newRow("polygon") << "Polygonal Lasso Tool" << true;
-        QTest::newRow("ellipse ignores the flag") << "Ellipse Select Tool" << false;
+        QTest::addColumn<QString>("tool"); QTest::addColumn<float>("scale"); QTest::addColumn<QString>("mode");
+        QTest::addColumn<bool>("shift"); QTest::addColumn<bool>("blocked"); QTest::addColumn<QList<QPoint>>("points");
+        QTest::addColumn<QRect>("expected");
+        auto row = [](const char* name, const char* tool, float scale, const char* mode, bool shift, bool blocked,
+                      const QList<QPoint>& points, const QRect& expected) {
+            QTest::newRow(name) << QString::fromLatin1(tool) << scale << QString::fromLatin1(mode) << shift << blocked << points
+                                << expected;
+        };
+        const char *ellipse = "Ellipse Select Tool", *lasso = "Lasso Tool", *polygon = "Polygonal Lasso Tool";
+        const char* rectangle = "Rectangular Marquee Tool";
+        QList<QPoint> square; // a stroke of 40 points around (5, 5) - (25, 25)
+        const QPoint corner[5] = {{5, 5}, {25, 5}, {25, 25}, {5, 25}, {5, 5}};
+        for (int i = 0; i < 40; ++i)
+            square << corner[i / 10] + (corner[i / 10 + 1] - corner[i / 10]) * (i % 10) / 10;
+        const QList<QPoint> triangle{{4, 4}, {14, 4}, {14, 14}, {7, 8}}, old{{35, 35}}, drag{{4, 6}, {24, 16}};
+        row("ellipse box", ellipse, 1, "newBtn", false, false, drag, QRect(4, 6, 20, 10));
+        row("ellipse, shift: circle up-left's mirror", ellipse, 1, "newBtn", true, false, {{20, 20}, {12, 23}},
+            QRect(12, 20, 8, 8));
+        row("ellipse click: nothing", ellipse, 1, "newBtn", false, false, {{9, 9}, {9, 9}}, QRect());
+        row("lasso square", lasso, 1, "newBtn", false, false, square, QRect(5, 5, 20, 20));
+        row("lasso, add keeps the old selection", lasso, 1, "addBtn", false, false, square, QRect(5, 5, 33, 33));
+        row("lasso, two points: nothing, old cleared", lasso, 1, "newBtn", false, false, {{5, 5}, {5, 25}}, QRect());
+        row("lasso, two points in add mode: old kept", lasso, 1, "addBtn", false, false, {{5, 5}, {5, 25}}, QRect(35, 35, 3, 3));
+        row("triangle", polygon, 1, "newBtn", false, false, triangle, QRect(4, 4, 10, 10));
+        row("too far: a corner", polygon, 1, "newBtn", false, false, {{4, 4}, {14, 4}, {14, 14}, {8, 8}}, QRect());
+        row("scale 2: 5 widget px", polygon, 2, "newBtn", false, false, triangle, QRect(8, 8, 20, 20));
+        row("two corners: discarded", polygon, 1, "newBtn", false, false, {{4, 4}, {14, 4}, {5, 5}}, QRect());
+        row("blocked rectangle", rectangle, 1, "newBtn", false, true, drag, QRect(35, 35, 3, 3));
+        row("blocked lasso", lasso, 1, "newBtn", false, true, square, QRect(35, 35, 3, 3));
+        row("blocked polygon", polygon, 1, "newBtn", false, true, triangle, QRect(35, 35, 3, 3));
+        row("the ellipse ignores the block", ellipse, 1, "newBtn", false, true, drag, QRect(4, 6, 20, 10));
     }
-    void blockedInput()
+    void shapes()
     {
-        QFETCH(QString, name);
-        QFETCH(bool, honoursBlock);
-        VexaToolFixture f(QSize(40, 40), 1.0f);
+        QFETCH(QString, tool); QFETCH(float, scale); QFETCH(QString, mode); QFETCH(bool, shift); QFETCH(bool, blocked);
+        QFETCH(QList<QPoint>, points); QFETCH(QRect, expected);
+        VexaToolFixture f(QSize(40, 40), scale);
         QObject parent;
-        IVexaTool* tool = getInstance(&parent, name);
-        tool->active(f.doc.get());
-        f.selectRect(QRect(30, 30, 5, 5));
-        f.doc->toolInputBlocked = true;
-        f.now += 1000; // past the polygonal lasso's first half second, which swallows releases
-        f.drag(QPoint(5, 5), QPoint(20, 20));
-        for (QPoint p : {QPoint(20, 5), QPoint(5, 20)}) { // polygon corners come from releases
-            f.now += 600;
-            f.click(p.x(), p.y());
-        }
-        f.doubleClick(5, 20);
-        QCOMPARE(f.bounds() == QRect(30, 30, 5, 5), honoursBlock);
-        // Moves are never blocked: the cursor still follows the selection.
-        f.selectRect(QRect(30, 30, 5, 5));
-        f.move(32, 32);
-        QCOMPARE(f.canvas->cursor().shape(), Qt::OpenHandCursor);
-    }
-
-    void ellipse_data()
-    {
-        QTest::addColumn<QPoint>("from");
-        QTest::addColumn<QPoint>("to");
-        QTest::addColumn<bool>("shift");
-        QTest::addColumn<QRect>("expected");
-        QTest::newRow("box") << QPoint(4, 6) << QPoint(24, 16) << false << QRect(4, 6, 20, 10);
-        QTest::newRow("shift: circle up-left's mirror") << QPoint(20, 20) << QPoint(12, 23) << true << QRect(12, 20, 8, 8);
-        QTest::newRow("click: nothing") << QPoint(9, 9) << QPoint(9, 9) << false << QRect();
-    }
-    void ellipse()
-    {
-        QFETCH(QPoint, from);
-        QFETCH(QPoint, to);
-        QFETCH(bool, shift);
-        QFETCH(QRect, expected);
-        ToolFixture<VexaToolEllipseSelect> f(QSize(40, 40), 1.0f);
-        f.selectRect(QRect(35, 35, 3, 3)); // New mode: replaced, or cleared by a click
-        f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
-        f.drag(from, to);
-        QCOMPARE(f.bounds(), expected);
-        if (!expected.isEmpty())
-            QCOMPARE(f.at(expected.center().x(), expected.center().y()), 255);
-    }
-
-    void lasso_data()
-    {
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<int>("points");
-        QTest::addColumn<QRect>("expected");
-        QTest::newRow("square stroke") << "newBtn" << 40 << QRect(5, 5, 20, 20);
-        QTest::newRow("add keeps the old selection") << "addBtn" << 40 << QRect(5, 5, 33, 33);
-        QTest::newRow("two points: nothing, old cleared") << "newBtn" << 2 << QRect();
-        QTest::newRow("two points in add mode: old kept") << "addBtn" << 2 << QRect(35, 35, 3, 3);
-    }
-    void lasso()
-    {
-        QFETCH(QString, mode);
-        QFETCH(int, points);
-        QFETCH(QRect, expected);
-        ToolFixture<VexaToolLasso> f(QSize(40, 40), 1.0f);
-        button(f.tool, mode)->click();
+        IVexaTool* t = getInstance(&parent, tool);
+        t->active(f.doc.get());
+        button(*t, mode)->click();
         f.selectRect(QRect(35, 35, 3, 3));
-        f.release(20, 20); // a release that never had a press changes nothing
-        QCOMPARE(f.bounds(), QRect(35, 35, 3, 3));
-        const QVector<QPoint> square = {{5, 5}, {25, 5}, {25, 25}, {5, 25}};
-        f.move(5, 5);
-        f.press(5, 5);
-        for (int i = 1; i < points; ++i) {
-            const int side = (i * 4 / points) % 4;
-            const QPoint a = square[side], b = square[(side + 1) % 4];
-            const double t = double(i * 4 % points) / points;
-            f.move(int(a.x() + (b.x() - a.x()) * t), int(a.y() + (b.y() - a.y()) * t));
+        f.now += 1000; // past the polygonal lasso's first half second, which swallows releases
+        f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+        f.doc->toolInputBlocked = blocked;
+        if (tool == QLatin1String("Polygonal Lasso Tool")) {
+            for (QPoint p : points)
+                f.click(p.x(), p.y());
+            const bool open = !blocked && points.size() == 4 && expected.isEmpty(); // too far: still open
+            QCOMPARE(static_cast<VexaToolLassoPolygon*>(t)->currentPath() != nullptr, open);
+        } else {
+            f.release(20, 20); // a release that never had a press changes nothing
+            QCOMPARE(f.bounds(), QRect(35, 35, 3, 3));
+            f.move(points[0].x(), points[0].y());
+            f.press(points[0].x(), points[0].y());
+            for (QPoint p : points.mid(1))
+                f.move(p.x(), p.y());
+            f.release(points.last().x(), points.last().y());
         }
-        f.release(5, 25);
         QCOMPARE(f.bounds(), expected);
+        if (mode == QLatin1String("newBtn") && !expected.isEmpty()) { // inside, away from the triangle's slanted edge
+            const QPoint in(expected.right() - 1, expected.top() + expected.height() / 3);
+            QCOMPARE(f.at(in.x(), in.y()), 255);
+            const QPoint ui = f.canvas->canvasToUi(QPointF(in)).toPoint();
+            f.move(ui.x(), ui.y()); // moves are never blocked: the cursor follows the selection
+            QCOMPARE(f.canvas->cursor().shape(), Qt::OpenHandCursor);
+        }
     }
 
     void polygonFourCornersByDoubleClick()
     {
         ToolFixture<VexaToolLassoPolygon> f(QSize(40, 40), 1.0f);
+        QVERIFY(f.canvas->hasMouseTracking()); // the live edge follows a pointer with no button down
         f.now += 1000; // past the first half second of the tool's life
         for (QPoint p : {QPoint(10, 10), QPoint(30, 10), QPoint(30, 30)}) {
             f.click(p.x(), p.y());
             f.now += 300;
         }
         // A double click at a fourth spot: press, release (a corner), double click (closes), release.
-        f.press(10, 30);
-        f.release(10, 30);
+        f.click(10, 30);
         f.doubleClick(10, 30);
         f.now += 100;
         f.release(10, 30); // within 500 ms of the finished polygon: swallowed
         QCOMPARE(f.bounds(), QRect(10, 10, 20, 20));
-        QVERIFY(!f.tool.currentPath());
-        QVERIFY(!f.tool.getUndoStack()->canUndo());
-        f.now += 350; // 450 ms after the polygon: still swallowed
-        f.click(5, 5);
-        QVERIFY(!f.tool.currentPath());
-        f.now += 100;
-        f.click(5, 5); // now a new polygon starts
-        QVERIFY(f.tool.currentPath());
-    }
-
-    void polygonLiveEdgeFollowsPointer()
-    {
-        VexaToolFixture f(QSize(60, 40), 1.0f);
-        f.canvas->show();
-        QVERIFY(QTest::qWaitForWindowExposed(f.canvas.get()));
-        VexaToolLassoPolygon tool;
-        tool.active(f.doc.get());
-        f.now += 1000;
-        // White pixels of the rubber band near widget (x, y).
-        auto edgeNear = [&](int x, int y) {
-            const QImage shot = f.canvas->grabFramebuffer();
-            int white = 0;
-            for (int dy = -1; dy <= 1; ++dy)
-                for (int dx = -1; dx <= 1; ++dx)
-                    white += shot.pixel(x + dx, y + dy) == qRgb(255, 255, 255);
-            return white;
-        };
-        QVERIFY(f.canvas->hasMouseTracking()); // the edge follows a pointer with no button down
-        f.move(50, 30);
-        QCOMPARE(edgeNear(30, 20), 0); // no polygon yet: nothing follows the pointer
-        f.click(10, 10);
-        QCOMPARE(edgeNear(30, 20), 0);
-        f.move(50, 30); // the edge from (10, 10) to the pointer passes (30, 20)
-        QVERIFY(edgeNear(30, 20) > 0);
-        QCOMPARE(edgeNear(30, 12), 0);
-        f.click(50, 30);
-        f.move(50, 10); // now from the second corner, straight up
-        QVERIFY(edgeNear(50, 20) > 0);
-        tool.finishSelection(); // two corners: dropped, and the edge with them
-        QCOMPARE(edgeNear(50, 20), 0);
-    }
-
-    void polygonClosesNearFirstCorner_data()
-    {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<int>("corners");
-        QTest::addColumn<QPoint>("last");
-        QTest::addColumn<QRect>("expected");
-        // Corners (widget) at (4, 4), (14, 4), (14, 14); the closing click lands near (4, 4).
-        QTest::newRow("triangle") << 1.0f << 3 << QPoint(7, 8) << QRect(4, 4, 10, 10);
-        QTest::newRow("too far: a corner") << 1.0f << 3 << QPoint(8, 8) << QRect();
-        QTest::newRow("scale 2: 5 widget px") << 2.0f << 3 << QPoint(7, 8) << QRect(8, 8, 20, 20);
-        QTest::newRow("two corners: discarded") << 1.0f << 2 << QPoint(5, 5) << QRect();
-    }
-    void polygonClosesNearFirstCorner()
-    {
-        QFETCH(float, scale);
-        QFETCH(int, corners);
-        QFETCH(QPoint, last);
-        QFETCH(QRect, expected);
-        ToolFixture<VexaToolLassoPolygon> f(QSize(40, 40), scale);
-        f.now += 1000;
-        const QVector<QPoint> pts = {{4, 4}, {14, 4}, {14, 14}};
-        for (int i = 0; i < corners; ++i)
-            f.click(pts[i].x(), pts[i].y());
-        f.click(last.x(), last.y());
-        QCOMPARE(f.bounds(), expected);
-        QCOMPARE(f.tool.currentPath() != nullptr, expected.isEmpty() && corners == 3); // too far: still open
+        QVERIFY(!f.tool.currentPath() && !f.tool.getUndoStack()->canUndo());
+        for (int wait : {350, 100}) { // 450 ms after the polygon: still swallowed; then a new one starts
+            f.now += wait;
+            f.click(5, 5);
+            QCOMPARE(f.tool.currentPath() != nullptr, wait == 100);
+        }
     }
 
     void polygonCornersUndoAndNamedEvents()
     {
         ToolFixture<VexaToolLassoPolygon> f(QSize(40, 40), 1.0f);
         auto undoBtn = button(f.tool, QStringLiteral("undoBtn")), redoBtn = button(f.tool, QStringLiteral("redoBtn"));
+        auto points = [&] { return f.tool.currentPath()->getPointNumber(); };
         f.now += 1000;
         f.tool.processEvent(QStringLiteral("DELETE")); // no corners: nothing to undo afterwards
-        QCOMPARE(f.tool.getUndoStack()->count(), 0);
         QVERIFY(!undoBtn->isEnabled());
         for (QPoint p : {QPoint(4, 4), QPoint(20, 4), QPoint(20, 20)})
             f.click(p.x(), p.y());
-        QCOMPARE(f.tool.currentPath()->getPointNumber(), 3);
-        QVERIFY(undoBtn->isEnabled() && !redoBtn->isEnabled());
+        QVERIFY(points() == 3 && undoBtn->isEnabled() && !redoBtn->isEnabled());
         f.tool.toolUndo();
-        QCOMPARE(f.tool.currentPath()->getPointNumber(), 2);
-        QVERIFY(redoBtn->isEnabled());
+        QVERIFY(points() == 2 && redoBtn->isEnabled());
         redoBtn->click();
         QCOMPARE(f.tool.currentPath()->points().last(), QPointF(20, 20));
-        f.tool.processEvent(QStringLiteral("delete"));
-        QCOMPARE(f.tool.currentPath()->getPointNumber(), 2);
-        f.tool.processEvent(QStringLiteral("Esc"));
-        QCOMPARE(f.tool.currentPath()->getPointNumber(), 0);
-        QVERIFY(undoBtn->isEnabled());
-        undoBtn->click(); // the clearing is undoable
-        QCOMPARE(f.tool.currentPath()->getPointNumber(), 2);
-        f.tool.processEvent(QStringLiteral("DOUBLE_CLICK")); // not this tool's business
-        QCOMPARE(f.tool.currentPath()->getPointNumber(), 2);
+        // Named events: delete drops the last corner, Esc all of them (undoably); others are
+        // not this tool's business.
+        const std::pair<const char*, int> steps[] = {{"delete", 2}, {"Esc", 0}, {"undo button", 2}, {"DOUBLE_CLICK", 2}};
+        for (auto [event, left] : steps) {
+            if (event == QLatin1String("undo button"))
+                undoBtn->click();
+            else
+                f.tool.processEvent(QLatin1String(event));
+            QCOMPARE(points(), left);
+        }
         for (int i = 0; i < 10 && undoBtn->isEnabled(); ++i)
             undoBtn->click();
-        QCOMPARE(f.tool.currentPath()->getPointNumber(), 0);
-        QVERIFY(!undoBtn->isEnabled());
+        QCOMPARE(points(), 0);
     }
 
-    void moveByKeys_data()
+    // The move tool, by keys (at scale 1) or by a drag at a scale: `by` is where the square at
+    // (10, 10) ends up moved to.
+    void moveSelection_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<bool>("shift");
-        QTest::addColumn<QPointF>("offset");
-        QTest::newRow("right") << int(Qt::Key_Right) << false << QPointF(1, 0);
-        QTest::newRow("shift right") << int(Qt::Key_Right) << true << QPointF(10, 0);
-        QTest::newRow("up") << int(Qt::Key_Up) << false << QPointF(0, -1);
-        QTest::newRow("shift down") << int(Qt::Key_Down) << true << QPointF(0, 10);
-        QTest::newRow("other key") << int(Qt::Key_A) << false << QPointF(0, 0);
+        QTest::addColumn<int>("key"); QTest::addColumn<bool>("shift"); QTest::addColumn<float>("scale");
+        QTest::addColumn<int>("step"); QTest::addColumn<QPoint>("by");
+        QTest::newRow("right") << int(Qt::Key_Right) << false << 1.0f << 0 << QPoint(2, 0);
+        QTest::newRow("shift right") << int(Qt::Key_Right) << true << 1.0f << 0 << QPoint(20, 0);
+        QTest::newRow("up") << int(Qt::Key_Up) << false << 1.0f << 0 << QPoint(0, -2);
+        QTest::newRow("shift down") << int(Qt::Key_Down) << true << 1.0f << 0 << QPoint(0, 20);
+        QTest::newRow("other key") << int(Qt::Key_A) << false << 1.0f << 0 << QPoint(0, 0);
+        QTest::newRow("drag, scale 0.5, 1 px per step: lost") << 0 << false << 0.5f << 1 << QPoint(0, 0);
+        QTest::newRow("drag, scale 0.5, 2 px per step") << 0 << false << 0.5f << 2 << QPoint(6, 0);
+        QTest::newRow("drag, scale 2") << 0 << false << 2.0f << 1 << QPoint(12, 0);
     }
-    void moveByKeys()
+    void moveSelection()
     {
-        QFETCH(int, key);
-        QFETCH(bool, shift);
-        QFETCH(QPointF, offset);
-        VexaToolFixture f(QSize(40, 40), 1.0f);
+        QFETCH(int, key); QFETCH(bool, shift); QFETCH(float, scale); QFETCH(int, step); QFETCH(QPoint, by);
+        VexaToolFixture f(QSize(60, 60), scale);
         f.selectRect(QRect(10, 10, 5, 5));
         VexaToolSelectionMove tool;
         tool.active(f.doc.get());
         QVERIFY(tool.isActive());
         f.modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+        f.now += 100;
+        if (!key) {
+            f.press(3, 3);
+            for (int i = 1; i <= 6; ++i) {
+                f.now += 50;
+                f.move(3 + i * step, 3);
+                f.now += 10;
+                f.move(3 + i * step + 1, 3); // too soon after the last step: dropped entirely
+            }
+            f.release(40, 40);
+            QCOMPARE(f.bounds(), QRect(10, 10, 5, 5).translated(by));
+            return;
+        }
         // A held key repeats at most once per 50 ms: presses at 0, 20 and 50 ms move twice.
-        for (int wait : {100, 20, 30}) {
+        for (int wait : {0, 20, 30}) {
             f.now += wait;
             sendKey(tool, QEvent::KeyPress, key);
-            QCOMPARE(f.selection()->getTranslation(), offset * (wait == 30 ? 2 : 1));
+            QCOMPARE(f.selection()->getTranslation(), QPointF(by) / (wait == 30 ? 1 : 2));
         }
         QCOMPARE(f.bounds(), QRect(10, 10, 5, 5)); // shown, not yet in the mask
         // Once the keys rest, the burst enters the mask as one undo step, without a mouse release.
         VexaHistory* history = f.doc->getHistory();
-        QTRY_COMPARE(f.bounds(), QRect(10, 10, 5, 5).translated((offset * 2).toPoint()));
+        QTRY_COMPARE(f.bounds(), QRect(10, 10, 5, 5).translated(by));
         QCOMPARE(f.selection()->getTranslation(), QPointF());
-        QCOMPARE(history->index(), offset.isNull() ? 1 : 2);
+        QCOMPARE(history->index(), by.isNull() ? 1 : 2);
         history->undo();
-        QCOMPARE(f.bounds(), offset.isNull() ? QRect() : QRect(10, 10, 5, 5));
-    }
-
-    void moveByDragLosesSubPixelSteps_data()
-    {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<int>("step");
-        QTest::addColumn<int>("moved");
-        QTest::newRow("scale 0.5, 1 px per step: lost") << 0.5f << 1 << 0;
-        QTest::newRow("scale 0.5, 2 px per step") << 0.5f << 2 << 6;
-        QTest::newRow("scale 1") << 1.0f << 1 << 6;
-        QTest::newRow("scale 2") << 2.0f << 1 << 12;
-    }
-    void moveByDragLosesSubPixelSteps()
-    {
-        QFETCH(float, scale);
-        QFETCH(int, step);
-        QFETCH(int, moved);
-        VexaToolFixture f(QSize(60, 60), scale);
-        f.selectRect(QRect(10, 10, 5, 5));
-        VexaToolSelectionMove tool;
-        tool.active(f.doc.get());
-        f.now += 100;
-        f.press(3, 3);
-        for (int i = 1; i <= 6; ++i) {
-            f.now += 50;
-            f.move(3 + i * step, 3);
-            f.now += 10;
-            f.move(3 + i * step + 1, 3); // too soon after the last step: dropped entirely
-        }
-        f.release(40, 40);
-        QCOMPARE(f.bounds(), QRect(10 + moved, 10, 5, 5));
+        QCOMPARE(f.bounds(), by.isNull() ? QRect() : QRect(10, 10, 5, 5));
     }
 
     void panelsTranslated()
@@ -589,78 +427,34 @@ private slots:
         QFETCH(QString, name);
         VexaToolFixture f(QSize(30, 30), 1.0f);
         QObject parent;
-        if (name == QLatin1String("Move Selection")) { // it activates only with a selection
-            VexaToolSelectionMove move;
-            move.active(f.doc.get());
-            QVERIFY(!move.isActive());
-            f.selection()->selectAll();
-            f.selection()->setTranslation(QPointF(3, 0));
-            f.release(5, 5); // not connected: the offset stays pending
-            QCOMPARE(f.selection()->getTranslation(), QPointF(3, 0));
-            f.selection()->setTranslation(QPointF());
-        }
         f.selectRect(QRect(5, 5, 10, 10));
         // The tool's own event handler receives the deferred delete: it must delete the tool and
-        // then touch nothing of it (the address sanitizer build sees any read). First never active.
-        QPointer<IVexaTool> tool = getInstance(&parent, name);
-        QVERIFY(tool);
-        tool->deleteLater();
-        QCoreApplication::sendPostedEvents(tool, QEvent::DeferredDelete);
-        QVERIFY(!tool);
-
+        // then touch nothing of it (the address sanitizer build sees any read).
+        QPointer<IVexaTool> tool;
+        auto deleteLater = [&] {
+            tool->deleteLater();
+            QCoreApplication::sendPostedEvents(tool, QEvent::DeferredDelete);
+            QVERIFY(!tool);
+        };
+        tool = getInstance(&parent, name); // never active
+        deleteLater();
         tool = getInstance(&parent, name);
         tool->active(nullptr);
         QVERIFY(!tool->isActive());
         tool->disActive(); // and leaving it is harmless
-        if (name != QLatin1String("Color Range") && name != QLatin1String("Magic Select Tool")) {
-            VexaContext empty(QSize(30, 30)); // a document without layers
-            VexaCanvas canvas;
-            canvas.setContext(&empty);
-            canvas.setView(1.0f, QPointF());
-            empty.getSelection()->selectAll();
-            tool->active(&empty);
-            QVERIFY(!tool->isActive());
-            empty.getSelection()->clear();
-            // A drag, then two clicks and a double click, with time passing: every pointing tool,
-            // had it been connected, would have selected something.
-            f.now += 1000;
-            emit canvas.mousePress(5, 5);
-            emit canvas.mouseMove(12, 15);
-            emit canvas.mouseMove(20, 25);
-            emit canvas.mouseRelease(20, 25);
-            for (QPoint p : {QPoint(28, 5), QPoint(5, 5)}) { // corners far from the first, (20, 25)
-                f.now += 600;
-                emit canvas.mousePress(p.x(), p.y());
-                emit canvas.mouseRelease(p.x(), p.y());
-            }
-            emit canvas.mouseDoubleClick(5, 5);
-            QVERIFY(!empty.getSelection()->hasSelection()); // nothing was connected
-        }
+        VexaContext empty(QSize(30, 30)); // a document without layers
+        VexaCanvas canvas;
+        canvas.setContext(&empty);
+        empty.getSelection()->selectAll();
+        tool->active(&empty);
+        QVERIFY(!tool->isActive());
         // The tool still works on a real document afterwards, and a host deletes tools it has left.
         tool->active(f.doc.get());
         QVERIFY(tool->isActive());
         tool->disActive();
         emit f.canvas->mousePress(7, 7); // a tool left behind takes no press (nor the cursor)
         QVERIFY(f.canvas->cursor().shape() != Qt::ClosedHandCursor);
-        tool->deleteLater();
-        QCoreApplication::sendPostedEvents(tool, QEvent::DeferredDelete);
-        QVERIFY(!tool);
-    }
-
-    void regionWithoutCanvasPixels()
-    {
-        ToolFixture<VexaToolRectangularMarquee> f(QSize(40, 40), 1.0f);
-        f.tool.getRegionWidget()->setRegion(3, 4, 12, 9);
-        // The canvas goes on showing no document: it has no pixel to clamp to (0 - 1 as the
-        // upper bound), so the panel keeps what it shows.
-        f.canvas->setContext(nullptr);
-        QCOMPARE(f.canvas->getCanvasWidth(), 0);
-        f.tool.getRegionWidget()->setRegion(20, 20, 30, 30);
-        QCOMPARE(shown(f.tool), QRect(3, 4, 10, 6));
-        f.tool.disActive();
-        VexaToolRectangularMarquee fresh; // activating on it shows nothing, and does not abort
-        fresh.active(f.doc.get());
-        QVERIFY(fresh.isActive());
+        deleteLater();
     }
 
     void regionClampsToTheToolsDocument()
@@ -676,28 +470,31 @@ private slots:
         VexaContextManager::getInstance()->setCurrentContext(other.get());
         f.move(20, 15);
         f.press(20, 15);
-        f.move(45, 40);
-        QCOMPARE(shown(f.tool), QRect(20, 15, 26, 26));
         f.move(200, 200); // clamped to the tool's canvas, 60 x 50
         QCOMPARE(shown(f.tool), QRect(20, 15, 40, 35));
         f.release(200, 200);
         QVERIFY(f.bounds().right() > 50); // past the other document's width
         VexaContextManager::getInstance()->setCurrentContext(nullptr);
+        // A canvas showing no document has no pixel to clamp to (0 - 1 as the upper bound): the
+        // panel keeps what it shows, and a fresh tool activates without aborting.
+        f.tool.getRegionWidget()->setRegion(3, 4, 12, 9);
+        f.canvas->setContext(nullptr);
+        f.tool.getRegionWidget()->setRegion(20, 20, 30, 30);
+        QCOMPARE(shown(f.tool), QRect(3, 4, 10, 6));
+        f.tool.disActive();
+        VexaToolRectangularMarquee fresh;
+        fresh.active(f.doc.get());
+        QVERIFY(fresh.isActive());
     }
 
     void oversizedCanvasIsRefused()
     {
-        // The mask is addressed through int strides and int-sized host blocks.
-        QVERIFY(VexaSelection::canAddress(46000, 46000));      // 46008 x 46000 bytes
-        QVERIFY(!VexaSelection::canAddress(46341, 46341));     // just over 2^31 bytes
-        QVERIFY(!VexaSelection::canAddress(INT_MAX, 1));       // the stride alone overflows
-        QVERIFY(!VexaSelection::canAddress(1, INT_MAX));       // 8 bytes a row
-        QVERIFY(VexaSelection::canAddress(1, INT_MAX / 8));
-        // Such a document is empty instead of a mask that indexes past its end; nothing is allocated.
+        // The mask is addressed through int strides and int-sized host blocks: a document past
+        // them is empty instead of a mask that indexes past its end, and nothing is allocated.
+        QVERIFY(VexaSelection::canAddress(46000, 46000) && VexaSelection::canAddress(1, INT_MAX / 8));
+        QVERIFY(!VexaSelection::canAddress(46341, 46341) && !VexaSelection::canAddress(INT_MAX, 1));
         VexaContext huge(QSize(60000, 60000));
-        QCOMPARE(huge.canvasSize(), QSize(0, 0));
-        QCOMPARE(huge.getSelection()->width(), 0);
-        QVERIFY(!huge.hasSelection());
+        QVERIFY(huge.canvasSize().isEmpty() && !huge.hasSelection());
     }
 };
 
