@@ -1,6 +1,6 @@
 #pragma once
-// Plain CPU versions of the six matting programs, written from their descriptions and kept
-// apart from the GLSL on purpose: the tests compare the two on small images.
+// Plain CPU versions of the matting programs, written from their descriptions and kept apart
+// from the GLSL on purpose: the tests compare the two on small images.
 //
 // A Grid holds RGBA values 0..1 in window coordinates: (0, 0) is the bottom-left pixel, as
 // gl_FragCoord sees it. fromImage/toImage turn the top-down QImage around. Outputs are rounded
@@ -20,52 +20,45 @@ using Px = std::array<float, 4>;
 struct Grid {
     int w = 0, h = 0;
     std::vector<Px> px;
-    Grid() = default;
-    Grid(int width, int height, Px fill = {0, 0, 0, 0}) : w(width), h(height), px(size_t(width) * size_t(height), fill) {}
     // Clamp to edge, as the textures wrap.
-    const Px& at(int x, int y) const { return px[size_t(std::clamp(y, 0, h - 1)) * size_t(w) + size_t(std::clamp(x, 0, w - 1))]; }
-    Px& at(int x, int y) { return px[size_t(y) * size_t(w) + size_t(x)]; }
+    Px& at(int x, int y) { return px[size_t(std::clamp(y, 0, h - 1) * w + std::clamp(x, 0, w - 1))]; }
+    const Px& at(int x, int y) const { return const_cast<Grid*>(this)->at(x, y); }
     // Nearest lookup at a texture coordinate.
     const Px& sample(float u, float v) const { return at(int(std::floor(u * float(w))), int(std::floor(v * float(h)))); }
 };
 
-// A value as the 8-bit frame buffer stores it.
 inline float byteOf(float v) { return float(std::lround(std::clamp(v, 0.0f, 1.0f) * 255.0f)) / 255.0f; }
-inline Px quantized(const Px& p) { return {byteOf(p[0]), byteOf(p[1]), byteOf(p[2]), byteOf(p[3])}; }
 inline Px grey(float a) { return {a, a, a, 1.0f}; }
 
 inline Grid fromImage(const QImage& image)
 {
     const QImage img = image.convertToFormat(QImage::Format_RGBA8888);
-    Grid g(img.width(), img.height());
-    for (int y = 0; y < g.h; ++y) {
-        const uchar* row = img.constScanLine(g.h - 1 - y);
-        for (int x = 0; x < g.w; ++x)
-            for (int c = 0; c < 4; ++c)
-                g.at(x, y)[size_t(c)] = float(row[4 * x + c]) / 255.0f;
-    }
+    Grid g{img.width(), img.height(), std::vector<Px>(size_t(img.width() * img.height()))};
+    for (int y = 0; y < g.h; ++y)
+        for (int i = 0; i < 4 * g.w; ++i)
+            g.at(i / 4, y)[size_t(i % 4)] = float(img.constScanLine(g.h - 1 - y)[i]) / 255.0f;
     return g;
 }
 
 inline QImage toImage(const Grid& g)
 {
     QImage img(g.w, g.h, QImage::Format_RGBA8888);
-    for (int y = 0; y < g.h; ++y) {
-        uchar* row = img.scanLine(g.h - 1 - y);
-        for (int x = 0; x < g.w; ++x)
-            for (int c = 0; c < 4; ++c)
-                row[4 * x + c] = uchar(std::lround(std::clamp(g.at(x, y)[size_t(c)], 0.0f, 1.0f) * 255.0f));
-    }
+    for (int y = 0; y < g.h; ++y)
+        for (int i = 0; i < 4 * g.w; ++i)
+            img.scanLine(g.h - 1 - y)[i] = uchar(std::lround(std::clamp(g.at(i / 4, y)[size_t(i % 4)], 0.0f, 1.0f) * 255.0f));
     return img;
 }
 
+// The pass `f` over every pixel, stored as bytes.
 template <typename F>
-Grid each(int w, int h, F f)
+Grid each(const Grid& like, F f)
 {
-    Grid out(w, h);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x)
-            out.at(x, y) = quantized(f(x, y));
+    Grid out = like;
+    for (int y = 0; y < like.h; ++y)
+        for (int x = 0; x < like.w; ++x) {
+            const Px p = f(x, y);
+            out.at(x, y) = {byteOf(p[0]), byteOf(p[1]), byteOf(p[2]), byteOf(p[3])};
+        }
     return out;
 }
 
@@ -73,32 +66,25 @@ inline bool known(float a) { return a > 0.75f || a < 0.25f; }
 
 inline Grid trimap(const Grid& marks)
 {
-    return each(marks.w, marks.h, [&](int x, int y) {
-        const Px& m = marks.at(x, y);
-        return m[0] > 0.5f ? grey(1) : m[1] > 0.5f ? grey(0.5f) : grey(0);
-    });
+    return each(marks, [&](int x, int y) { return grey(marks.at(x, y)[0] > 0.5f ? 1 : marks.at(x, y)[1] > 0.5f ? 0.5f : 0); });
 }
 
 inline Grid expand(const Grid& tri, const Grid& col)
 {
-    return each(tri.w, tri.h, [&](int x, int y) -> Px {
+    return each(tri, [&](int x, int y) -> Px {
         if (known(tri.at(x, y)[0]))
             return tri.at(x, y);
-        const Px& c0 = col.at(x, y);
         int best = -1, bi = 0, bj = 0;
         for (int j = -10; j <= 10; ++j)
             for (int i = -10; i <= 10; ++i) {
                 const int d = i * i + j * j;
-                if (d == 0 || d > 100)
-                    continue;
-                const Px& c = col.at(x + i, y + j);
                 float s = 0;
-                for (int k = 0; k < 4; ++k)
-                    s += (c[size_t(k)] - c0[size_t(k)]) * (c[size_t(k)] - c0[size_t(k)]);
-                if (s <= 0.0004f && (best < 0 || d < best))
+                for (size_t k = 0; k < 4; ++k)
+                    s += (col.at(x + i, y + j)[k] - col.at(x, y)[k]) * (col.at(x + i, y + j)[k] - col.at(x, y)[k]);
+                if (d > 0 && d <= 100 && s <= 0.0004f && (best < 0 || d < best))
                     best = d, bi = i, bj = j;
             }
-        return best < 0 ? tri.at(x, y) : tri.at(x + bi, y + bj);
+        return tri.at(x + bi, y + bj);
     });
 }
 
@@ -111,66 +97,50 @@ inline Grid robust(const Grid& tri, const Grid& col)
 {
     static const int offsets[32] = {-1, 0, 1, 0, 0, -1, 0, 1, -1, -1, 1, -1, -1, 1, 1, 1,
                                     -2, -1, 2, -1, -2, 1, 2, 1, -1, -2, 1, -2, -1, 2, 1, 2};
-    const int steps = std::max(tri.w, tri.h);
     const float dimX = 1.0f / float(tri.w), dimY = 1.0f / float(tri.h);
-    return each(tri.w, tri.h, [&](int x, int y) -> Px {
+    return each(tri, [&](int x, int y) -> Px {
         if (known(tri.at(x, y)[0]))
             return tri.at(x, y);
         const Px& c0 = col.at(x, y);
-        const float fx = float(x) + 0.5f, fy = float(y) + 0.5f;
-        const float hx = fx * dimX, hy = fy * dimY;
-        const float t = fx * fy * 0.1f;
-        const float ct = std::cos(t), st = std::sin(t);
+        const float fx = float(x) + 0.5f, fy = float(y) + 0.5f, t = fx * fy * 0.1f, ct = std::cos(t), st = std::sin(t);
         std::vector<Px> fg, bg;
         std::vector<float> fd, bd;
         bool stopped[16] = {};
         int nstopped = 0;
-        for (int i = 0; i < steps && nstopped < 16; i += 4)
+        for (int i = 0; i < std::max(tri.w, tri.h) && nstopped < 16; i += 4)
             for (int k = 0; k < 16; ++k) {
-                if (stopped[k])
-                    continue;
                 const float dx = float(offsets[2 * k]) * dimX, dy = float(offsets[2 * k + 1]) * dimY;
-                const float u = hx + (ct * dx - st * dy) * float(i), v = hy + (st * dx + ct * dy) * float(i);
-                if (u < 0 || u > 1 || v < 0 || v > 1)
+                const float u = fx * dimX + (ct * dx - st * dy) * float(i), v = fy * dimY + (st * dx + ct * dy) * float(i);
+                if (stopped[k] || u < 0 || u > 1 || v < 0 || v > 1 || !known(tri.sample(u, v)[0]))
                     continue;
-                const float a = tri.sample(u, v)[0];
-                if (!known(a))
-                    continue;
-                const Px& c = col.sample(u, v);
-                (a > 0.75f ? fg : bg).push_back(c);
-                (a > 0.75f ? fd : bd).push_back(length3(c, c0));
+                const bool object = tri.sample(u, v)[0] > 0.75f;
+                (object ? fg : bg).push_back(col.sample(u, v));
+                (object ? fd : bd).push_back(length3(col.sample(u, v), c0));
                 stopped[k] = true;
                 ++nstopped;
             }
-        if (fg.empty() && bg.empty())
-            return grey(0.5f);
-        if (fg.empty())
-            return grey(0);
-        if (bg.empty())
-            return grey(1);
+        if (fg.empty() || bg.empty())
+            return grey(fg.empty() && bg.empty() ? 0.5f : fg.empty() ? 0 : 1);
         float slotA[3];
         long double slotV[3];
         int filled = 0;
         for (size_t i = 0; i < fg.size(); ++i)
             for (size_t j = 0; j < bg.size(); ++j) {
-                const float sum = fd[i] + bd[j];
-                const float a = sum > 0 ? bd[j] / sum : 0.5f;
+                const float sum = fd[i] + bd[j], a = sum > 0 ? bd[j] / sum : 0.5f;
                 float e2 = 0;
-                for (int c = 0; c < 3; ++c) {
-                    const float e = a * fg[i][size_t(c)] + (1 - a) * bg[j][size_t(c)] - c0[size_t(c)];
+                for (size_t c = 0; c < 3; ++c) {
+                    const float e = a * fg[i][c] + (1 - a) * bg[j][c] - c0[c];
                     e2 += e * e;
                 }
                 // The score as written, with a range wide enough that no product underflows.
                 using L = long double;
                 const L v = std::exp(-L(e2) * 100) * std::exp(-L(fd[i]) * L(fd[i]) * 100) * std::exp(-L(bd[j]) * L(bd[j]) * 100);
-                if (filled < 3) {
-                    slotA[filled] = a;
-                    slotV[filled++] = v;
-                } else {
+                if (filled < 3)
+                    slotA[filled] = a, slotV[filled++] = v;
+                else
                     for (int s = 0; s < 3; ++s)
                         if (slotV[s] < v)
                             slotA[s] = a, slotV[s] = v;
-                }
             }
         float mean = 0;
         for (int s = 0; s < filled; ++s)
@@ -181,46 +151,27 @@ inline Grid robust(const Grid& tri, const Grid& col)
 
 inline Grid closed(const Grid& tri, const Grid& col)
 {
-    return each(tri.w, tri.h, [&](int x, int y) -> Px {
+    return each(tri, [&](int x, int y) -> Px {
         const float centre = tri.at(x, y)[0];
         if (centre > 0.95f || centre < 0.05f)
             return tri.at(x, y);
-        float a[9], g[9], mean = 0;
-        int k = 0;
-        for (int j = -1; j <= 1; ++j)
-            for (int i = -1; i <= 1; ++i, ++k) {
-                a[k] = tri.at(x + i, y + j)[0];
-                const Px& c = col.at(x + i, y + j);
-                g[k] = 0.3f * c[0] + 0.59f * c[1] + 0.11f * c[2];
-                mean += g[k];
-            }
-        mean /= 9;
-        float s = 0;
-        for (float& v : g) {
-            v -= mean;
-            s += v * v;
+        float a[9], g[9], mean = 0, s = 0, sw = 0, swa = 0;
+        for (int k = 0; k < 9; ++k) {
+            const Px& c = col.at(x + k % 3 - 1, y + k / 3 - 1);
+            a[k] = tri.at(x + k % 3 - 1, y + k / 3 - 1)[0];
+            g[k] = 0.3f * c[0] + 0.59f * c[1] + 0.11f * c[2];
+            mean += g[k];
         }
+        mean /= 9;
+        for (float& v : g)
+            v -= mean, s += v * v;
         s = s / 9 + 0.001f / 9;
-        float sw = 0, swa = 0;
         for (int n = 0; n < 9; ++n) {
-            if (n == 4)
-                continue;
-            const float w = (1 + g[4] * g[n] / s) / 9;
+            const float w = n == 4 ? 0 : (1 + g[4] * g[n] / s) / 9;
             sw += w;
             swa += w * a[n];
         }
         return grey(swa / sw);
-    });
-}
-
-inline Grid result(const Grid& tri, const Grid& col, const Px& background)
-{
-    return each(tri.w, tri.h, [&](int x, int y) -> Px {
-        const float a = tri.at(x, y)[0];
-        Px out;
-        for (size_t c = 0; c < 4; ++c)
-            out[c] = col.at(x, y)[c] * a + background[c] * (1 - a);
-        return out;
     });
 }
 

@@ -30,40 +30,20 @@ namespace {
 using ref::Grid;
 using ref::Px;
 
-QOpenGLFunctions* glf()
-{
-    return QOpenGLContext::currentContext()->functions();
-}
+QOpenGLFunctions* glf() { return QOpenGLContext::currentContext()->functions(); }
 
-// Points the view's frame buffer at `texture` (nullptr: back at its own), or reads it.
-void attach(QuickSelectGLWidget& v, GLuint texture)
+// Reads `texture` through the view's frame buffer, top row first, bytes as stored.
+QImage readTexture(QuickSelectGLWidget& v, GLuint texture)
 {
+    v.makeCurrent();
     v.fbo->bind();
     glf()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
-    glViewport(0, 0, v.texWidth, v.texHeight);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glOrtho(0, v.texWidth, v.texHeight, 0, -1, 1);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-}
-
-// The attached texture, top row first, bytes as stored; the frame buffer gets its own back.
-QImage readAndDetach(QuickSelectGLWidget& v)
-{
     QImage out(v.texWidth, v.texHeight, QImage::Format_RGBA8888);
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
     glReadPixels(0, 0, v.texWidth, v.texHeight, GL_RGBA, GL_UNSIGNED_BYTE, out.bits());
     glf()->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, v.fbo->texture(), 0);
     v.fbo->release();
     return out.mirrored();
-}
-
-QImage readTexture(QuickSelectGLWidget& v, GLuint texture)
-{
-    v.makeCurrent();
-    attach(v, texture);
-    return readAndDetach(v);
 }
 
 void writeTexture(QuickSelectGLWidget& v, GLuint texture, const QImage& image)
@@ -75,11 +55,17 @@ void writeTexture(QuickSelectGLWidget& v, GLuint texture, const QImage& image)
     glBindTexture(GL_TEXTURE_2D, 0);
 }
 
-// One full quad of `program` with the view's uniforms, into the scratch texture; its pixels.
+// One full quad of `program` with the view's uniforms into the view's own texture; its pixels.
 QImage runProgram(QuickSelectGLWidget& v, QOpenGLShaderProgram& program, GLuint unit0, GLuint unit1)
 {
     v.makeCurrent();
-    attach(v, v.fbo->texture());
+    v.fbo->bind();
+    glViewport(0, 0, v.texWidth, v.texHeight);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(0, v.texWidth, v.texHeight, 0, -1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
     glClearColor(0.2f, 0.4f, 0.6f, 0.8f); // so that an unwritten pixel shows
     glClear(GL_COLOR_BUFFER_BIT);
     glClearColor(0, 0, 0, 0);
@@ -90,7 +76,8 @@ QImage runProgram(QuickSelectGLWidget& v, QOpenGLShaderProgram& program, GLuint 
     glBindTexture(GL_TEXTURE_2D, unit0);
     drawQuad(v.texWidth, v.texHeight);
     program.release();
-    return readAndDetach(v);
+    v.fbo->release();
+    return readTexture(v, v.fbo->texture());
 }
 
 // Largest difference of any channel in byte steps (256 for another size); `sum` gets them all.
@@ -108,13 +95,6 @@ int maxDiff(const QImage& a, const QImage& b, qint64* sum = nullptr)
             worst = std::max(worst, d);
         }
     return worst;
-}
-
-qint64 sumDiff(const QImage& a, const QImage& b)
-{
-    qint64 sum = 0;
-    maxDiff(a, b, &sum);
-    return sum;
 }
 
 // Marks as the view stores them: red object, green unknown, blue background, alpha 0.5.
@@ -138,20 +118,18 @@ QImage greyImage(int w, int h, const std::function<int(int, int)>& level)
     return m;
 }
 
-// A photo-like picture: smooth colour ramps, a disc of another colour and some noise.
+// A photo-like picture, as bytes: smooth colour ramps, a disc of another colour and some noise.
 QImage syntheticPhoto(int w, int h, quint32 seed)
 {
     QRandomGenerator rng(seed);
-    QImage img(w, h, QImage::Format_ARGB32);
+    QImage img(w, h, QImage::Format_RGBA8888);
     const double cx = w * 0.45, cy = h * 0.55, r = std::min(w, h) * 0.3;
     for (int y = 0; y < h; ++y)
         for (int x = 0; x < w; ++x) {
             const bool inside = std::hypot(x - cx, y - cy) < r;
             const int n = int(rng.bounded(7)) - 3;
-            const int red = inside ? 210 + n : 40 + 4 * x % 60 + n;
-            const int green = inside ? 120 + 2 * y % 40 + n : 90 + n;
-            const int blue = inside ? 30 + n : 160 + 3 * y % 50 + n;
-            img.setPixel(x, y, qRgb(std::clamp(red, 0, 255), std::clamp(green, 0, 255), std::clamp(blue, 0, 255)));
+            img.setPixel(x, y, qRgb(std::clamp(inside ? 210 + n : 40 + 4 * x % 60 + n, 0, 255), std::clamp(inside ? 120 + 2 * y % 40 + n : 90 + n, 0, 255),
+                                    std::clamp(inside ? 30 + n : 160 + 3 * y % 50 + n, 0, 255)));
         }
     return img;
 }
@@ -163,17 +141,8 @@ QImage syntheticMarks(int w, int h, int band)
     const double cx = w * 0.45, cy = h * 0.55, r = std::min(w, h) * 0.3;
     return marksImage(w, h, [&](int x, int y) {
         const double d = std::hypot(x - cx, y - cy) - r;
-        if (std::abs(d) <= band)
-            return 'g';
-        if (d < -band)
-            return 'r';
-        return x < 2 || y < 2 || x >= w - 2 || y >= h - 2 ? 'b' : '.';
+        return std::abs(d) <= band ? 'g' : d < -band ? 'r' : x < 2 || y < 2 || x >= w - 2 || y >= h - 2 ? 'b' : '.';
     });
-}
-
-QImage photoBytes(int w, int h, quint32 seed)
-{
-    return syntheticPhoto(w, h, seed).convertToFormat(QImage::Format_RGBA8888);
 }
 
 void sendMouse(QWidget& w, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held, QPoint at)
@@ -205,27 +174,44 @@ QString drawnAt(const QImage& shown, const QImage& image, qreal scale)
     const QImage img = image.convertToFormat(QImage::Format_RGBA8888);
     auto candidates = [&](int device) {
         const double u = (device + 0.5) / scale;
-        QVector<int> out{int(std::floor(u))};
-        if (std::abs(u - std::round(u)) < 1e-3)
-            out = {int(std::round(u)) - 1, int(std::round(u))};
-        return out;
+        return std::abs(u - std::round(u)) < 1e-3 ? QVector<int>{int(std::round(u)) - 1, int(std::round(u))} : QVector<int>{int(std::floor(u))};
     };
     for (int y = 0; y < shown.height(); ++y)
         for (int x = 0; x < shown.width(); ++x) {
             bool matches = false;
             for (int ix : candidates(x))
-                for (int iy : candidates(y)) {
-                    const bool inside = ix >= 0 && iy >= 0 && ix < img.width() && iy < img.height();
-                    matches |= shown.pixel(x, y) == (inside ? img.pixel(ix, iy) : 0u);
-                }
+                for (int iy : candidates(y))
+                    matches |= shown.pixel(x, y) == (ix >= 0 && iy >= 0 && ix < img.width() && iy < img.height() ? img.pixel(ix, iy) : 0u);
             if (!matches)
-                return QStringLiteral("device pixel (%1, %2) of %3 x %4 is %5").arg(x).arg(y).arg(shown.width())
-                    .arg(shown.height()).arg(shown.pixel(x, y), 8, 16, QLatin1Char('0'));
+                return QStringLiteral("device pixel (%1, %2) of %3 x %4 is %5").arg(x).arg(y).arg(shown.width()).arg(shown.height()).arg(shown.pixel(x, y), 8, 16, QLatin1Char('0'));
         }
     return QString();
 }
 
+// Settings that hold for the whole process (a screen's scale, Mesa's version) are tried in a
+// child that runs `function` with `name` set to `value`; true when this is that child.
+bool inChild(const char* name, const QString& value, const QString& function)
+{
+    if (qEnvironmentVariable(name) == value)
+        return true;
+    QProcess child;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QLatin1String(name), value);
+    child.setProcessEnvironment(env);
+    child.setProcessChannelMode(QProcess::MergedChannels);
+    child.start(QCoreApplication::applicationFilePath(), {function});
+    if (!child.waitForFinished(120000) || child.exitCode() != 0)
+        QTest::qFail(child.readAll().constData(), __FILE__, __LINE__);
+    return false;
+}
+
 } // namespace
+
+// ---- The programs ---------------------------------------------------------------------------
+
+// ---- The view ---------------------------------------------------------------------------------
+
+// ---- The command line ---------------------------------------------------------------------
 
 class TestGLMatting : public QObject
 {
@@ -233,801 +219,687 @@ class TestGLMatting : public QObject
 private slots:
     void cleanup() { m_view.reset(); }
 
-    void trimapProgram_data();
-    void trimapProgram();
-    void fastFill_data();
-    void fastFill();
-    void expandByHand();
-    void expandProgram();
-    void robustByHand_data();
-    void robustByHand();
-    void robustPassesOverUnknownOnly();
-    void closedByHand();
-    void resultByHand();
+    void trimapProgram_data()
+    {
+        QTest::addColumn<QColor>("mark"); QTest::addColumn<int>("alpha");
+        QTest::newRow("red: object") << QColor(255, 0, 0, 128) << 255;
+        QTest::newRow("green: unknown") << QColor(0, 255, 0, 128) << 128;
+        QTest::newRow("blue: background") << QColor(0, 0, 255, 128) << 0;
+        QTest::newRow("unmarked: background") << QColor(0, 0, 0, 0) << 0;
+        QTest::newRow("red wins over green") << QColor(255, 255, 0, 128) << 255;
+        QTest::newRow("128 is above a half") << QColor(128, 0, 0, 128) << 255;
+        QTest::newRow("127 is not") << QColor(127, 128, 0, 128) << 128;
+    }
 
-    void nothingBeforeAnImage();
-    void imageWaitsForTheContext();
-    void inputReadsFileOrSaysWhy();
-    void strokeBand();
-    void markColours_data();
-    void markColours();
-    void autoFillFloodsAfterStroke();
-    void matteRunsClosedBrushRadiusTimes_data();
-    void matteRunsClosedBrushRadiusTimes();
-    void drawsInDevicePixels_data();
-    void drawsInDevicePixels();
-    void refusesImagesBeyondTheDriver();
-    void refusesOpenGLBelow21();
-    void brokenProgramShowsMessageOthersRun_data();
-    void brokenProgramShowsMessageOthersRun();
-    void commandLineExitStatuses_data();
-    void commandLineExitStatuses();
-    void commandLineMatchesView();
+    void trimapProgram()
+    {
+        QFETCH(QColor, mark); QFETCH(int, alpha);
+        QuickSelectGLWidget& v = view(syntheticPhoto(5, 3, 1));
+        QImage marks(5, 3, QImage::Format_RGBA8888);
+        marks.fill(Qt::transparent);
+        marks.setPixelColor(3, 1, mark);
+        writeTexture(v, v.marksTexture, marks);
+        const QImage gpu = runProgram(v, *v.trimapShader, v.marksTexture, 0);
+        // A half is stored as 127.5: the driver may round it either way.
+        QVERIFY(std::abs(gpu.pixelColor(3, 1).red() - alpha) <= (alpha == 128) && gpu.pixelColor(3, 1).alpha() == 255);
+        QCOMPARE(gpu.pixelColor(0, 0), QColor(0, 0, 0, 255));
+        QCOMPARE(qRed(ref::toImage(ref::trimap(ref::fromImage(marks))).pixel(3, 1)), alpha);
+    }
+
+    void fastFill_data()
+    {
+        // One line of marks, laid along a row or a column: each pass grows object and background
+        // seeds by one pixel into unmarked pixels, object first; unknown marks never spread.
+        QTest::addColumn<QString>("marks"); QTest::addColumn<int>("passes"); QTest::addColumn<QString>("filled");
+        QTest::newRow("no passes") << "r..g..b" << 0 << "r..g..b";
+        QTest::newRow("negative passes") << "r..g..b" << -3 << "r..g..b";
+        QTest::newRow("one pass") << "r..g..b" << 1 << "rr.g.bb";
+        QTest::newRow("two passes") << "r..g..b" << 2 << "rrrgbbb";
+        QTest::newRow("three passes: nothing left") << "r..g..b" << 3 << "rrrgbbb";
+        QTest::newRow("object wins a shared gap") << "..r.b.." << 1 << ".rrrbb.";
+        QTest::newRow("object wins from the other side") << "..b.r.." << 1 << ".bbrrr.";
+    }
+
+    void fastFill()
+    {
+        QFETCH(QString, marks); QFETCH(int, passes); QFETCH(QString, filled);
+        for (const bool column : {false, true}) {
+            const int w = column ? 1 : 7, h = column ? 7 : 1;
+            auto line = [&](const QString& s) { return marksImage(w, h, [&](int x, int y) { return s[x + y].toLatin1(); }); };
+            QuickSelectGLWidget& v = view(syntheticPhoto(w, h, 1));
+            writeTexture(v, v.marksTexture, line(marks));
+            v.flood(passes);
+            QCOMPARE(readTexture(v, v.marksTexture), line(filled));
+            // The photo and the alphas are left alone, and the view still shows the photo.
+            QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(w, h, 1));
+            QCOMPARE(readTexture(v, v.alphaTexture), greyImage(w, h, [](int, int) { return 128; }));
+            v.showMarks = false;
+            QCOMPARE(shownBytes(v, 0), syntheticPhoto(w, h, 1));
+        }
+    }
+
+    void expandProgram()
+    {
+        // Every pixel has its own colour except the centre (10, 10) and two pixels three steps
+        // from it, right (13, 10: background) and below (10, 13: object). Both are at distance 9;
+        // the scan runs window rows upwards, so the row below in the image comes first and the
+        // centre takes its value, 1. A lone unknown pixel without a close colour stays unknown:
+        // (3, 3) differs from (3, 4) by 12/255 in green, far above the limit.
+        const int n = 21;
+        QImage colours(n, n, QImage::Format_ARGB32);
+        for (int y = 0; y < n; ++y)
+            for (int x = 0; x < n; ++x)
+                colours.setPixel(x, y, x == 10 && (y == 10 || y == 13) ? qRgb(0, 0, 255) : x == 13 && y == 10 ? qRgb(0, 0, 255) : qRgb(12 * x, 12 * y, 0));
+        const QImage tri = greyImage(n, n, [](int x, int y) { return (x == 10 && y == 10) || (x == 3 && y == 3) ? 128 : (x == 10 && y == 13) ? 255 : 0; });
+        QuickSelectGLWidget& v = view(colours);
+        writeTexture(v, v.alphaTexture, tri);
+        QImage gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
+        QCOMPARE(qRed(gpu.pixel(10, 10)), 255);
+        QCOMPARE(qRed(gpu.pixel(3, 3)), 128);
+        // Colours within the limit: 5/255 in one channel qualifies (25 / 65025 <= 0.0004), 6/255
+        // does not (36 / 65025).
+        for (const int nearer : {250, 249}) {
+            colours.setPixel(10, 13, qRgb(0, 0, nearer));
+            colours.setPixel(13, 10, qRgb(0, 0, 499 - nearer));
+            writeTexture(v, v.colorTexture, colours);
+            gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
+            QCOMPARE(qRed(gpu.pixel(10, 10)), nearer == 250 ? 255 : 0);
+        }
+
+        // Byte for byte against the literal reading: few colours with a little noise, so that many
+        // offsets qualify and many do not.
+        const int w = 31, h = 26;
+        QRandomGenerator rng(11);
+        const QRgb palette[] = {qRgb(200, 40, 40), qRgb(40, 200, 40), qRgb(40, 40, 200), qRgb(120, 120, 120)};
+        QImage noisy(w, h, QImage::Format_ARGB32);
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x) {
+                const QRgb c = palette[rng.bounded(4)];
+                const int d = int(rng.bounded(9)) - 4;
+                noisy.setPixel(x, y, qRgb(qRed(c) + d, qGreen(c), qBlue(c) - d));
+            }
+        const QImage randomTri = greyImage(w, h, [&](int, int) { return std::array<int, 4>{0, 128, 128, 255}[rng.bounded(4)]; });
+        QuickSelectGLWidget& big = view(noisy);
+        writeTexture(big, big.alphaTexture, randomTri);
+        gpu = runProgram(big, *big.expandShader, big.alphaTexture, big.colorTexture);
+        QCOMPARE(maxDiff(gpu, ref::toImage(ref::expand(ref::fromImage(randomTri), ref::fromImage(noisy)))), 0);
+    }
+
+    void robustByHand_data()
+    {
+        QTest::addColumn<QString>("layout"); // per column of a 9 x 9 image: f object, b background, u unknown
+        QTest::addColumn<QRgb>("objectColour"); QTest::addColumn<QRgb>("backgroundColour"); QTest::addColumn<QRgb>("pixelColour");
+        QTest::addColumn<int>("alpha");
+        // Rays that reach only unknown pixels or leave the image: 0.5.
+        QTest::newRow("nothing known") << "uuuuuuuuu" << 0u << 0u << qRgb(9, 9, 9) << 128;
+        QTest::newRow("only object") << "ffffuffff" << qRgb(200, 0, 0) << 0u << qRgb(9, 9, 9) << 255;
+        QTest::newRow("only background") << "bbbbubbbb" << 0u << qRgb(200, 0, 0) << qRgb(9, 9, 9) << 0;
+        // The pixel lies a quarter of the way from the background to the object colour:
+        // df = 0.75 |cf - cb|, db = 0.25 |cf - cb|, alpha = db / (df + db) = 0.25, and every pair
+        // is the same, so the mean of the three slots is 0.25 (63.75, stored 64).
+        QTest::newRow("a quarter") << "ffffubbbb" << qRgb(0, 0, 200) << qRgb(200, 0, 0) << qRgb(150, 0, 50) << 64;
+        QTest::newRow("three quarters") << "ffffubbbb" << qRgb(200, 0, 0) << qRgb(0, 0, 200) << qRgb(150, 0, 50) << 191;
+        // Both samples have the pixel's colour: 0 / 0, settled as 0.5.
+        QTest::newRow("both distances 0") << "ffffubbbb" << qRgb(60, 60, 60) << qRgb(60, 60, 60) << qRgb(60, 60, 60) << 128;
+    }
+
+    void robustByHand()
+    {
+        QFETCH(QString, layout); QFETCH(QRgb, objectColour); QFETCH(QRgb, backgroundColour); QFETCH(QRgb, pixelColour);
+        QFETCH(int, alpha);
+        QImage colours(9, 9, QImage::Format_ARGB32);
+        const auto at = [&](int x, int y) { return x == 4 && y == 4 ? 'u' : layout[x].toLatin1(); };
+        const QImage tri = greyImage(9, 9, [&](int x, int y) { return at(x, y) == 'f' ? 255 : at(x, y) == 'b' ? 0 : 128; });
+        for (int y = 0; y < 9; ++y)
+            for (int x = 0; x < 9; ++x)
+                colours.setPixel(x, y, at(x, y) == 'f' ? objectColour : at(x, y) == 'b' ? backgroundColour : pixelColour);
+        QuickSelectGLWidget& v = view(colours);
+        writeTexture(v, v.alphaTexture, tri);
+        // The stored value of a mean the driver computes in its own precision: within one level.
+        QVERIFY(std::abs(qRed(runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture).pixel(4, 4)) - alpha) <= 1);
+        QCOMPARE(qRed(ref::toImage(ref::robust(ref::fromImage(tri), ref::fromImage(colours))).pixel(4, 4)), alpha);
+    }
+
+    void robustPassesOverUnknownOnly()
+    {
+        // Mostly unknown, with a few small known patches, so that rays cross long unknown stretches
+        // that the map of unknown blocks lets them pass over. Passing over must not change a byte.
+        const int w = 72, h = 60;
+        const QImage colours = syntheticPhoto(w, h, 21);
+        const QImage marks = marksImage(w, h, [](int x, int y) {
+            const bool object = x >= 6 && x < 10 && y >= 40 && y < 44;
+            return object ? 'r' : (x >= 60 && x < 63 && y >= 8 && y < 12) || (x >= 30 && x < 33 && y >= 2 && y < 4) ? 'b' : 'g';
+        });
+        QuickSelectGLWidget& v = view(colours);
+        writeTexture(v, v.alphaTexture, ref::toImage(ref::trimap(ref::fromImage(marks))));
+        const QImage plain = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
+        const GLuint clearMap = v.buildClearMap();
+        QVERIFY(clearMap);
+        const auto bindMap = [&](GLuint map) {
+            glf()->glActiveTexture(GL_TEXTURE2);
+            glBindTexture(GL_TEXTURE_2D, map);
+            glf()->glActiveTexture(GL_TEXTURE0);
+        };
+        bindMap(clearMap);
+        const QImage passing = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
+        bindMap(0);
+        QCOMPARE(maxDiff(passing, plain), 0);
+        QVERIFY(maxDiff(plain, ref::toImage(ref::robust(ref::trimap(ref::fromImage(marks)), ref::fromImage(colours)))) <= 1);
+        // Rays from many unknown pixels found a patch.
+        int found = 0;
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                found += marks.pixelColor(x, y).green() && plain.pixelColor(x, y).red() != 128;
+        QVERIFY2(found > w * h / 4, qPrintable(QString::number(found)));
+    }
+
+    void closedByHand()
+    {
+        // 3 x 3 around (1, 1). Top row grey 0.6 with alpha 1, the rest grey 0.2 with alpha 0
+        // except the centre: grey 0.6, alpha 0.5 (stored 128).
+        //   g = 0.6 x 4, 0.2 x 5; mean m = 3.4 / 9 = 0.37778; d = 0.22222 (x 4), -0.17778 (x 5)
+        //   s = (4 x 0.049383 + 5 x 0.031605) / 9 + 0.001 / 9 = 0.039506 + 0.000111 = 0.039617
+        //   bright neighbours: w = (1 + 0.22222 x 0.22222 / 0.039617) / 9 = (1 + 1.24649) / 9 = 0.24961
+        //   dark neighbours:   w = (1 - 0.22222 x 0.17778 / 0.039617) / 9 = (1 - 0.99719) / 9 = 0.000312
+        //   alpha = 3 x 0.24961 / (3 x 0.24961 + 5 x 0.000312) = 0.74883 / 0.75039 = 0.99792 -> 254
+        // Pixels outside the 3 x 3 repeat the edge; the image is exactly 3 x 3.
+        const QImage colours = greyImage(3, 3, [](int x, int y) { return y == 0 || (x == 1 && y == 1) ? 153 : 51; });
+        QImage tri = greyImage(3, 3, [](int x, int y) { return x == 1 && y == 1 ? 128 : y == 0 ? 255 : 0; });
+        QuickSelectGLWidget& v = view(colours);
+        writeTexture(v, v.alphaTexture, tri);
+        QImage gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
+        QCOMPARE(qRed(gpu.pixel(1, 1)), 254);
+        QCOMPARE(qRed(ref::toImage(ref::closed(ref::fromImage(tri), ref::fromImage(colours))).pixel(1, 1)), 254);
+        // Known pixels never change.
+        QCOMPARE(qRed(gpu.pixel(0, 0)) - qRed(gpu.pixel(0, 2)), 255);
+
+        // Uniform grey: all deviations 0, every weight 1/9, the plain mean of the eight
+        // neighbours; six at 1 and two at 0 give 0.75 (191.25 -> 191).
+        writeTexture(v, v.colorTexture, greyImage(3, 3, [](int, int) { return 90; }));
+        writeTexture(v, v.alphaTexture, greyImage(3, 3, [](int x, int y) { return x == 1 && y == 1 ? 128 : y == 2 && x < 2 ? 0 : 255; }));
+        QCOMPARE(qRed(runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture).pixel(1, 1)), 191);
+
+        // Above 0.95 and below 0.05 stay; 0.95 itself (242) and 0.05 (13) are smoothed.
+        for (const auto& [stored, stays] : {std::pair{243, true}, {242, false}, {12, true}, {13, false}}) {
+            const int centre = stored; // a lambda may not capture a structured binding in C++17
+            writeTexture(v, v.alphaTexture, greyImage(3, 3, [centre](int x, int y) { return x == 1 && y == 1 ? centre : 128; }));
+            QCOMPARE(qRed(runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture).pixel(1, 1)) == stored, stays);
+        }
+    }
+
+    void resultByHand()
+    {
+        // Colour (200, 100, 50, 255), alpha 0.2 (51): over the background (0, 0, 1, 1)
+        // (40, 20, 10 + 204, 51 + 204), over transparent black (40, 20, 10, 51).
+        QuickSelectGLWidget& v = view(greyImage(2, 1, [](int, int) { return 0; }));
+        QImage colours(2, 1, QImage::Format_ARGB32);
+        colours.fill(qRgb(200, 100, 50));
+        writeTexture(v, v.colorTexture, colours);
+        writeTexture(v, v.alphaTexture, greyImage(2, 1, [](int x, int) { return x ? 255 : 51; }));
+        for (const Px& bkg : {Px{0, 0, 0, 0}, Px{0, 0, 1, 1}}) {
+            v.makeCurrent();
+            v.resultShader->bind();
+            v.resultShader->setUniformValue("BkgColor", bkg[0], bkg[1], bkg[2], bkg[3]);
+            const QImage gpu = runProgram(v, *v.resultShader, v.alphaTexture, v.colorTexture);
+            QCOMPARE(gpu.pixelColor(0, 0), bkg[3] == 1 ? QColor(40, 20, 214, 255) : QColor(40, 20, 10, 51));
+            QCOMPARE(gpu.pixelColor(1, 0), QColor(200, 100, 50, 255));
+        }
+    }
+
+    void nothingBeforeAnImage()
+    {
+        QuickSelectGLWidget v;
+        v.resize(40, 30);
+        v.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&v));
+        drag(v, Qt::LeftButton, QPoint(5, 5), QPoint(20, 5));
+        v.flood(4);
+        v.matte();
+        v.reset();
+        QImage matte;
+        v.saveToImage(matte);
+        QVERIFY(matte.isNull() && !v.fbo);
+        QCOMPARE(v.colorTexture + v.alphaTexture + v.marksTexture, GLuint(0));
+        // View 0 draws nothing visible: the clear colour, transparent black, everywhere.
+        QImage blank(40, 30, QImage::Format_RGBA8888);
+        blank.fill(0);
+        QCOMPARE(v.grabFramebuffer().convertToFormat(QImage::Format_RGBA8888), blank);
+    }
+
+    void imageWaitsForTheContext()
+    {
+        // Loaded before the view has a context: the image is taken when the context arrives.
+        QuickSelectGLWidget v;
+        v.loadFromImage(syntheticPhoto(24, 18, 3));
+        QVERIFY(!v.fbo);
+        v.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&v));
+        QVERIFY(v.fbo);
+        QCOMPARE(v.size(), QSize(24, 18));
+        QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(24, 18, 3));
+        QCOMPARE(readTexture(v, v.alphaTexture), greyImage(24, 18, [](int, int) { return 128; }));
+
+        // Another image replaces everything: new size, all unknown, no marks; reset gives mid-grey.
+        const QImage none = marksImage(10, 12, [](int, int) { return '.'; });
+        writeTexture(v, v.marksTexture, marksImage(24, 18, [](int, int) { return 'r'; }));
+        v.loadFromImage(syntheticPhoto(10, 12, 4));
+        QVERIFY(v.size() == QSize(10, 12) && v.texWidth == 10 && v.imageHeight == 12);
+        QCOMPARE(readTexture(v, v.marksTexture), none);
+        writeTexture(v, v.marksTexture, syntheticMarks(10, 12, 2));
+        v.matte();
+        v.reset();
+        v.viewMode = 1;
+        QCOMPARE(v.grabFramebuffer().convertToFormat(QImage::Format_RGBA8888), greyImage(10, 12, [](int, int) { return 128; }));
+        QCOMPARE(readTexture(v, v.marksTexture), none);
+    }
+
+    void inputReadsFileOrSaysWhy()
+    {
+        QTemporaryDir dir;
+        QVERIFY(syntheticPhoto(16, 12, 2).save(dir.filePath(QStringLiteral("good.png"))));
+        QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
+        v.caption = QStringLiteral("Title");
+        QVERIFY(v.input(dir.filePath(QStringLiteral("good.png"))));
+        QCOMPARE(v.size(), QSize(16, 12));
+        const QString missing = dir.filePath(QStringLiteral("missing.png"));
+        MessageBoxAnswerer closer;
+        QVERIFY(!v.input(missing));
+        QCOMPARE(closer.texts, QStringList{QStringLiteral("Failed to open file:\n'") + missing + QStringLiteral("'.")});
+        QCOMPARE(closer.titles, QStringList{QStringLiteral("Title")});
+        // The previous image stays.
+        QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(16, 12, 2));
+    }
+
+    void strokeBand()
+    {
+        QuickSelectGLWidget& v = view(syntheticPhoto(40, 20, 1));
+        // A press and release without a move, and a move without a button, paint nothing.
+        sendMouse(v, QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, QPoint(20, 15));
+        QVERIFY(v.leftDown);
+        sendMouse(v, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, QPoint(20, 15));
+        QVERIFY(!v.leftDown);
+        sendMouse(v, QEvent::MouseMove, Qt::NoButton, Qt::NoButton, QPoint(30, 12));
+        QCOMPARE(readTexture(v, v.marksTexture), marksImage(40, 20, [](int, int) { return '.'; }));
+
+        // Radius 4, from (10, 10) to (30, 10): rows 6 to 13 and columns 6 to 33, with the corners
+        // of the band cut off by the half-octagon caps. The tips are (6, 10) and (34, 10): the pixel
+        // centres next to them are inside. Vertices are truncated toward zero: the lower cap corners
+        // (7.17, 12.83) and (32.83, 12.83) become (7, 12) and (32, 12), which leaves those two out.
+        QCOMPARE(v.brushRadius, 4);
+        drag(v, Qt::LeftButton, QPoint(10, 10), QPoint(30, 10));
+        const QImage marks = readTexture(v, v.marksTexture);
+        QRect box;
+        for (int y = 0; y < marks.height(); ++y)
+            for (int x = 0; x < marks.width(); ++x)
+                if (marks.pixelColor(x, y).alpha()) {
+                    QCOMPARE(marks.pixelColor(x, y), QColor(255, 0, 0, 128));
+                    box |= QRect(x, y, 1, 1);
+                }
+        QCOMPARE(box, QRect(QPoint(6, 6), QPoint(33, 13)));
+        for (int x = 10; x <= 29; ++x)
+            for (int y = 6; y <= 13; ++y)
+                QCOMPARE(marks.pixelColor(x, y).alpha(), 128);
+        for (QPoint in : {QPoint(6, 9), QPoint(6, 10), QPoint(33, 9), QPoint(7, 7)})
+            QCOMPARE(marks.pixelColor(in).alpha(), 128);
+        for (QPoint out : {QPoint(6, 6), QPoint(6, 13), QPoint(33, 6), QPoint(33, 13), QPoint(7, 12), QPoint(32, 12)})
+            QCOMPARE(marks.pixelColor(out).alpha(), 0);
+    }
+
+    void markColours_data()
+    {
+        // What the left, right and middle buttons paint in each mark mode: r object, g unknown,
+        // b background, . erased.
+        QTest::addColumn<int>("mode"); QTest::addColumn<QString>("paints");
+        QTest::newRow("0") << 0 << "rg.";
+        QTest::newRow("1") << 1 << "brg";
+        QTest::newRow("2") << 2 << "gr.";
+        QTest::newRow("3") << 3 << "..";
+    }
+
+    void markColours()
+    {
+        QFETCH(int, mode); QFETCH(QString, paints);
+        const Qt::MouseButton buttons[] = {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton};
+        for (int b = 0; b < paints.size(); ++b) {
+            QuickSelectGLWidget& v = view(syntheticPhoto(30, 20, 1));
+            // Something to erase under the stroke.
+            writeTexture(v, v.marksTexture, marksImage(30, 20, [](int, int) { return 'b'; }));
+            v.markMode = mode;
+            v.brushRadius = 2;
+            drag(v, buttons[b], QPoint(5, 10), QPoint(25, 10));
+            const QImage marks = readTexture(v, v.marksTexture);
+            QCOMPARE(marks.pixelColor(15, 10), marksImage(1, 1, [&](int, int) { return paints[b].toLatin1(); }).pixelColor(0, 0));
+            QCOMPARE(marks.pixelColor(15, 2), QColor(0, 0, 255, 128));
+        }
+    }
+
+    void autoFillFloodsAfterStroke()
+    {
+        QuickSelectGLWidget& v = view(syntheticPhoto(60, 50, 1));
+        v.autoFill = true;
+        v.brushRadius = 1;
+        // A background seed shows whether a flood ran.
+        writeTexture(v, v.marksTexture, marksImage(60, 50, [](int x, int y) { return x == 50 && y == 40 ? 'b' : '.'; }));
+        // In mode 0 the right button paints unknown: no flood.
+        drag(v, Qt::RightButton, QPoint(5, 45), QPoint(10, 45));
+        QCOMPARE(readTexture(v, v.marksTexture).pixelColor(50, 41).alpha(), 0);
+        // The left button paints the object and floods 16 passes.
+        drag(v, Qt::LeftButton, QPoint(30, 10), QPoint(31, 10));
+        const QImage marks = readTexture(v, v.marksTexture);
+        QCOMPARE(marks.pixelColor(30, 10 + 16), QColor(255, 0, 0, 128));
+        QCOMPARE(marks.pixelColor(30, 10 + 18).alpha(), 0);
+        QCOMPARE(marks.pixelColor(50, 40 - 16), QColor(0, 0, 255, 128));
+        QCOMPARE(marks.pixelColor(7, 45), QColor(0, 255, 0, 128));
+        // Without autoFill the stroke stays as painted.
+        v.autoFill = false;
+        writeTexture(v, v.marksTexture, marksImage(60, 50, [](int, int) { return '.'; }));
+        drag(v, Qt::LeftButton, QPoint(30, 10), QPoint(31, 10));
+        QCOMPARE(readTexture(v, v.marksTexture).pixelColor(30, 14).alpha(), 0);
+    }
+
+    void matteRunsClosedBrushRadiusTimes_data()
+    {
+        QTest::addColumn<int>("radius");
+        QTest::newRow("default 4") << 4;
+        QTest::newRow("1") << 1;
+        QTest::newRow("0") << 0;
+    }
+
+    void matteRunsClosedBrushRadiusTimes()
+    {
+        QFETCH(int, radius);
+        const QImage colours = syntheticPhoto(36, 30, 8), marks = syntheticMarks(36, 30, 5);
+        QuickSelectGLWidget& v = view(colours);
+        if (radius != 4)
+            v.brushRadius = radius;
+        writeTexture(v, v.marksTexture, marks);
+        QVERIFY(v.matte());
+        QImage gpu, again;
+        v.saveToImage(gpu);
+        QCOMPARE(gpu.format(), QImage::Format_ARGB32);
+        const auto diff = [&](int passes) {
+            qint64 sum = 0;
+            return maxDiff(gpu, ref::toImage(ref::matte(ref::fromImage(marks), ref::fromImage(colours), passes)), &sum) <= 1 ? sum : -sum - 1;
+        };
+        const qint64 own = diff(radius);
+        QVERIFY(own >= 0);
+        // One pass more or fewer lies clearly farther away, so the count is what it is.
+        QVERIFY(std::abs(diff(radius + 1)) > own + 20);
+        QVERIFY(radius == 0 || std::abs(diff(radius - 1)) > own + 20);
+        // The marks stay as painted: matte starts again from them each time.
+        QCOMPARE(readTexture(v, v.marksTexture), marks);
+        v.matte();
+        v.saveToImage(again);
+        QCOMPARE(again, gpu);
+    }
+
+    void drawsInDevicePixels_data()
+    {
+        QTest::addColumn<QString>("scale");
+        QTest::newRow("1") << QStringLiteral("1");
+        QTest::newRow("1.5") << QStringLiteral("1.5");
+        QTest::newRow("2") << QStringLiteral("2");
+    }
+
+    void drawsInDevicePixels()
+    {
+        QFETCH(QString, scale);
+        if (scale != QLatin1String("1") && !inChild("QT_SCALE_FACTOR", scale, QStringLiteral("drawsInDevicePixels:") + scale))
+            return;
+        const int w = 40, h = 30;
+        const QImage colours = syntheticPhoto(w, h, 5);
+        QuickSelectGLWidget& v = view(colours);
+        const qreal dpr = v.devicePixelRatio();
+        QCOMPARE(dpr, scale.toDouble());
+        v.showMarks = false;
+        QString wrong = drawnAt(shownBytes(v, 0), colours, dpr);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        // A stroke lands under the pointer: marks in image pixels, blended at alpha 0.5 over those
+        // pixels, unmarked pixels as they are.
+        v.showMarks = true;
+        v.brushRadius = 2;
+        drag(v, Qt::LeftButton, QPoint(10, 10), QPoint(30, 10));
+        const QImage marks = readTexture(v, v.marksTexture);
+        QVERIFY(marks.pixelColor(20, 10) == QColor(255, 0, 0, 128) && marks.pixelColor(20, 14).alpha() == 0);
+        const QImage withMarks = shownBytes(v, 0);
+        const auto atWidget = [&](int x, int y) { return withMarks.pixelColor(int((x + 0.5) * dpr), int((y + 0.5) * dpr)); };
+        const float a = 128.0f / 255.0f;
+        QVERIFY(std::abs(atWidget(20, 10).red() - std::lround(255 * a + colours.pixelColor(20, 10).red() * (1 - a))) <= 1);
+        QVERIFY(std::abs(atWidget(20, 10).green() - std::lround(colours.pixelColor(20, 10).green() * (1 - a))) <= 1);
+        QCOMPARE(atWidget(20, 14), colours.pixelColor(20, 14));
+
+        // Matte and composite (the photo times the matte over transparent black), also in a widget
+        // larger than the image: everything stays on the image. Any other view draws nothing.
+        writeTexture(v, v.marksTexture, syntheticMarks(w, h, 2));
+        QVERIFY(v.matte());
+        QImage matte;
+        v.saveToImage(matte);
+        QCOMPARE(matte.size(), QSize(w, h));
+        QImage composite = colours;
+        for (int y = 0; y < h; ++y)
+            for (int i = 0; i < 4 * w; ++i)
+                composite.scanLine(y)[i] = uchar(std::lround(composite.constScanLine(y)[i] * (qRed(matte.pixel(i / 4, y)) / 255.0f)));
+        for (QSize size : {QSize(w, h), QSize(81, 61)}) {
+            v.resize(size);
+            QCOMPARE(shownBytes(v, 0).size(), size * dpr);
+            wrong = drawnAt(shownBytes(v, 1), matte, dpr) + drawnAt(shownBytes(v, 2), composite, dpr) + drawnAt(shownBytes(v, 7), QImage(), dpr);
+            QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        }
+    }
+
+    void refusesImagesBeyondTheDriver()
+    {
+        QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
+        GLint largest = 0;
+        v.makeCurrent();
+        glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+        QImage wide(largest + 1, 1, QImage::Format_ARGB32);
+        wide.fill(0xff336699u);
+        QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
+        QStringList texts;
+        {
+            MessageBoxAnswerer closer;
+            v.loadFromImage(wide);
+            texts = closer.texts;
+        }
+        QCOMPARE(failures.size(), 1);
+        QCOMPARE(texts, QStringList{failures[0][0].toString()});
+        QVERIFY2(texts[0].contains(QString::number(largest + 1)) && v.lastError() == texts[0], qPrintable(texts[0]));
+        // The previous image stays and works.
+        QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(20, 10, 1));
+        QVERIFY(v.matte());
+
+        // Waiting for the context does not get it through either; without boxes only the signal.
+        QuickSelectGLWidget later;
+        later.messageBoxes = false;
+        QSignalSpy laterFailures(&later, &QuickSelectGLWidget::failed);
+        later.loadFromImage(wide);
+        later.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&later));
+        QCOMPARE(laterFailures.size(), 1);
+        QVERIFY(!later.fbo && !later.matte());
+    }
+
+    void refusesOpenGLBelow21()
+    {
+        // Mesa can be told to offer OpenGL 2.0 only.
+        if (!inChild("MESA_GL_VERSION_OVERRIDE", QStringLiteral("2.0"), QStringLiteral("refusesOpenGLBelow21")))
+            return;
+        QuickSelectGLWidget v;
+        v.messageBoxes = false;
+        QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
+        v.loadFromImage(syntheticPhoto(20, 16, 1));
+        v.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&v));
+        if (v.context()->format().version() >= qMakePair(2, 1))
+            QSKIP("this driver does not take Mesa's version override");
+        QCOMPARE(failures.size(), 1);
+        QVERIFY2(v.lastError().contains(QLatin1String("OpenGL 2.1")), qPrintable(v.lastError()));
+        QVERIFY(!v.fbo && !v.programsReady() && !v.matte());
+    }
+
+    void brokenProgramShowsMessageOthersRun_data()
+    {
+        QTest::addColumn<QString>("rcc"); QTest::addColumn<QString>("message"); QTest::addColumn<bool>("boxes");
+        const QString compile = QStringLiteral("Failed to compile: 'RobustShader.fp'\n"), link = QStringLiteral("Failed to link 'closedShader'\n");
+        QTest::newRow("Robust does not compile") << QStringLiteral(VEXA_BROKEN_COMPILE_RCC) << compile << true;
+        QTest::newRow("Closed does not link") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << link << true;
+        QTest::newRow("Closed does not link, no boxes") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << link << false;
+    }
+
+    void brokenProgramShowsMessageOthersRun()
+    {
+        QFETCH(QString, rcc); QFETCH(QString, message); QFETCH(bool, boxes);
+        // The plug-in's shaders give way to a set in which one program is broken.
+        qCleanupResources_Resources();
+        QVERIFY(QResource::registerResource(rcc));
+        auto v = std::make_unique<QuickSelectGLWidget>();
+        QSignalSpy failures(v.get(), &QuickSelectGLWidget::failed);
+        QStringList texts, titles;
+        {
+            MessageBoxAnswerer closer;
+            v->caption = QStringLiteral("Matting");
+            v->messageBoxes = boxes;
+            v->show();
+            QVERIFY(QTest::qWaitForWindowExposed(v.get()));
+            texts = closer.texts;
+            titles = closer.titles;
+        }
+        QVERIFY(QResource::unregisterResource(rcc));
+        qInitResources_Resources();
+        // The host learns of it through the signal and the status, and sees the box if it wants it.
+        QCOMPARE(failures.size(), 1);
+        const QString said = failures.at(0).at(0).toString();
+        QVERIFY2(said.startsWith(message) && said.size() > message.size(), qPrintable(said)); // the log follows
+        QVERIFY(v->lastError() == said && !v->programsReady());
+        QCOMPARE(texts, boxes ? QStringList{said} : QStringList{});
+        QCOMPARE(titles, boxes ? QStringList{QStringLiteral("Matting")} : QStringList{});
+
+        // The view goes on; matte runs the working passes, skips the broken one and says so.
+        const QImage colours = syntheticPhoto(30, 24, 8), marks = syntheticMarks(30, 24, 2);
+        v->loadFromImage(colours);
+        writeTexture(*v, v->marksTexture, marks);
+        QVERIFY(!v->matte());
+        QImage gpu;
+        v->saveToImage(gpu);
+        const Grid c = ref::fromImage(colours);
+        Grid expected = ref::expand(ref::trimap(ref::fromImage(marks)), c);
+        if (message.contains(QLatin1String("link")))
+            expected = ref::robust(expected, c);
+        else
+            for (int i = 0; i < 4; ++i)
+                expected = ref::closed(expected, c);
+        QVERIFY(maxDiff(gpu, ref::toImage(expected)) <= 1);
+        QVERIFY(v->fastFillShader->isLinked() && v->resultShader->isLinked());
+    }
+
+    void commandLineExitStatuses_data()
+    {
+        QTest::addColumn<QStringList>("args"); QTest::addColumn<bool>("withGL"); QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("says");
+        // Files are made in the test: in.png 20 x 16, marks.png 20 x 16, small.png 8 x 8.
+        const QStringList files{"in.png", "marks.png", "out.png"};
+        QTest::newRow("done") << files << true << 0 << QString();
+        QTest::newRow("no arguments") << QStringList{} << true << 2 << QString();
+        QTest::newRow("two arguments") << QStringList{"in.png", "marks.png"} << true << 2 << QString();
+        QTest::newRow("unreadable image") << QStringList{"missing.png", "marks.png", "out.png"} << true << 2 << QString();
+        QTest::newRow("unreadable marks") << QStringList{"in.png", "missing.png", "out.png"} << true << 2 << QString();
+        QTest::newRow("marks of another size") << QStringList{"in.png", "small.png", "out.png"} << true << 2 << QString();
+        QTest::newRow("passes not a number") << files + QStringList{"--passes", "x"} << true << 2 << QString();
+        QTest::newRow("negative passes") << files + QStringList{"--passes", "-1"} << true << 2 << QString();
+        QTest::newRow("working size not a number") << files + QStringList{"--working-size", "x"} << true << 2 << QString();
+        QTest::newRow("negative working size") << files + QStringList{"--working-size", "-1"} << true << 2 << QString();
+        QTest::newRow("unwritable output") << QStringList{"in.png", "marks.png", "nodir/out.png"} << true << 2 << QString();
+        QTest::newRow("no OpenGL") << files << false << 3 << QStringLiteral("OpenGL 2.1");
+        // No box waits for a click: the log goes to stderr and no matte lacking a pass is written.
+        QTest::newRow("program does not compile") << files + QStringList{"--shaders", VEXA_BROKEN_COMPILE_RCC} << true << 3
+                                                  << QStringLiteral("Failed to compile: 'RobustShader.fp'\n");
+        QTest::newRow("program does not link") << files + QStringList{"--shaders", VEXA_BROKEN_LINK_RCC} << true << 3
+                                               << QStringLiteral("Failed to link 'closedShader'\n");
+    }
+
+    void commandLineExitStatuses()
+    {
+        QFETCH(QStringList, args); QFETCH(bool, withGL); QFETCH(int, status); QFETCH(QString, says);
+        QTemporaryDir dir;
+        QVERIFY(syntheticPhoto(20, 16, 1).save(dir.filePath("in.png")) && syntheticMarks(20, 16, 2).save(dir.filePath("marks.png"))
+                && syntheticPhoto(8, 8, 1).save(dir.filePath("small.png")));
+        QProcess cli;
+        cli.setWorkingDirectory(dir.path());
+        if (!withGL) {
+            // No display and a platform without OpenGL.
+            QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+            env.insert("QT_QPA_PLATFORM", "offscreen");
+            env.insert("QT_QPA_OFFSCREEN_NO_GLX", "1");
+            env.remove("DISPLAY");
+            cli.setProcessEnvironment(env);
+        }
+        cli.start(QStringLiteral(VEXA_GLMATTE_PATH), args);
+        QVERIFY2(cli.waitForFinished(30000), "blocked");
+        const QString err = QString::fromLocal8Bit(cli.readAllStandardError());
+        QVERIFY2(cli.exitStatus() == QProcess::NormalExit && cli.exitCode() == status, qPrintable(err));
+        QVERIFY2(err.contains(says) && (status != 2 || !err.isEmpty()), qPrintable(err));
+        QCOMPARE(QFile::exists(dir.filePath("out.png")), status == 0);
+    }
+
+    void commandLineMatchesView()
+    {
+        // The marks picture in the command-line convention: near-pure colours count; grey and
+        // yellow are unmarked.
+        const int w = 48, h = 36;
+        const QImage colours = syntheticPhoto(w, h, 12), viewMarks = syntheticMarks(w, h, 3);
+        QImage picture(w, h, QImage::Format_RGB32);
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x) {
+                const QColor m = viewMarks.pixelColor(x, y);
+                picture.setPixelColor(x, y, m.red() ? QColor(230, 20, 30) : m.green() ? QColor(10, 200, 60) : m.blue() ? QColor(0, 0, 255)
+                                              : (x + y) % 2 ? QColor(200, 200, 0) : QColor(128, 128, 128));
+            }
+        QTemporaryDir dir;
+        QVERIFY(colours.save(dir.filePath("in.png")) && picture.save(dir.filePath("marks.png")));
+        auto run = [&](QStringList args, const char* out) {
+            QProcess cli;
+            cli.start(QStringLiteral(VEXA_GLMATTE_PATH), QStringList{dir.filePath(args.takeFirst()), dir.filePath(args.takeFirst()), dir.filePath(out)} + args);
+            const bool done = cli.waitForFinished(60000) && cli.exitStatus() == QProcess::NormalExit && cli.exitCode() == 0;
+            return done && (!args.contains("--timings") || cli.readAllStandardOutput().contains("matte")) ? QImage(dir.filePath(out)) : QImage();
+        };
+        for (int passes : {4, 2}) {
+            const QImage out = run(QStringList{"in.png", "marks.png", "--timings"} + (passes == 4 ? QStringList() : QStringList{"--passes", "2"}), "out.png");
+            QCOMPARE(out.format(), QImage::Format_Grayscale8);
+            QuickSelectGLWidget& v = view(colours);
+            v.brushRadius = passes;
+            writeTexture(v, v.marksTexture, viewMarks);
+            v.matte();
+            QImage matte;
+            v.saveToImage(matte);
+            QCOMPARE(out, matte.convertToFormat(QImage::Format_Grayscale8));
+        }
+
+        // Larger than the working size: matted at 24 x 18 (the photo scaled as quick select scales
+        // it, the marks by nearest pixel), then resampled to the photo's size like a quick select matte.
+        QVERIFY(colours.scaled(24, 18, Qt::KeepAspectRatio, Qt::FastTransformation).save(dir.filePath("small.png")));
+        QVERIFY(VexaMatteResample::nearest(picture.convertToFormat(QImage::Format_ARGB32), 24, 18).save(dir.filePath("smallmarks.png")));
+        const QImage out = run({"in.png", "marks.png", "--working-size", "24"}, "out.png");
+        QCOMPARE(out.size(), QSize(w, h));
+        const QImage work = run({"small.png", "smallmarks.png", "--working-size", "0"}, "work.png");
+        QCOMPARE(out.convertToFormat(QImage::Format_Grayscale8), VexaMatteResample::toGray(work, w, h));
+    }
 
 private:
     // Shows a view holding `image`.
-    QuickSelectGLWidget& view(const QImage& image);
+    QuickSelectGLWidget& view(const QImage& image)
+    {
+        m_view = std::make_unique<QuickSelectGLWidget>();
+        m_view->show();
+        if (!QTest::qWaitForWindowExposed(m_view.get()))
+            qFatal("the view does not appear");
+        m_view->loadFromImage(image);
+        if (!m_view->fbo)
+            qFatal("no OpenGL context for the view");
+        return *m_view;
+    }
     std::unique_ptr<QuickSelectGLWidget> m_view;
 };
-
-QuickSelectGLWidget& TestGLMatting::view(const QImage& image)
-{
-    m_view = std::make_unique<QuickSelectGLWidget>();
-    m_view->show();
-    if (!QTest::qWaitForWindowExposed(m_view.get()))
-        qFatal("the view does not appear");
-    m_view->loadFromImage(image);
-    if (!m_view->fbo)
-        qFatal("no OpenGL context for the view");
-    return *m_view;
-}
-
-// ---- The programs ---------------------------------------------------------------------------
-
-void TestGLMatting::trimapProgram_data()
-{
-    QTest::addColumn<QColor>("mark");
-    QTest::addColumn<int>("alpha");
-    QTest::newRow("red: object") << QColor(255, 0, 0, 128) << 255;
-    QTest::newRow("green: unknown") << QColor(0, 255, 0, 128) << 128;
-    QTest::newRow("blue: background") << QColor(0, 0, 255, 128) << 0;
-    QTest::newRow("unmarked: background") << QColor(0, 0, 0, 0) << 0;
-    QTest::newRow("red wins over green") << QColor(255, 255, 0, 128) << 255;
-    QTest::newRow("128 is above a half") << QColor(128, 0, 0, 128) << 255;
-    QTest::newRow("127 is not") << QColor(127, 128, 0, 128) << 128;
-}
-
-void TestGLMatting::trimapProgram()
-{
-    QFETCH(QColor, mark);
-    QFETCH(int, alpha);
-    QuickSelectGLWidget& v = view(syntheticPhoto(5, 3, 1));
-    QImage marks(5, 3, QImage::Format_RGBA8888);
-    marks.fill(Qt::transparent);
-    marks.setPixelColor(3, 1, mark);
-    writeTexture(v, v.marksTexture, marks);
-    const QImage gpu = runProgram(v, *v.trimapShader, v.marksTexture, 0);
-    QCOMPARE(gpu.pixelColor(3, 1), QColor(alpha, alpha, alpha, 255));
-    QCOMPARE(gpu.pixelColor(0, 0), QColor(0, 0, 0, 255));
-    QCOMPARE(qRed(ref::toImage(ref::trimap(ref::fromImage(marks))).pixel(3, 1)), alpha);
-}
-
-void TestGLMatting::fastFill_data()
-{
-    // One line of marks, laid along a row or a column: each pass grows object and background
-    // seeds by one pixel into unmarked pixels, object first; unknown marks never spread.
-    QTest::addColumn<QString>("marks");
-    QTest::addColumn<int>("passes");
-    QTest::addColumn<QString>("filled");
-    QTest::newRow("no passes") << "r..g..b" << 0 << "r..g..b";
-    QTest::newRow("negative passes") << "r..g..b" << -3 << "r..g..b";
-    QTest::newRow("one pass") << "r..g..b" << 1 << "rr.g.bb";
-    QTest::newRow("two passes") << "r..g..b" << 2 << "rrrgbbb";
-    QTest::newRow("three passes: nothing left") << "r..g..b" << 3 << "rrrgbbb";
-    QTest::newRow("object wins a shared gap") << "..r.b.." << 1 << ".rrrbb.";
-    QTest::newRow("object wins from the other side") << "..b.r.." << 1 << ".bbrrr.";
-}
-
-void TestGLMatting::fastFill()
-{
-    QFETCH(QString, marks);
-    QFETCH(int, passes);
-    QFETCH(QString, filled);
-    for (const bool column : {false, true}) {
-        const int w = column ? 1 : 7, h = column ? 7 : 1;
-        auto line = [&](const QString& s) { return marksImage(w, h, [&](int x, int y) { return s[x + y].toLatin1(); }); };
-        QuickSelectGLWidget& v = view(syntheticPhoto(w, h, 1));
-        writeTexture(v, v.marksTexture, line(marks));
-        v.flood(passes);
-        QCOMPARE(readTexture(v, v.marksTexture), line(filled));
-        // The photo and the alphas are left alone, and the view still shows the photo.
-        QCOMPARE(readTexture(v, v.colorTexture), photoBytes(w, h, 1));
-        QCOMPARE(readTexture(v, v.alphaTexture), greyImage(w, h, [](int, int) { return 128; }));
-        v.showMarks = false;
-        QCOMPARE(shownBytes(v, 0), photoBytes(w, h, 1));
-    }
-}
-
-void TestGLMatting::expandByHand()
-{
-    // Every pixel has its own colour except the centre (10, 10) and two pixels three steps
-    // from it, right (13, 10: background) and below (10, 13: object). Both are at distance 9;
-    // the scan runs window rows upwards, so the row below in the image comes first and the
-    // centre takes its value, 1.
-    const int n = 21;
-    QImage colours(n, n, QImage::Format_ARGB32);
-    for (int y = 0; y < n; ++y)
-        for (int x = 0; x < n; ++x)
-            colours.setPixel(x, y, qRgb(12 * x, 12 * y, 0));
-    for (QPoint p : {QPoint(10, 10), QPoint(13, 10), QPoint(10, 13)})
-        colours.setPixel(p, qRgb(0, 0, 255));
-    // A lone unknown pixel without a close colour stays unknown: (3, 3) differs from (3, 4)
-    // by 12/255 in green, far above the limit.
-    QImage tri = greyImage(n, n, [](int x, int y) {
-        return (x == 10 && y == 10) || (x == 3 && y == 3) ? 128 : (x == 10 && y == 13) ? 255 : 0;
-    });
-    QuickSelectGLWidget& v = view(colours);
-    writeTexture(v, v.alphaTexture, tri);
-    QImage gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
-    QCOMPARE(qRed(gpu.pixel(10, 10)), 255);
-    QCOMPARE(qRed(gpu.pixel(3, 3)), 128);
-
-    // Colours within the limit: 5/255 in one channel qualifies (25 / 65025 <= 0.0004), 6/255
-    // does not (36 / 65025).
-    for (const int nearer : {250, 249}) {
-        colours.setPixel(10, 13, qRgb(0, 0, nearer));
-        colours.setPixel(13, 10, qRgb(0, 0, 499 - nearer));
-        writeTexture(v, v.colorTexture, colours);
-        gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
-        QCOMPARE(qRed(gpu.pixel(10, 10)), nearer == 250 ? 255 : 0);
-    }
-}
-
-void TestGLMatting::expandProgram()
-{
-    // Few colours with a little noise, so that many offsets qualify and many do not.
-    const int w = 31, h = 26;
-    QRandomGenerator rng(11);
-    const QRgb palette[] = {qRgb(200, 40, 40), qRgb(40, 200, 40), qRgb(40, 40, 200), qRgb(120, 120, 120)};
-    QImage colours(w, h, QImage::Format_ARGB32);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) {
-            const QRgb c = palette[rng.bounded(4)];
-            const int n = int(rng.bounded(9)) - 4;
-            colours.setPixel(x, y, qRgb(qRed(c) + n, qGreen(c), qBlue(c) - n));
-        }
-    const QImage tri = greyImage(w, h, [&](int, int) { return std::array<int, 4>{0, 128, 128, 255}[rng.bounded(4)]; });
-    QuickSelectGLWidget& v = view(colours);
-    writeTexture(v, v.alphaTexture, tri);
-    const QImage gpu = runProgram(v, *v.expandShader, v.alphaTexture, v.colorTexture);
-    QCOMPARE(maxDiff(gpu, ref::toImage(ref::expand(ref::fromImage(tri), ref::fromImage(colours)))), 0);
-}
-
-void TestGLMatting::robustByHand_data()
-{
-    QTest::addColumn<QString>("layout"); // per column of a 9 x 9 image: f object, b background, u unknown
-    QTest::addColumn<QRgb>("objectColour");
-    QTest::addColumn<QRgb>("backgroundColour");
-    QTest::addColumn<QRgb>("pixelColour");
-    QTest::addColumn<int>("alpha");
-    // Rays that reach only unknown pixels or leave the image: 0.5.
-    QTest::newRow("nothing known") << "uuuuuuuuu" << 0u << 0u << qRgb(9, 9, 9) << 128;
-    QTest::newRow("only object") << "ffffuffff" << qRgb(200, 0, 0) << 0u << qRgb(9, 9, 9) << 255;
-    QTest::newRow("only background") << "bbbbubbbb" << 0u << qRgb(200, 0, 0) << qRgb(9, 9, 9) << 0;
-    // The pixel lies a quarter of the way from the background to the object colour:
-    // df = 0.75 |cf - cb|, db = 0.25 |cf - cb|, alpha = db / (df + db) = 0.25, and every pair
-    // is the same, so the mean of the three slots is 0.25 (63.75, stored 64).
-    QTest::newRow("a quarter") << "ffffubbbb" << qRgb(0, 0, 200) << qRgb(200, 0, 0) << qRgb(150, 0, 50) << 64;
-    QTest::newRow("three quarters") << "ffffubbbb" << qRgb(200, 0, 0) << qRgb(0, 0, 200) << qRgb(150, 0, 50) << 191;
-    // Both samples have the pixel's colour: 0 / 0, settled as 0.5.
-    QTest::newRow("both distances 0") << "ffffubbbb" << qRgb(60, 60, 60) << qRgb(60, 60, 60) << qRgb(60, 60, 60) << 128;
-}
-
-void TestGLMatting::robustByHand()
-{
-    QFETCH(QString, layout);
-    QFETCH(QRgb, objectColour);
-    QFETCH(QRgb, backgroundColour);
-    QFETCH(QRgb, pixelColour);
-    QFETCH(int, alpha);
-    QImage colours(9, 9, QImage::Format_ARGB32);
-    QImage tri = greyImage(9, 9, [&](int x, int) { return layout[x] == 'f' ? 255 : layout[x] == 'b' ? 0 : 128; });
-    for (int y = 0; y < 9; ++y)
-        for (int x = 0; x < 9; ++x)
-            colours.setPixel(x, y, layout[x] == 'f' ? objectColour : layout[x] == 'b' ? backgroundColour : pixelColour);
-    colours.setPixel(4, 4, pixelColour);
-    tri.setPixelColor(4, 4, QColor(128, 128, 128));
-    QuickSelectGLWidget& v = view(colours);
-    writeTexture(v, v.alphaTexture, tri);
-    const QImage gpu = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
-    QCOMPARE(qRed(gpu.pixel(4, 4)), alpha);
-    QCOMPARE(qRed(ref::toImage(ref::robust(ref::fromImage(tri), ref::fromImage(colours))).pixel(4, 4)), alpha);
-}
-
-void TestGLMatting::robustPassesOverUnknownOnly()
-{
-    // Mostly unknown, with a few small known patches, so that rays cross long unknown stretches
-    // that the map of unknown blocks lets them pass over. Passing over must not change a byte.
-    const int w = 72, h = 60;
-    const QImage colours = syntheticPhoto(w, h, 21);
-    const QImage marks = marksImage(w, h, [](int x, int y) {
-        if (x >= 6 && x < 10 && y >= 40 && y < 44)
-            return 'r';
-        if ((x >= 60 && x < 63 && y >= 8 && y < 12) || (x >= 30 && x < 33 && y >= 2 && y < 4))
-            return 'b';
-        return 'g';
-    });
-    QuickSelectGLWidget& v = view(colours);
-    writeTexture(v, v.alphaTexture, ref::toImage(ref::trimap(ref::fromImage(marks))));
-    const QImage plain = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
-    const GLuint clearMap = v.buildClearMap();
-    QVERIFY(clearMap);
-    glf()->glActiveTexture(GL_TEXTURE2);
-    glBindTexture(GL_TEXTURE_2D, clearMap);
-    glf()->glActiveTexture(GL_TEXTURE0);
-    const QImage passing = runProgram(v, *v.robustShader, v.alphaTexture, v.colorTexture);
-    glf()->glActiveTexture(GL_TEXTURE2);
-    glBindTexture(GL_TEXTURE_2D, 0);
-    glf()->glActiveTexture(GL_TEXTURE0);
-    QCOMPARE(maxDiff(passing, plain), 0);
-    QVERIFY(maxDiff(plain, ref::toImage(ref::robust(ref::trimap(ref::fromImage(marks)), ref::fromImage(colours)))) <= 1);
-    // Rays from many unknown pixels found a patch.
-    int found = 0;
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x)
-            found += marks.pixelColor(x, y).green() && plain.pixelColor(x, y).red() != 128;
-    QVERIFY2(found > w * h / 4, qPrintable(QString::number(found)));
-}
-
-void TestGLMatting::closedByHand()
-{
-    // 3 x 3 around (1, 1). Top row grey 0.6 with alpha 1, the rest grey 0.2 with alpha 0
-    // except the centre: grey 0.6, alpha 0.5 (stored 128).
-    //   g = 0.6 x 4, 0.2 x 5; mean m = 3.4 / 9 = 0.37778; d = 0.22222 (x 4), -0.17778 (x 5)
-    //   s = (4 x 0.049383 + 5 x 0.031605) / 9 + 0.001 / 9 = 0.039506 + 0.000111 = 0.039617
-    //   bright neighbours: w = (1 + 0.22222 x 0.22222 / 0.039617) / 9 = (1 + 1.24649) / 9 = 0.24961
-    //   dark neighbours:   w = (1 - 0.22222 x 0.17778 / 0.039617) / 9 = (1 - 0.99719) / 9 = 0.000312
-    //   alpha = 3 x 0.24961 / (3 x 0.24961 + 5 x 0.000312) = 0.74883 / 0.75039 = 0.99792 -> 254
-    // Pixels outside the 3 x 3 repeat the edge; the image is exactly 3 x 3.
-    QImage colours = greyImage(3, 3, [](int x, int y) { return y == 0 || (x == 1 && y == 1) ? 153 : 51; });
-    QImage tri = greyImage(3, 3, [](int x, int y) { return x == 1 && y == 1 ? 128 : y == 0 ? 255 : 0; });
-    QuickSelectGLWidget& v = view(colours);
-    writeTexture(v, v.alphaTexture, tri);
-    QImage gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
-    QCOMPARE(qRed(gpu.pixel(1, 1)), 254);
-    QCOMPARE(qRed(ref::toImage(ref::closed(ref::fromImage(tri), ref::fromImage(colours))).pixel(1, 1)), 254);
-    // Known pixels never change.
-    QCOMPARE(qRed(gpu.pixel(0, 0)), 255);
-    QCOMPARE(qRed(gpu.pixel(0, 2)), 0);
-
-    // Uniform grey: all deviations 0, every weight 1/9, the plain mean of the eight
-    // neighbours; six at 1 and two at 0 give 0.75 (191.25 -> 191).
-    colours = greyImage(3, 3, [](int, int) { return 90; });
-    tri = greyImage(3, 3, [](int x, int y) { return x == 1 && y == 1 ? 128 : y == 2 && x < 2 ? 0 : 255; });
-    writeTexture(v, v.colorTexture, colours);
-    writeTexture(v, v.alphaTexture, tri);
-    gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
-    QCOMPARE(qRed(gpu.pixel(1, 1)), 191);
-
-    // Above 0.95 and below 0.05 stay; 0.95 itself (242) and 0.05 (13) are smoothed.
-    for (const auto& [stored, stays] : {std::pair{243, true}, {242, false}, {12, true}, {13, false}}) {
-        const int centre = stored; // a lambda may not capture a structured binding in C++17
-        tri = greyImage(3, 3, [centre](int x, int y) { return x == 1 && y == 1 ? centre : 128; });
-        writeTexture(v, v.alphaTexture, tri);
-        gpu = runProgram(v, *v.closedShader, v.alphaTexture, v.colorTexture);
-        QCOMPARE(qRed(gpu.pixel(1, 1)) == stored, stays);
-    }
-}
-
-void TestGLMatting::resultByHand()
-{
-    // Colour (200, 100, 50, 255), alpha 0.2 (51): over the background (0, 0, 1, 1)
-    // (40, 20, 10 + 204, 51 + 204), over transparent black (40, 20, 10, 51).
-    QuickSelectGLWidget& v = view(greyImage(2, 1, [](int, int) { return 0; }));
-    QImage colours(2, 1, QImage::Format_ARGB32);
-    colours.fill(qRgb(200, 100, 50));
-    writeTexture(v, v.colorTexture, colours);
-    writeTexture(v, v.alphaTexture, greyImage(2, 1, [](int x, int) { return x ? 255 : 51; }));
-    for (const Px& bkg : {Px{0, 0, 0, 0}, Px{0, 0, 1, 1}}) {
-        v.makeCurrent();
-        v.resultShader->bind();
-        v.resultShader->setUniformValue("BkgColor", bkg[0], bkg[1], bkg[2], bkg[3]);
-        const QImage gpu = runProgram(v, *v.resultShader, v.alphaTexture, v.colorTexture);
-        QCOMPARE(gpu.pixelColor(0, 0), bkg[3] == 1 ? QColor(40, 20, 214, 255) : QColor(40, 20, 10, 51));
-        QCOMPARE(gpu.pixelColor(1, 0), QColor(200, 100, 50, 255));
-    }
-}
-
-// ---- The view ---------------------------------------------------------------------------------
-
-void TestGLMatting::nothingBeforeAnImage()
-{
-    QuickSelectGLWidget v;
-    v.resize(40, 30);
-    v.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&v));
-    drag(v, Qt::LeftButton, QPoint(5, 5), QPoint(20, 5));
-    v.flood(4);
-    v.matte();
-    v.reset();
-    QImage matte;
-    v.saveToImage(matte);
-    QVERIFY(matte.isNull());
-    QVERIFY(!v.fbo);
-    QCOMPARE(v.colorTexture + v.alphaTexture + v.marksTexture, GLuint(0));
-    // View 0 draws nothing visible: the clear colour, transparent black, everywhere.
-    QImage blank(40, 30, QImage::Format_RGBA8888);
-    blank.fill(0);
-    QCOMPARE(v.grabFramebuffer().convertToFormat(QImage::Format_RGBA8888), blank);
-}
-
-void TestGLMatting::imageWaitsForTheContext()
-{
-    // Loaded before the view has a context: the image is taken when the context arrives.
-    QuickSelectGLWidget v;
-    v.loadFromImage(syntheticPhoto(24, 18, 3));
-    QVERIFY(!v.fbo);
-    v.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&v));
-    QVERIFY(v.fbo);
-    QCOMPARE(v.size(), QSize(24, 18));
-    QCOMPARE(readTexture(v, v.colorTexture), photoBytes(24, 18, 3));
-    QCOMPARE(readTexture(v, v.alphaTexture), greyImage(24, 18, [](int, int) { return 128; }));
-
-    // Another image replaces everything: new size, all unknown, no marks; reset gives mid-grey.
-    writeTexture(v, v.marksTexture, marksImage(24, 18, [](int, int) { return 'r'; }));
-    v.loadFromImage(syntheticPhoto(10, 12, 4));
-    QCOMPARE(v.size(), QSize(10, 12));
-    QCOMPARE(v.texWidth, 10);
-    QCOMPARE(v.imageHeight, 12);
-    QCOMPARE(readTexture(v, v.marksTexture), marksImage(10, 12, [](int, int) { return '.'; }));
-    writeTexture(v, v.marksTexture, syntheticMarks(10, 12, 2));
-    v.matte();
-    v.reset();
-    v.viewMode = 1;
-    QCOMPARE(v.grabFramebuffer().convertToFormat(QImage::Format_RGBA8888), greyImage(10, 12, [](int, int) { return 128; }));
-    QCOMPARE(readTexture(v, v.marksTexture), marksImage(10, 12, [](int, int) { return '.'; }));
-}
-
-void TestGLMatting::inputReadsFileOrSaysWhy()
-{
-    QTemporaryDir dir;
-    QVERIFY(syntheticPhoto(16, 12, 2).save(dir.filePath(QStringLiteral("good.png"))));
-    QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
-    v.caption = QStringLiteral("Title");
-    QVERIFY(v.input(dir.filePath(QStringLiteral("good.png"))));
-    QCOMPARE(v.size(), QSize(16, 12));
-    const QString missing = dir.filePath(QStringLiteral("missing.png"));
-    MessageBoxAnswerer closer;
-    QVERIFY(!v.input(missing));
-    QCOMPARE(closer.texts, QStringList{QStringLiteral("Failed to open file:\n'") + missing + QStringLiteral("'.")});
-    QCOMPARE(closer.titles, QStringList{QStringLiteral("Title")});
-    // The previous image stays.
-    QCOMPARE(v.texWidth, 16);
-    QCOMPARE(readTexture(v, v.colorTexture), photoBytes(16, 12, 2));
-}
-
-void TestGLMatting::strokeBand()
-{
-    QuickSelectGLWidget& v = view(syntheticPhoto(40, 20, 1));
-    // A press and release without a move, and a move without a button, paint nothing.
-    sendMouse(v, QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, QPoint(20, 15));
-    QVERIFY(v.leftDown);
-    sendMouse(v, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, QPoint(20, 15));
-    QVERIFY(!v.leftDown);
-    sendMouse(v, QEvent::MouseMove, Qt::NoButton, Qt::NoButton, QPoint(30, 12));
-    QCOMPARE(readTexture(v, v.marksTexture), marksImage(40, 20, [](int, int) { return '.'; }));
-
-    // Radius 4, from (10, 10) to (30, 10): rows 6 to 13 and columns 6 to 33, with the corners
-    // of the band cut off by the half-octagon caps.
-    QCOMPARE(v.brushRadius, 4);
-    drag(v, Qt::LeftButton, QPoint(10, 10), QPoint(30, 10));
-    const QImage marks = readTexture(v, v.marksTexture);
-    QRect box;
-    for (int y = 0; y < marks.height(); ++y)
-        for (int x = 0; x < marks.width(); ++x) {
-            if (marks.pixelColor(x, y).alpha() == 0)
-                continue;
-            QCOMPARE(marks.pixelColor(x, y), QColor(255, 0, 0, 128));
-            box |= QRect(x, y, 1, 1);
-        }
-    QCOMPARE(box, QRect(QPoint(6, 6), QPoint(33, 13)));
-    for (int x = 10; x <= 29; ++x)
-        for (int y = 6; y <= 13; ++y)
-            QCOMPARE(marks.pixelColor(x, y).alpha(), 128);
-    // The tips are (6, 10) and (34, 10): the pixel centres next to them are inside. Vertices
-    // are truncated toward zero: the lower cap corners (7.17, 12.83) and (32.83, 12.83) become
-    // (7, 12) and (32, 12), which leaves those two pixels out.
-    for (QPoint in : {QPoint(6, 9), QPoint(6, 10), QPoint(33, 9), QPoint(7, 7)})
-        QCOMPARE(marks.pixelColor(in).alpha(), 128);
-    for (QPoint out : {QPoint(6, 6), QPoint(6, 13), QPoint(33, 6), QPoint(33, 13), QPoint(7, 12), QPoint(32, 12)})
-        QCOMPARE(marks.pixelColor(out).alpha(), 0);
-}
-
-void TestGLMatting::markColours_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("button");
-    QTest::addColumn<QColor>("colour");
-    const QColor red(255, 0, 0, 128), green(0, 255, 0, 128), blue(0, 0, 255, 128), erased(0, 0, 0, 0);
-    const int left = Qt::LeftButton, right = Qt::RightButton, middle = Qt::MiddleButton;
-    QTest::newRow("0 left") << 0 << left << red;
-    QTest::newRow("0 right") << 0 << right << green;
-    QTest::newRow("0 middle") << 0 << middle << erased;
-    QTest::newRow("1 left") << 1 << left << blue;
-    QTest::newRow("1 right") << 1 << right << red;
-    QTest::newRow("1 middle") << 1 << middle << green;
-    QTest::newRow("2 left") << 2 << left << green;
-    QTest::newRow("2 right") << 2 << right << red;
-    QTest::newRow("2 middle") << 2 << middle << erased;
-    QTest::newRow("3 left") << 3 << left << erased;
-    QTest::newRow("3 right") << 3 << right << erased;
-}
-
-void TestGLMatting::markColours()
-{
-    QFETCH(int, mode);
-    QFETCH(int, button);
-    QFETCH(QColor, colour);
-    QuickSelectGLWidget& v = view(syntheticPhoto(30, 20, 1));
-    // Something to erase under the stroke.
-    writeTexture(v, v.marksTexture, marksImage(30, 20, [](int, int) { return 'b'; }));
-    v.markMode = mode;
-    v.brushRadius = 2;
-    drag(v, Qt::MouseButton(button), QPoint(5, 10), QPoint(25, 10));
-    const QImage marks = readTexture(v, v.marksTexture);
-    QCOMPARE(marks.pixelColor(15, 10), colour);
-    QCOMPARE(marks.pixelColor(15, 2), QColor(0, 0, 255, 128));
-}
-
-void TestGLMatting::autoFillFloodsAfterStroke()
-{
-    QuickSelectGLWidget& v = view(syntheticPhoto(60, 50, 1));
-    v.autoFill = true;
-    v.brushRadius = 1;
-    // A background seed shows whether a flood ran.
-    writeTexture(v, v.marksTexture, marksImage(60, 50, [](int x, int y) { return x == 50 && y == 40 ? 'b' : '.'; }));
-    // In mode 0 the right button paints unknown: no flood.
-    drag(v, Qt::RightButton, QPoint(5, 45), QPoint(10, 45));
-    QCOMPARE(readTexture(v, v.marksTexture).pixelColor(50, 41).alpha(), 0);
-    // The left button paints the object and floods 16 passes.
-    drag(v, Qt::LeftButton, QPoint(30, 10), QPoint(31, 10));
-    const QImage marks = readTexture(v, v.marksTexture);
-    QCOMPARE(marks.pixelColor(30, 10 + 16), QColor(255, 0, 0, 128));
-    QCOMPARE(marks.pixelColor(30, 10 + 18).alpha(), 0);
-    QCOMPARE(marks.pixelColor(50, 40 - 16), QColor(0, 0, 255, 128));
-    QCOMPARE(marks.pixelColor(7, 45), QColor(0, 255, 0, 128));
-    // Without autoFill the stroke stays as painted.
-    v.autoFill = false;
-    writeTexture(v, v.marksTexture, marksImage(60, 50, [](int, int) { return '.'; }));
-    drag(v, Qt::LeftButton, QPoint(30, 10), QPoint(31, 10));
-    QCOMPARE(readTexture(v, v.marksTexture).pixelColor(30, 14).alpha(), 0);
-}
-
-void TestGLMatting::matteRunsClosedBrushRadiusTimes_data()
-{
-    QTest::addColumn<int>("radius");
-    QTest::newRow("default 4") << 4;
-    QTest::newRow("1") << 1;
-    QTest::newRow("0") << 0;
-}
-
-void TestGLMatting::matteRunsClosedBrushRadiusTimes()
-{
-    QFETCH(int, radius);
-    const int w = 36, h = 30;
-    const QImage colours = syntheticPhoto(w, h, 8);
-    const QImage marks = syntheticMarks(w, h, 5);
-    QuickSelectGLWidget& v = view(colours);
-    if (radius != 4)
-        v.brushRadius = radius;
-    writeTexture(v, v.marksTexture, marks);
-    QVERIFY(v.matte());
-    QImage gpu;
-    v.saveToImage(gpu);
-    QCOMPARE(gpu.format(), QImage::Format_ARGB32);
-    const Grid g = ref::fromImage(marks), c = ref::fromImage(colours);
-    const QImage cpu = ref::toImage(ref::matte(g, c, radius));
-    QVERIFY(maxDiff(gpu, cpu) <= 1);
-    // One pass more or fewer lies clearly farther away, so the count is what it is.
-    const qint64 own = sumDiff(gpu, cpu);
-    QVERIFY(sumDiff(gpu, ref::toImage(ref::matte(g, c, radius + 1))) > own + 20);
-    if (radius > 0)
-        QVERIFY(sumDiff(gpu, ref::toImage(ref::matte(g, c, radius - 1))) > own + 20);
-    // The marks stay as painted: matte starts again from them each time.
-    QCOMPARE(readTexture(v, v.marksTexture), marks);
-    v.matte();
-    QImage again;
-    v.saveToImage(again);
-    QCOMPARE(again, gpu);
-}
-
-void TestGLMatting::drawsInDevicePixels_data()
-{
-    QTest::addColumn<QString>("scale");
-    QTest::newRow("1") << QStringLiteral("1");
-    QTest::newRow("1.5") << QStringLiteral("1.5");
-    QTest::newRow("2") << QStringLiteral("2");
-}
-
-void TestGLMatting::drawsInDevicePixels()
-{
-    // A screen's scale factor holds for the whole process: other factors run in a child.
-    QFETCH(QString, scale);
-    if (scale != QLatin1String("1") && qEnvironmentVariable("QT_SCALE_FACTOR") != scale) {
-        QProcess child;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("QT_SCALE_FACTOR"), scale);
-        child.setProcessEnvironment(env);
-        child.setProcessChannelMode(QProcess::MergedChannels);
-        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("drawsInDevicePixels:") + scale});
-        QVERIFY(child.waitForFinished(120000));
-        QVERIFY2(child.exitCode() == 0, child.readAll().constData());
-        return;
-    }
-    const int w = 40, h = 30;
-    const QImage colours = syntheticPhoto(w, h, 5);
-    QuickSelectGLWidget& v = view(colours);
-    const qreal dpr = v.devicePixelRatio();
-    QCOMPARE(dpr, scale.toDouble());
-    v.showMarks = false;
-    QString wrong = drawnAt(shownBytes(v, 0), colours, dpr);
-    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
-    // A stroke lands under the pointer: marks in image pixels, blended at alpha 0.5 over those
-    // pixels, unmarked pixels as they are.
-    v.showMarks = true;
-    v.brushRadius = 2;
-    drag(v, Qt::LeftButton, QPoint(10, 10), QPoint(30, 10));
-    const QImage marks = readTexture(v, v.marksTexture);
-    QCOMPARE(marks.pixelColor(20, 10), QColor(255, 0, 0, 128));
-    QCOMPARE(marks.pixelColor(20, 14).alpha(), 0);
-    const QImage withMarks = shownBytes(v, 0);
-    const auto atWidget = [&](int x, int y) { return withMarks.pixelColor(int((x + 0.5) * dpr), int((y + 0.5) * dpr)); };
-    const float a = 128.0f / 255.0f;
-    QVERIFY(std::abs(atWidget(20, 10).red() - std::lround(255 * a + colours.pixelColor(20, 10).red() * (1 - a))) <= 1);
-    QVERIFY(std::abs(atWidget(20, 10).green() - std::lround(colours.pixelColor(20, 10).green() * (1 - a))) <= 1);
-    QCOMPARE(atWidget(20, 14), colours.pixelColor(20, 14));
-
-    // Matte and composite (the image faded into transparent black by the matte), also in a
-    // widget larger than the image: everything stays on the image. Any other view draws nothing.
-    writeTexture(v, v.marksTexture, syntheticMarks(w, h, 2));
-    QVERIFY(v.matte());
-    QImage matte;
-    v.saveToImage(matte);
-    QCOMPARE(matte.size(), QSize(w, h));
-    const QImage composite = ref::toImage(ref::result(ref::fromImage(matte), ref::fromImage(colours), Px{0, 0, 0, 0}));
-    for (QSize size : {QSize(w, h), QSize(81, 61)}) {
-        v.resize(size);
-        QCOMPARE(shownBytes(v, 0).size(), size * dpr);
-        wrong = drawnAt(shownBytes(v, 1), matte, dpr) + drawnAt(shownBytes(v, 2), composite, dpr)
-            + drawnAt(shownBytes(v, 7), QImage(), dpr);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
-    }
-}
-
-void TestGLMatting::refusesImagesBeyondTheDriver()
-{
-    QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
-    GLint largest = 0;
-    v.makeCurrent();
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-    QImage wide(largest + 1, 1, QImage::Format_ARGB32);
-    wide.fill(0xff336699u);
-    QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
-    QStringList texts;
-    {
-        MessageBoxAnswerer closer;
-        v.loadFromImage(wide);
-        texts = closer.texts;
-    }
-    QCOMPARE(failures.size(), 1);
-    QCOMPARE(texts, QStringList{failures[0][0].toString()});
-    QVERIFY2(texts[0].contains(QString::number(largest + 1)), qPrintable(texts[0]));
-    QCOMPARE(v.lastError(), texts[0]);
-    // The previous image stays and works.
-    QCOMPARE(readTexture(v, v.colorTexture), photoBytes(20, 10, 1));
-    QVERIFY(v.matte());
-
-    // Waiting for the context does not get it through either; without boxes only the signal.
-    QuickSelectGLWidget later;
-    later.messageBoxes = false;
-    QSignalSpy laterFailures(&later, &QuickSelectGLWidget::failed);
-    later.loadFromImage(wide);
-    later.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&later));
-    QCOMPARE(laterFailures.size(), 1);
-    QVERIFY(!later.fbo);
-    QVERIFY(!later.matte());
-}
-
-void TestGLMatting::refusesOpenGLBelow21()
-{
-    // Mesa can be told to offer OpenGL 2.0 only; that holds for the whole process, so it runs
-    // in a child.
-    if (qEnvironmentVariable("MESA_GL_VERSION_OVERRIDE") != QLatin1String("2.0")) {
-        QProcess child;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("MESA_GL_VERSION_OVERRIDE"), QStringLiteral("2.0"));
-        child.setProcessEnvironment(env);
-        child.setProcessChannelMode(QProcess::MergedChannels);
-        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("refusesOpenGLBelow21")});
-        QVERIFY(child.waitForFinished(120000));
-        QVERIFY2(child.exitCode() == 0, child.readAll().constData());
-        return;
-    }
-    QuickSelectGLWidget v;
-    v.messageBoxes = false;
-    QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
-    v.loadFromImage(syntheticPhoto(20, 16, 1));
-    v.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&v));
-    if (v.context()->format().version() >= qMakePair(2, 1))
-        QSKIP("this driver does not take Mesa's version override");
-    QCOMPARE(failures.size(), 1);
-    QVERIFY2(v.lastError().contains(QLatin1String("OpenGL 2.1")), qPrintable(v.lastError()));
-    QVERIFY(!v.fbo);
-    QVERIFY(!v.programsReady());
-    QVERIFY(!v.matte());
-}
-
-void TestGLMatting::brokenProgramShowsMessageOthersRun_data()
-{
-    QTest::addColumn<QString>("rcc");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<bool>("boxes");
-    const QString compile = QStringLiteral("Failed to compile: 'RobustShader.fp'\n"), link = QStringLiteral("Failed to link 'closedShader'\n");
-    QTest::newRow("Robust does not compile") << QStringLiteral(VEXA_BROKEN_COMPILE_RCC) << compile << true;
-    QTest::newRow("Closed does not link") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << link << true;
-    QTest::newRow("Closed does not link, no boxes") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << link << false;
-}
-
-void TestGLMatting::brokenProgramShowsMessageOthersRun()
-{
-    QFETCH(QString, rcc);
-    QFETCH(QString, message);
-    QFETCH(bool, boxes);
-    // The plug-in's shaders give way to a set in which one program is broken.
-    qCleanupResources_Resources();
-    QVERIFY(QResource::registerResource(rcc));
-    auto v = std::make_unique<QuickSelectGLWidget>();
-    QSignalSpy failures(v.get(), &QuickSelectGLWidget::failed);
-    QStringList texts, titles;
-    {
-        MessageBoxAnswerer closer;
-        v->caption = QStringLiteral("Matting");
-        v->messageBoxes = boxes;
-        v->show();
-        QVERIFY(QTest::qWaitForWindowExposed(v.get()));
-        texts = closer.texts;
-        titles = closer.titles;
-    }
-    QVERIFY(QResource::unregisterResource(rcc));
-    qInitResources_Resources();
-    // The host learns of it through the signal and the status, and sees the box if it wants it.
-    QCOMPARE(failures.size(), 1);
-    const QString said = failures.at(0).at(0).toString();
-    QVERIFY2(said.startsWith(message) && said.size() > message.size(), qPrintable(said)); // the log follows
-    QCOMPARE(v->lastError(), said);
-    QVERIFY(!v->programsReady());
-    QCOMPARE(texts, boxes ? QStringList{said} : QStringList{});
-    QCOMPARE(titles, boxes ? QStringList{QStringLiteral("Matting")} : QStringList{});
-
-    // The view goes on; matte runs the working passes, skips the broken one and says so.
-    const QImage colours = syntheticPhoto(30, 24, 8), marks = syntheticMarks(30, 24, 2);
-    v->loadFromImage(colours);
-    writeTexture(*v, v->marksTexture, marks);
-    QVERIFY(!v->matte());
-    QImage gpu;
-    v->saveToImage(gpu);
-    const Grid c = ref::fromImage(colours);
-    Grid expected = ref::expand(ref::trimap(ref::fromImage(marks)), c);
-    if (message.contains(QLatin1String("link")))
-        expected = ref::robust(expected, c);
-    else
-        for (int i = 0; i < 4; ++i)
-            expected = ref::closed(expected, c);
-    QVERIFY(maxDiff(gpu, ref::toImage(expected)) <= 1);
-    QVERIFY(v->fastFillShader->isLinked() && v->resultShader->isLinked());
-}
-
-// ---- The command line ---------------------------------------------------------------------
-
-void TestGLMatting::commandLineExitStatuses_data()
-{
-    QTest::addColumn<QStringList>("args");
-    QTest::addColumn<bool>("withGL");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("says");
-    // Files are made in the test: in.png 20 x 16, marks.png 20 x 16, small.png 8 x 8.
-    const QStringList files{"in.png", "marks.png", "out.png"};
-    QTest::newRow("done") << files << true << 0 << QString();
-    QTest::newRow("no arguments") << QStringList{} << true << 2 << QString();
-    QTest::newRow("two arguments") << QStringList{"in.png", "marks.png"} << true << 2 << QString();
-    QTest::newRow("unreadable image") << QStringList{"missing.png", "marks.png", "out.png"} << true << 2 << QString();
-    QTest::newRow("unreadable marks") << QStringList{"in.png", "missing.png", "out.png"} << true << 2 << QString();
-    QTest::newRow("marks of another size") << QStringList{"in.png", "small.png", "out.png"} << true << 2 << QString();
-    QTest::newRow("passes not a number") << files + QStringList{"--passes", "x"} << true << 2 << QString();
-    QTest::newRow("negative passes") << files + QStringList{"--passes", "-1"} << true << 2 << QString();
-    QTest::newRow("working size not a number") << files + QStringList{"--working-size", "x"} << true << 2 << QString();
-    QTest::newRow("negative working size") << files + QStringList{"--working-size", "-1"} << true << 2 << QString();
-    QTest::newRow("unwritable output") << QStringList{"in.png", "marks.png", "nodir/out.png"} << true << 2 << QString();
-    QTest::newRow("no OpenGL") << files << false << 3 << QStringLiteral("OpenGL 2.1");
-    // No box waits for a click: the log goes to stderr and no matte lacking a pass is written.
-    QTest::newRow("program does not compile") << files + QStringList{"--shaders", VEXA_BROKEN_COMPILE_RCC} << true << 3
-                                              << QStringLiteral("Failed to compile: 'RobustShader.fp'\n");
-    QTest::newRow("program does not link") << files + QStringList{"--shaders", VEXA_BROKEN_LINK_RCC} << true << 3
-                                           << QStringLiteral("Failed to link 'closedShader'\n");
-}
-
-void TestGLMatting::commandLineExitStatuses()
-{
-    QFETCH(QStringList, args);
-    QFETCH(bool, withGL);
-    QFETCH(int, status);
-    QFETCH(QString, says);
-    QTemporaryDir dir;
-    QVERIFY(syntheticPhoto(20, 16, 1).save(dir.filePath("in.png")) && syntheticMarks(20, 16, 2).save(dir.filePath("marks.png"))
-            && syntheticPhoto(8, 8, 1).save(dir.filePath("small.png")));
-    QProcess cli;
-    cli.setWorkingDirectory(dir.path());
-    if (!withGL) {
-        // No display and a platform without OpenGL.
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert("QT_QPA_PLATFORM", "offscreen");
-        env.insert("QT_QPA_OFFSCREEN_NO_GLX", "1");
-        env.remove("DISPLAY");
-        cli.setProcessEnvironment(env);
-    }
-    cli.start(QStringLiteral(VEXA_GLMATTE_PATH), args);
-    QVERIFY2(cli.waitForFinished(30000), "blocked");
-    const QString err = QString::fromLocal8Bit(cli.readAllStandardError());
-    QVERIFY2(cli.exitStatus() == QProcess::NormalExit && cli.exitCode() == status, qPrintable(err));
-    QVERIFY2(err.contains(says) && (status != 2 || !err.isEmpty()), qPrintable(err));
-    QCOMPARE(QFile::exists(dir.filePath("out.png")), status == 0);
-}
-
-void TestGLMatting::commandLineMatchesView()
-{
-    // The marks picture in the command-line convention: near-pure colours count; grey and
-    // yellow are unmarked.
-    const int w = 48, h = 36;
-    const QImage colours = syntheticPhoto(w, h, 12), viewMarks = syntheticMarks(w, h, 3);
-    QImage picture(w, h, QImage::Format_RGB32);
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) {
-            const QColor m = viewMarks.pixelColor(x, y);
-            picture.setPixelColor(x, y, m.red() ? QColor(230, 20, 30) : m.green() ? QColor(10, 200, 60) : m.blue() ? QColor(0, 0, 255)
-                                          : (x + y) % 2 ? QColor(200, 200, 0) : QColor(128, 128, 128));
-        }
-    QTemporaryDir dir;
-    QVERIFY(colours.save(dir.filePath("in.png")) && picture.save(dir.filePath("marks.png")));
-    auto run = [&](QStringList args, const char* out) {
-        QProcess cli;
-        cli.start(QStringLiteral(VEXA_GLMATTE_PATH), QStringList{dir.filePath(args.takeFirst()), dir.filePath(args.takeFirst()), dir.filePath(out)} + args);
-        const bool done = cli.waitForFinished(60000) && cli.exitStatus() == QProcess::NormalExit && cli.exitCode() == 0;
-        return done && (!args.contains("--timings") || cli.readAllStandardOutput().contains("matte")) ? QImage(dir.filePath(out)) : QImage();
-    };
-    for (int passes : {4, 2}) {
-        const QImage out = run(QStringList{"in.png", "marks.png", "--timings"} + (passes == 4 ? QStringList() : QStringList{"--passes", "2"}), "out.png");
-        QCOMPARE(out.format(), QImage::Format_Grayscale8);
-        QuickSelectGLWidget& v = view(colours);
-        v.brushRadius = passes;
-        writeTexture(v, v.marksTexture, viewMarks);
-        v.matte();
-        QImage matte;
-        v.saveToImage(matte);
-        QCOMPARE(out, matte.convertToFormat(QImage::Format_Grayscale8));
-    }
-
-    // Larger than the working size: matted at 24 x 18 (the photo scaled as quick select scales
-    // it, the marks by nearest pixel), then resampled to the photo's size like a quick select matte.
-    QVERIFY(colours.scaled(24, 18, Qt::KeepAspectRatio, Qt::FastTransformation).save(dir.filePath("small.png")));
-    QVERIFY(VexaMatteResample::nearest(picture.convertToFormat(QImage::Format_ARGB32), 24, 18).save(dir.filePath("smallmarks.png")));
-    const QImage out = run({"in.png", "marks.png", "--working-size", "24"}, "out.png");
-    QCOMPARE(out.size(), QSize(w, h));
-    const QImage work = run({"small.png", "smallmarks.png", "--working-size", "0"}, "work.png");
-    QCOMPARE(out.convertToFormat(QImage::Format_Grayscale8), VexaMatteResample::toGray(work, w, h));
-}
 
 QTEST_MAIN(TestGLMatting)
 #include "tst_glmatting.moc"
