@@ -41,30 +41,22 @@ private slots:
         // Loading registered the tree; the two functions take it away and bring it back.
         const QString trimap = QStringLiteral(":/Resources/TrimapShader.glsl");
         QVERIFY(QFile::exists(trimap));
-        QCOMPARE(cleanup(), 1);
-        QVERIFY(!QFile::exists(trimap));
-        QCOMPARE(init(), 1);
-        QVERIFY(QFile::exists(trimap));
+        QVERIFY(cleanup() == 1 && !QFile::exists(trimap));
+        QVERIFY(init() == 1 && QFile::exists(trimap));
     }
 
     void catalogues_data()
     {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("feather");
+        QTest::addColumn<QString>("locale"); QTest::addColumn<QString>("file"); QTest::addColumn<QString>("feather");
         QTest::newRow("zh_CN, first path") << "zh_CN" << ":/Resources/vexatoolselections_zh_CN.qm" << QString::fromUtf8("羽化:");
         QTest::newRow("de_DE, second path") << "de_DE" << ":/vexatoolselections_de_DE.qm" << "Weiche Kante:";
-        QTest::newRow("fr_FR") << "fr_FR" << ":/vexatoolselections_fr_FR.qm" << QString::fromUtf8("Contour progressif :");
-        QTest::newRow("ja_JP") << "ja_JP" << ":/vexatoolselections_ja_JP.qm" << QString::fromUtf8("境界をぼかす:");
-        QTest::newRow("zh_TW") << "zh_TW" << ":/vexatoolselections_zh_TW.qm" << QString::fromUtf8("羽化:");
+        QTest::newRow("zh_TW, a script of its own") << "zh_TW" << ":/vexatoolselections_zh_TW.qm" << QString::fromUtf8("羽化:");
         QTest::newRow("it_IT, none") << "it_IT" << QString() << QString();
         QTest::newRow("de, partial name") << "de" << QString() << QString();
     }
     void catalogues()
     {
-        QFETCH(QString, locale);
-        QFETCH(QString, file);
-        QFETCH(QString, feather);
+        QFETCH(QString, locale); QFETCH(QString, file); QFETCH(QString, feather);
         std::unique_ptr<QTranslator> tr(m_plugin.setInternational(locale));
         QCOMPARE(tr ? tr->filePath() : QString(), file);
         if (!tr)
@@ -79,10 +71,8 @@ private slots:
     void loaderExplainsFailures()
     {
         VexaPluginLoader missing;
-        QVERIFY(!missing.load(QStringLiteral("/nonexistent/libNothing.so")));
+        QVERIFY(!missing.load(QStringLiteral("/nonexistent/libNothing.so")) && !missing.isLoaded() && missing.toolNames().isEmpty());
         QVERIFY(missing.errorString().contains(QStringLiteral("/nonexistent/libNothing.so")));
-        QVERIFY(!missing.isLoaded());
-        QVERIFY(missing.toolNames().isEmpty());
         // A real library that is no tools plug-in: every missing entry point is named.
         VexaPluginLoader wrong;
         QVERIFY(!wrong.load(QStringLiteral(VEXA_HOST_LIB_PATH)));
@@ -91,12 +81,9 @@ private slots:
         QVERIFY(!wrong.createTool(nullptr, QStringLiteral("Lasso Tool")));
         // A file that is no library at all.
         QTemporaryFile junk;
-        QVERIFY(junk.open());
-        junk.write("not a library");
-        junk.close();
+        QVERIFY(junk.open() && junk.write("not a library") > 0 && junk.flush());
         VexaPluginLoader notLib;
-        QVERIFY(!notLib.load(junk.fileName()));
-        QVERIFY(notLib.errorString().contains(QStringLiteral("cannot be loaded")));
+        QVERIFY(!notLib.load(junk.fileName()) && notLib.errorString().contains(QStringLiteral("cannot be loaded")));
     }
 };
 

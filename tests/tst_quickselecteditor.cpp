@@ -19,8 +19,7 @@ private slots:
         VexaPluginLoader plugin;
         QVERIFY2(plugin.load(QStringLiteral(VEXA_PLUGIN_PATH)), qPrintable(plugin.errorString()));
         VexaEditorWindow window(plugin);
-        QString error;
-        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), nullptr));
         IVexaTool* tool = window.tool(QStringLiteral("Quick Select Tool"));
         QAction* action = nullptr;
         for (QAction* a : window.findChildren<QAction*>())
@@ -38,8 +37,7 @@ private slots:
                 quick->findChild<QPushButton*>(QStringLiteral("closeButton"))->click();
             });
             action->trigger(); // returns when the modal window has closed
-            QVERIFY(!tool->isActive() && !window.currentTool() && !window.document()->currentTool());
-            QVERIFY(!action->isChecked());
+            QVERIFY(!tool->isActive() && !window.currentTool() && !window.document()->currentTool() && !action->isChecked());
         }
         QCOMPARE(titles, QStringList(3, QStringLiteral("451 x 300 - Quick Select Tool")));
     }

@@ -29,13 +29,12 @@ namespace {
 const QStringList locales = {QStringLiteral("de_DE"), QStringLiteral("es_ES"), QStringLiteral("fr_FR"), QStringLiteral("ja_JP"),
                              QStringLiteral("ko_KR"), QStringLiteral("zh_CN"), QStringLiteral("zh_TW")};
 
-QString catalogue(const QString& part, const QString& locale)
-{
-    return QStringLiteral(VEXA_SOURCE_DIR "%1_%2.ts")
-        .arg(QLatin1String(part == QLatin1String("plugin") ? "/src/VexaToolSelections/resources/translations/vexatoolselections"
-                                                           : "/src/editor/translations/vexa-editor"),
-             locale);
-}
+// Each part's catalogues, and the sources lupdate reads for it.
+const struct Part {
+    const char *name, *catalogue;
+    QStringList sources;
+} parts[] = {{"plugin", "/src/VexaToolSelections/resources/translations/vexatoolselections", {"src/VexaToolSelections"}},
+             {"editor", "/src/editor/translations/vexa-editor", {"src/editor", "src/host"}}};
 
 struct Message {
     QString context, source, type, translatorComment; // type: "", "unfinished", "vanished", "obsolete"
@@ -139,21 +138,18 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_dir.isValid());
-        for (auto [part, sources] : {std::pair{"plugin", QStringList{"src/VexaToolSelections"}},
-                                     std::pair{"editor", QStringList{"src/editor", "src/host"}}}) {
+        for (const Part& part : parts) {
             QStringList args{"-silent", "-locations", "none"};
-            for (const QString& dir : sources)
+            for (const QString& dir : part.sources)
                 args << QStringLiteral(VEXA_SOURCE_DIR "/") + dir;
             args << QStringLiteral("-ts");
             for (const QString& loc : locales) {
-                const QString copy = m_dir.filePath(QStringLiteral("%1_%2.ts").arg(QLatin1String(part), loc));
-                QVERIFY(QFile::copy(catalogue(QLatin1String(part), loc), copy));
-                args << copy;
+                args << m_dir.filePath(QStringLiteral("%1_%2.ts").arg(QLatin1String(part.name), loc));
+                QVERIFY(QFile::copy(QStringLiteral(VEXA_SOURCE_DIR "%1_%2.ts").arg(QLatin1String(part.catalogue), loc), args.last()));
             }
             QProcess lupdate;
             lupdate.start(QStringLiteral(VEXA_LUPDATE), args);
-            QVERIFY(lupdate.waitForFinished(120000));
-            QVERIFY2(lupdate.exitCode() == 0, lupdate.readAllStandardError().constData());
+            QVERIFY2(lupdate.waitForFinished(120000) && lupdate.exitCode() == 0, lupdate.readAllStandardError().constData());
         }
     }
 
@@ -161,8 +157,8 @@ private slots:
     {
         QTest::addColumn<QString>("part"); QTest::addColumn<QString>("locale");
         for (const QString& loc : locales)
-            for (const char* part : {"plugin", "editor"})
-                QTest::addRow("%s %s", part, qPrintable(loc)) << QString::fromLatin1(part) << loc;
+            for (const Part& part : parts)
+                QTest::addRow("%s %s", part.name, qPrintable(loc)) << QString::fromLatin1(part.name) << loc;
     }
     void everyTextTranslated()
     {
@@ -176,9 +172,8 @@ private slots:
             if (m.type == QLatin1String("vanished") || m.type == QLatin1String("obsolete"))
                 continue; // no longer in the sources
             ++texts;
-            const QString problem = problemOf(m);
-            if (!problem.isEmpty())
-                problems << QStringLiteral("%1: %2: \"%3\": %4").arg(locale, m.context, m.source, problem);
+            if (!problemOf(m).isEmpty())
+                problems << QStringLiteral("%1: %2: \"%3\": %4").arg(locale, m.context, m.source, problemOf(m));
         }
         QVERIFY(texts >= 30); // the extraction sees the texts the catalogues are about
         // One line each: a failure message would be cut short.
