@@ -63,8 +63,7 @@ private slots:
         action->trigger(); // no document: nothing opens
         QVERIFY(!window.findChild<VexaMattingWindow*>());
 
-        QString error;
-        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), nullptr));
         window.show();
         action->trigger();
         auto* matting = window.findChild<VexaMattingWindow*>();
@@ -126,7 +125,7 @@ private slots:
             QVERIFY2((imageAfter - imageBefore).manhattanLength() <= 2.0,
                      qPrintable(QStringLiteral("%1,%2").arg(imageAfter.x()).arg(imageAfter.y())));
             matting.fitToWindow();
-            QCOMPARE(matting.zoom(), fitted);
+            QVERIFY(matting.zoom() == fitted);
             wheelAt(scroll->viewport(), QPoint(1, 1));
             QVERIFY(matting.zoom() > fitted);
             matting.setZoom(1.0);
@@ -198,9 +197,9 @@ private slots:
         const QImage two = shot();
         QVERIFY(two.pixel(40, 70) != two.pixel(40, 20));
         undo();
-        QCOMPARE(shot(), one);
+        const QImage undoneOnce = shot();
         undo();
-        QCOMPARE(shot(), clean);
+        QVERIFY(undoneOnce == one && shot() == clean);
         matting.undoStack()->redo();
         matting.undoStack()->redo();
         QCOMPARE(shot(), two);
@@ -216,8 +215,7 @@ private slots:
         matting.matte();
         QVERIFY(qGray(matting.matteImage().pixel(5, 5)) != 128);
         undo();
-        QCOMPARE(qGray(matting.matteImage().pixel(5, 5)), 128);
-        QCOMPARE(matting.undoStack()->index(), 3);
+        QVERIFY(qGray(matting.matteImage().pixel(5, 5)) == 128 && matting.undoStack()->index() == 3);
         // Zoomed in, a stroke lands on the image pixels under the pointer.
         matting.setViewMode(0);
         stroke(view, Qt::LeftButton, {{20, 80}, {60, 80}});
@@ -225,8 +223,7 @@ private slots:
         undo();
         QVERIFY(shot() != atFull);
         matting.setZoom(2.0);
-        QCOMPARE(view->size(), QSize(240, 180));
-        QCOMPARE(shot().pixel(230, 170), atFull.pixel(115, 85)); // the image fills the larger view
+        QVERIFY(view->size() == QSize(240, 180) && shot().pixel(230, 170) == atFull.pixel(115, 85)); // the image fills the larger view
         stroke(view, Qt::LeftButton, {{40, 160}, {120, 160}});
         matting.setZoom(1.0);
         QCOMPARE(shot(), atFull);
