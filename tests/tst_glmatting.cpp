@@ -730,6 +730,8 @@ private slots:
         QVERIFY(v->fastFillShader->isLinked() && v->resultShader->isLinked());
     }
 
+    // ---- The command line ----------------------------------------------------------------------
+
     void commandLineExitStatuses_data()
     {
         QTest::addColumn<QStringList>("args"); QTest::addColumn<bool>("withGL"); QTest::addColumn<int>("status");
