@@ -100,29 +100,6 @@ private slots:
 
     // ---- Mark view ----------------------------------------------------------------------------
 
-    void mapping_data()
-    {
-        QTest::addColumn<int>("index"); QTest::addColumn<QPoint>("widget"); QTest::addColumn<QPoint>("image");
-        QTest::newRow("factor 2") << 11 << QPoint(101, 51) << QPoint(50, 25);
-        QTest::newRow("factor 1") << 20 << QPoint(101, 51) << QPoint(101, 51);
-        // 1 / 0.3: 5 * 0.3 = 1.5 and 9 * 0.3 = 2.7 truncate, never round.
-        QTest::newRow("factor 3.33") << 7 << QPoint(5, 9) << QPoint(1, 2);
-        QTest::newRow("factor 2/3") << 22 << QPoint(2, 1) << QPoint(3, 1);
-        QTest::newRow("factor 1/32") << 34 << QPoint(3, 1) << QPoint(96, 32);
-    }
-    void mapping()
-    {
-        QFETCH(int, index); QFETCH(QPoint, widget); QFETCH(QPoint, image);
-        VexaToolQuickSelectImageBox box;
-        box.allocImageToDraw(400, 300);
-        box.zoomStep(index - 20);
-        QCOMPARE(box.getScaleIndex(), index);
-        QCOMPARE(box.uiToImageCoord(widget), image);
-        QSignalSpy spy(&box, SIGNAL(line(QPoint,QPoint,bool)));
-        QTest::mousePress(&box, Qt::LeftButton, Qt::NoModifier, widget);
-        QCOMPARE(spy, QList<QList<QVariant>>({{image, image, false}}));
-    }
-
     void wheelZoom_data()
     {
         QTest::addColumn<int>("from"); QTest::addColumn<int>("delta"); QTest::addColumn<int>("to");
