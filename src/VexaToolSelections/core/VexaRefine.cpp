@@ -75,7 +75,7 @@ void eachBlock(int count, Body&& body)
 
 // The windows that hold an unknown pixel: centred within one pixel of one, and wholly inside
 // the image (windows are never clipped, so edge pixels lie in fewer of them).
-void buildWindows(Problem& p, double epsilon)
+void buildWindows(Problem& p, double epsilon, const std::function<void()>& found)
 {
     const int W = p.W, H = p.H;
     p.windowOf.assign(size_t(W) * size_t(H), -1);
@@ -91,6 +91,7 @@ void buildWindows(Problem& p, double epsilon)
             p.windowOf[c] = int(centres.size());
             centres.push_back(int(c));
         }
+    found();
     p.windows.resize(centres.size());
     const double regulariser = epsilon / 9.0;
     eachBlock(int(centres.size()), [&](int, int first, int last) {
@@ -243,7 +244,7 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
     }
     report(5);
 
-    buildWindows(p, parameters.epsilon);
+    buildWindows(p, parameters.epsilon, [&] { report(6); });
     if (cancel)
         return RefineResult::Cancelled;
     report(7);
@@ -254,7 +255,7 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
     std::vector<float> coefficients(size_t(n) * 25);
     std::vector<double> b(N), inverseDiagonal(N);
     std::atomic<bool> stopped{false};
-    eachBlock(n, [&](int, int first, int last) {
+    auto buildRows = [&](int first, int last) {
         if (cancel) {
             stopped = true;
             return;
@@ -283,7 +284,16 @@ RefineResult solve(const QImage& source, const QImage& trimap, const float* prio
                 stored[o] = float(row[o]);
             inverseDiagonal[size_t(u)] = 1.0 / double(stored[12]);
         }
-    });
+    };
+    // In three waves, so that progress moves while a wide band's rows are built (about a
+    // tenth of a second at 1536 x 1536 with a fifth unknown). Rows are independent: the split
+    // changes nothing in them.
+    const int perWave = ((n + 2) / 3 + blockSize - 1) / blockSize * blockSize;
+    for (int from = 0, percent = 8; from < n && !stopped; from += perWave, percent = std::min(percent + 1, 9)) {
+        const int to = std::min(n, from + perWave);
+        eachBlock(to - from, [&](int, int first, int last) { buildRows(from + first, from + last); });
+        report(percent);
+    }
     if (stopped)
         return RefineResult::Cancelled;
     p.windows = std::vector<Window>();
