@@ -67,6 +67,7 @@ private slots:
     void pickerTakesForegroundColour();
     void renderToImageAndSync();
     void drawsDocumentOutlineAndFeedback();
+    void showsEveryBandOfALargeDocument();
 };
 
 void TestCanvas::uiToCanvas_data()
@@ -350,6 +351,31 @@ void TestCanvas::drawsDocumentOutlineAndFeedback()
         white += shot.pixel(30, y) == qRgb(255, 255, 255);
     }
     QVERIFY2(black + white >= 17 && black && white, qPrintable(QStringLiteral("%1 %2").arg(black).arg(white)));
+}
+
+void TestCanvas::showsEveryBandOfALargeDocument()
+{
+    // The texture is filled in bands of rows (here 499 rows of 2100 pixels): each band lands at
+    // its own rows, and the checkerboard under transparency follows document rows.
+    QImage img(2100, 700, QImage::Format_ARGB32);
+    img.fill(qRgb(200, 0, 0));
+    for (int y = 600; y < 700; ++y)
+        std::fill_n(reinterpret_cast<QRgb*>(img.scanLine(y)), img.width(), qRgba(0, 0, 0, 0));
+    img.setPixel(5, 3, qRgb(0, 0, 250));
+    auto doc = VexaContext::fromImage(img);
+    VexaCanvas canvas;
+    canvas.resize(100, 40);
+    canvas.setContext(doc.get());
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    canvas.setView(1.0f, QPointF(0, -590)); // widget row 0 is document row 590
+    QImage shot = canvas.grabFramebuffer();
+    QCOMPARE(shot.pixel(0, 9), qRgb(200, 0, 0));
+    QCOMPARE(shot.pixel(0, 10), qRgb(204, 204, 204)); // cell (0, 75): grey
+    QCOMPARE(shot.pixel(8, 10), qRgb(255, 255, 255)); // cell (1, 75): white
+    canvas.setView(1.0f, QPointF(0, 0));
+    shot = canvas.grabFramebuffer();
+    QCOMPARE(shot.pixel(5, 3), qRgb(0, 0, 250)); // the first band, not overwritten by another
 }
 
 QTEST_MAIN(TestCanvas)

@@ -25,18 +25,17 @@
 namespace {
 constexpr int tickMs = 100;
 
-// The document over a grey and white checkerboard of 8-pixel cells, as RGBA bytes for the
-// texture. One pass of plain arithmetic: a camera-sized photo takes a fraction of a second.
-QImage overCheckerboard(const QImage& image)
+// Rows first..first + rows - 1 of the document over a grey and white checkerboard of 8-pixel
+// cells, as RGBA bytes for the texture. One pass of plain arithmetic.
+QImage overCheckerboard(const QImage& image, int first, int rows)
 {
-    const QImage src = image.convertToFormat(QImage::Format_ARGB32);
-    QImage out(src.size(), QImage::Format_RGBA8888);
+    QImage out(image.width(), rows, QImage::Format_RGBA8888);
     if (out.isNull())
         return out;
-    for (int y = 0; y < src.height(); ++y) {
-        const auto* in = reinterpret_cast<const QRgb*>(src.constScanLine(y));
-        uchar* o = out.scanLine(y);
-        for (int x = 0; x < src.width(); ++x, o += 4) {
+    for (int y = first; y < first + rows; ++y) {
+        const auto* in = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        uchar* o = out.scanLine(y - first);
+        for (int x = 0; x < image.width(); ++x, o += 4) {
             const QRgb p = in[x];
             const int a = qAlpha(p);
             if (a == 255) {
@@ -248,18 +247,8 @@ void VexaCanvas::onTick()
 
 void VexaCanvas::documentChanged()
 {
-    m_documentStale = true;
     m_textureDirty = true;
     update();
-}
-
-void VexaCanvas::settleDocumentImages()
-{
-    if (!m_documentStale)
-        return;
-    m_documentStale = false;
-    m_composed = m_context ? m_context->composed() : QImage();
-    m_display = m_context ? overCheckerboard(m_composed) : QImage();
 }
 
 void VexaCanvas::selectionChanged()
@@ -312,15 +301,26 @@ void VexaCanvas::uploadTexture()
 {
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    if (!m_display.isNull()) {
-        // A photo wider or taller than the card's largest texture is shown from a reduced copy
-        // (the document itself keeps every pixel).
+    const QImage document = m_context ? m_context->composed().convertToFormat(QImage::Format_ARGB32) : QImage();
+    if (!document.isNull()) {
         GLint maxSize = 0;
         glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
-        QImage shown = m_display;
-        if (maxSize > 0 && (shown.width() > maxSize || shown.height() > maxSize))
-            shown = shown.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, shown.width(), shown.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, shown.constBits());
+        if (maxSize > 0 && (document.width() > maxSize || document.height() > maxSize)) {
+            // A photo wider or taller than the card's largest texture is shown from a reduced
+            // copy (the document itself keeps every pixel).
+            const QImage shown = document.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            const QImage bytes = overCheckerboard(shown, 0, shown.height());
+            glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, bytes.width(), bytes.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, bytes.constBits());
+        } else {
+            // In bands of rows: a display copy of a camera-sized photo would be one more
+            // full-size image held for as long as the document is shown.
+            glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, document.width(), document.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+            const int band = qMax(1, (4 << 20) / (4 * document.width()));
+            for (int y = 0; y < document.height(); y += band) {
+                const QImage bytes = overCheckerboard(document, y, qMin(band, document.height() - y));
+                glTexSubImage2D(GL_TEXTURE_2D, 0, 0, y, bytes.width(), bytes.height(), GL_RGBA, GL_UNSIGNED_BYTE, bytes.constBits());
+            }
+        }
     }
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
@@ -333,7 +333,6 @@ void VexaCanvas::paintGL()
     glClear(GL_COLOR_BUFFER_BIT);
     if (!m_context)
         return;
-    settleDocumentImages();
     settleOutline();
     if (m_textureDirty)
         uploadTexture();
@@ -560,8 +559,8 @@ void VexaCanvas::pickAt(const QPointF& widgetPos)
     const int x = int(std::floor(c.x())), y = int(std::floor(c.y()));
     if (x < 0 || y < 0 || x >= getCanvasWidth() || y >= getCanvasHeight())
         return;
-    settleDocumentImages();
-    setFgColor(QColor::fromRgba(m_composed.pixel(x, y)).toRgb());
+    const QImage pixel = m_context->getLayerManager()->compose(m_context->canvasSize(), QRect(x, y, 1, 1));
+    setFgColor(QColor::fromRgba(pixel.pixel(0, 0)).toRgb());
 }
 
 void VexaCanvas::mousePressEvent(QMouseEvent* event)

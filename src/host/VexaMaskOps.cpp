@@ -192,3 +192,55 @@ std::vector<float> outline(const uint8_t* mask, int width, int height, int strid
 }
 
 } // namespace VexaMaskOps
+
+namespace VexaMaskOps {
+
+void packRuns(const uint8_t* src, size_t n, std::vector<uint8_t>& out)
+{
+    size_t i = 0;
+    while (i < n) {
+        const size_t most = std::min<size_t>(129, n - i);
+        size_t run = 1;
+        while (run < most && src[i + run] == src[i])
+            ++run;
+        if (run >= 3) {
+            out.push_back(uint8_t(run + 126));
+            out.push_back(src[i]);
+            i += run;
+            continue;
+        }
+        // Bytes as they stand, up to where three equal ones begin a run.
+        const size_t start = i;
+        while (i < n && i - start < 128 && !(i + 2 < n && src[i] == src[i + 1] && src[i] == src[i + 2]))
+            ++i;
+        out.push_back(uint8_t(i - start - 1));
+        out.insert(out.end(), src + start, src + i);
+    }
+}
+
+const uint8_t* unpackRuns(const uint8_t* from, const uint8_t* end, uint8_t* dst, size_t n)
+{
+    size_t done = 0;
+    while (done < n) {
+        if (from >= end)
+            return nullptr;
+        const uint8_t h = *from++;
+        if (h < 128) {
+            const size_t count = size_t(h) + 1;
+            if (count > n - done || size_t(end - from) < count)
+                return nullptr;
+            std::memcpy(dst + done, from, count);
+            from += count;
+            done += count;
+        } else {
+            const size_t count = size_t(h) - 126;
+            if (count > n - done || from >= end)
+                return nullptr;
+            std::memset(dst + done, *from++, count);
+            done += count;
+        }
+    }
+    return from;
+}
+
+} // namespace VexaMaskOps

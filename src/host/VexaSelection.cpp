@@ -254,11 +254,14 @@ QImage VexaSelection::toImage() const
     return img;
 }
 
-void VexaSelection::restoreRows(int firstRow, const std::vector<uint8_t>& rows)
+void VexaSelection::restoreRows(int firstRow, int rowCount, const std::vector<uint8_t>& packedRows)
 {
-    if (firstRow < 0 || size_t(firstRow) * size_t(m_stride) + rows.size() > m_mask.size())
+    if (firstRow < 0 || rowCount < 0 || firstRow > m_height - rowCount)
         return;
-    std::copy(rows.begin(), rows.end(), m_mask.begin() + ptrdiff_t(firstRow) * m_stride);
+    const uint8_t* at = packedRows.data();
+    const uint8_t* end = at + packedRows.size();
+    for (int y = firstRow; y < firstRow + rowCount && at; ++y)
+        at = VexaMaskOps::unpackRuns(at, end, m_mask.data() + size_t(y) * size_t(m_stride), size_t(m_stride));
     m_nonEmpty = -1;
     emit changed();
 }

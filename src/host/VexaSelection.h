@@ -71,8 +71,9 @@ public:
     QImage toImage() const;
 
     void setHistory(VexaHistory* history) { m_history = history; }
-    // Used by undo: writes whole rows back without recording.
-    void restoreRows(int firstRow, const std::vector<uint8_t>& rows);
+    // Used by undo: writes `rowCount` whole rows from `firstRow` on back without recording, from
+    // rows packed one by one by VexaMaskOps::packRuns.
+    void restoreRows(int firstRow, int rowCount, const std::vector<uint8_t>& packedRows);
 
 signals:
     void changed();

@@ -10,7 +10,8 @@
 
 class VexaSelection;
 
-// Undo step of a selection change: keeps only the band of rows that changed, before and after.
+// Undo step of a selection change: keeps only the band of rows that changed, before and after,
+// each row packed in runs (VexaMaskOps::packRuns).
 class VexaSelectionMemo : public VexaHistoryMemo
 {
 public:
@@ -30,6 +31,7 @@ private:
 
     QPointer<VexaSelection> m_selection;
     int m_firstRow = 0;
+    int m_rowCount = 0;
     std::vector<uint8_t> m_before;
     std::vector<uint8_t> m_after;
     QString m_text;
