@@ -25,35 +25,6 @@
 namespace {
 constexpr int tickMs = 100;
 
-// Rows first..first + rows - 1 of the document over a grey and white checkerboard of 8-pixel
-// cells, as RGBA bytes for the texture. One pass of plain arithmetic.
-QImage overCheckerboard(const QImage& image, int first, int rows)
-{
-    QImage out(image.width(), rows, QImage::Format_RGBA8888);
-    if (out.isNull())
-        return out;
-    for (int y = first; y < first + rows; ++y) {
-        const auto* in = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        uchar* o = out.scanLine(y - first);
-        for (int x = 0; x < image.width(); ++x, o += 4) {
-            const QRgb p = in[x];
-            const int a = qAlpha(p);
-            if (a == 255) {
-                o[0] = uchar(qRed(p));
-                o[1] = uchar(qGreen(p));
-                o[2] = uchar(qBlue(p));
-            } else {
-                const int cell = (((x >> 3) + (y >> 3)) & 1) ? 204 : 255;
-                const int rest = (255 - a) * cell;
-                o[0] = uchar((qRed(p) * a + rest + 127) / 255);
-                o[1] = uchar((qGreen(p) * a + rest + 127) / 255);
-                o[2] = uchar((qBlue(p) * a + rest + 127) / 255);
-            }
-            o[3] = 255;
-        }
-    }
-    return out;
-}
 } // namespace
 
 VexaCanvas::VexaCanvas(QWidget* parent)
@@ -83,6 +54,7 @@ VexaCanvas::~VexaCanvas()
         makeCurrent();
         glDeleteTextures(1, &m_texture);
         glDeleteTextures(1, &m_antsTexture);
+        glDeleteTextures(1, &m_checkerTexture);
         doneCurrent();
     }
 }
@@ -289,6 +261,15 @@ void VexaCanvas::initializeGL()
     glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, GL_REPEAT);
     glBindTexture(GL_TEXTURE_1D, 0);
+    // Grey and white cells of 8 document pixels under the document, where it is transparent:
+    // drawn by the card, so the document's own pixels go to the texture as they are.
+    const unsigned char cells[4 * 4] = {255, 255, 255, 255, 204, 204, 204, 255, 204, 204, 204, 255, 255, 255, 255, 255};
+    glGenTextures(1, &m_checkerTexture);
+    glBindTexture(GL_TEXTURE_2D, m_checkerTexture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, cells);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glBindTexture(GL_TEXTURE_2D, 0);
 }
 
 void VexaCanvas::resizeGL(int, int)
@@ -301,26 +282,18 @@ void VexaCanvas::uploadTexture()
 {
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    const QImage document = m_context ? m_context->composed().convertToFormat(QImage::Format_ARGB32) : QImage();
+    QImage document = m_context ? m_context->getLayerManager()->shown(m_context->canvasSize()) : QImage();
     if (!document.isNull()) {
+        // A photo wider or taller than the card's largest texture is shown from a reduced copy
+        // (the document itself keeps every pixel).
         GLint maxSize = 0;
         glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
-        if (maxSize > 0 && (document.width() > maxSize || document.height() > maxSize)) {
-            // A photo wider or taller than the card's largest texture is shown from a reduced
-            // copy (the document itself keeps every pixel).
-            const QImage shown = document.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
-            const QImage bytes = overCheckerboard(shown, 0, shown.height());
-            glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, bytes.width(), bytes.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, bytes.constBits());
-        } else {
-            // In bands of rows: a display copy of a camera-sized photo would be one more
-            // full-size image held for as long as the document is shown.
-            glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, document.width(), document.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
-            const int band = qMax(1, (4 << 20) / (4 * document.width()));
-            for (int y = 0; y < document.height(); y += band) {
-                const QImage bytes = overCheckerboard(document, y, qMin(band, document.height() - y));
-                glTexSubImage2D(GL_TEXTURE_2D, 0, 0, y, bytes.width(), bytes.height(), GL_RGBA, GL_UNSIGNED_BYTE, bytes.constBits());
-            }
-        }
+        if (maxSize > 0 && (document.width() > maxSize || document.height() > maxSize))
+            document = document.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        // 32-bit ARGB is B, G, R, A in memory on little-endian machines: the card takes the
+        // bytes as they stand, with no display copy of a camera-sized photo.
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, document.width(), document.height(), 0, GL_BGRA,
+                     Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? GL_UNSIGNED_BYTE : GL_UNSIGNED_INT_8_8_8_8_REV, document.constBits());
     }
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
@@ -345,14 +318,25 @@ void VexaCanvas::paintGL()
     glTranslated(m_origin.x(), m_origin.y(), 0);
     glScaled(1.0 / m_scale, 1.0 / m_scale, 1.0);
 
-    // The document: sharp pixels when zoomed in, smoothed when zoomed out.
+    // The document over its checkerboard: sharp pixels when zoomed in, smoothed when zoomed out.
     const GLint filter = m_scale <= 1.0f ? GL_NEAREST : GL_LINEAR;
+    const double w = getCanvasWidth(), h = getCanvasHeight();
+    glEnable(GL_TEXTURE_2D);
+    glColor4f(1, 1, 1, 1);
+    glBindTexture(GL_TEXTURE_2D, m_checkerTexture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+    glBegin(GL_QUADS);
+    glTexCoord2d(0, 0); glVertex2d(0, 0);
+    glTexCoord2d(w / 16, 0); glVertex2d(w, 0);
+    glTexCoord2d(w / 16, h / 16); glVertex2d(w, h);
+    glTexCoord2d(0, h / 16); glVertex2d(0, h);
+    glEnd();
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
-    glEnable(GL_TEXTURE_2D);
-    glColor4f(1, 1, 1, 1);
-    const double w = getCanvasWidth(), h = getCanvasHeight();
     glBegin(GL_QUADS);
     glTexCoord2d(0, 0); glVertex2d(0, 0);
     glTexCoord2d(1, 0); glVertex2d(w, 0);
@@ -361,9 +345,6 @@ void VexaCanvas::paintGL()
     glEnd();
     glDisable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, 0);
-
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 
     // Marching ants: black and white dashes laid along the window diagonal by a 1-D texture,
     // so they stay even on the short pixel-edge segments of any outline and shift every tick.

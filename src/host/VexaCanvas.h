@@ -145,5 +145,6 @@ private:
     bool m_textureDirty = true;
     unsigned int m_texture = 0;
     unsigned int m_antsTexture = 0;
+    unsigned int m_checkerTexture = 0;
     std::vector<float> m_outline;
 };

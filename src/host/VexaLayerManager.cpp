@@ -53,6 +53,21 @@ bool opaque(const QImage& image)
 }
 } // namespace
 
+namespace {
+bool covers(VexaLayer* layer, const QSize& canvasSize)
+{
+    return int(layer->getPosition().x()) == 0 && int(layer->getPosition().y()) == 0
+        && layer->getPictureHost()->image().size() == canvasSize;
+}
+} // namespace
+
+QImage VexaLayerManager::shown(const QSize& canvasSize) const
+{
+    if (m_layers.size() == 1 && covers(m_layers.front(), canvasSize))
+        return m_layers.front()->getPictureHost()->image();
+    return compose(canvasSize);
+}
+
 QImage VexaLayerManager::compose(const QSize& canvasSize, const QRect& area) const
 {
     const QRect whole(QPoint(0, 0), canvasSize);
@@ -61,9 +76,8 @@ QImage VexaLayerManager::compose(const QSize& canvasSize, const QRect& area) con
     // more full-size copies. Opaque, it is the document as it stands; else the same bytes come
     // from premultiplying and back, the second conversion in place.
     if (part == whole && m_layers.size() == 1) {
-        VexaLayer* only = m_layers.front();
-        const QImage& pixels = only->getPictureHost()->image();
-        if (int(only->getPosition().x()) == 0 && int(only->getPosition().y()) == 0 && pixels.size() == canvasSize) {
+        const QImage& pixels = m_layers.front()->getPictureHost()->image();
+        if (covers(m_layers.front(), canvasSize)) {
             if (opaque(pixels))
                 return pixels;
             QImage out = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);

@@ -26,6 +26,9 @@ public:
     // alone when one is given. One opaque layer that covers the canvas is the document as it
     // stands, and comes back sharing its pixels.
     QImage compose(const QSize& canvasSize, const QRect& area = QRect()) const;
+    // The document for the screen: as compose, except that one layer covering the canvas is
+    // its own pixels at any alpha (shared, not rounded through premultiplying).
+    QImage shown(const QSize& canvasSize) const;
 
 signals:
     void changed();
