@@ -163,14 +163,35 @@ void VexaSelection::deselect()
 void VexaSelection::inverse()
 {
     const QPoint shown = settleTranslation(true);
-    modify(tr("Invert Selection"), [&](std::vector<uint8_t>& mask) {
-        shift(mask, shown);
-        for (int y = 0; y < m_height; ++y) {
-            uint8_t* row = mask.data() + size_t(y) * size_t(m_stride);
-            for (int x = 0; x < m_width; ++x)
-                row[x] = uint8_t(255 - row[x]);
-        }
-    });
+    if (!shown.isNull()) {
+        modify(tr("Invert Selection"), [&](std::vector<uint8_t>& mask) {
+            shift(mask, shown);
+            invert(mask);
+        });
+        return;
+    }
+    // An inversion is its own undo: no copy of a camera-sized mask to compare and keep.
+    invert(m_mask);
+    m_nonEmpty = -1;
+    if (m_history && !m_history->isReplaying() && m_width > 0 && m_height > 0)
+        m_history->pushNewMemo(VexaSelectionMemo::inversion(this, tr("Invert Selection")).release());
+    emit changed();
+}
+
+void VexaSelection::invert(std::vector<uint8_t>& mask) const
+{
+    for (int y = 0; y < m_height; ++y) {
+        uint8_t* row = mask.data() + size_t(y) * size_t(m_stride);
+        for (int x = 0; x < m_width; ++x)
+            row[x] = uint8_t(255 - row[x]);
+    }
+}
+
+void VexaSelection::restoreInverse()
+{
+    invert(m_mask);
+    m_nonEmpty = -1;
+    emit changed();
 }
 
 void VexaSelection::selectAll()

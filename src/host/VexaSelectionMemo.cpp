@@ -34,9 +34,22 @@ std::unique_ptr<VexaSelectionMemo> VexaSelectionMemo::create(VexaSelection* sele
     return memo;
 }
 
+std::unique_ptr<VexaSelectionMemo> VexaSelectionMemo::inversion(VexaSelection* selection, const QString& text)
+{
+    auto memo = std::make_unique<VexaSelectionMemo>();
+    memo->m_selection = selection;
+    memo->m_inversion = true;
+    memo->m_text = text;
+    return memo;
+}
+
 void VexaSelectionMemo::restore(const std::vector<uint8_t>& rows)
 {
-    if (m_selection)
+    if (!m_selection)
+        return;
+    if (m_inversion)
+        m_selection->restoreInverse();
+    else
         m_selection->restoreRows(m_firstRow, m_rowCount, rows);
 }
 

@@ -19,6 +19,8 @@ public:
     static std::unique_ptr<VexaSelectionMemo> create(VexaSelection* selection, const std::vector<uint8_t>& before,
                                      const std::vector<uint8_t>& after, int stride, const QString& text);
 
+    // The undo step of an inversion, which is its own inverse: it keeps no rows.
+    static std::unique_ptr<VexaSelectionMemo> inversion(VexaSelection* selection, const QString& text);
     void undo() override;
     void redo() override;
     QString text() const override { return m_text; }
@@ -32,6 +34,7 @@ private:
     QPointer<VexaSelection> m_selection;
     int m_firstRow = 0;
     int m_rowCount = 0;
+    bool m_inversion = false;
     std::vector<uint8_t> m_before;
     std::vector<uint8_t> m_after;
     QString m_text;
