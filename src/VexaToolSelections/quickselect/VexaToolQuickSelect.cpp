@@ -12,8 +12,11 @@
 #include "VexaToolQuickSelectWidget.h"
 
 #include <QAction>
+#include <QEventLoop>
+#include <QFutureWatcher>
 #include <QGuiApplication>
 #include <QImage>
+#include <QtConcurrent/QtConcurrentRun>
 
 #include <cstring>
 
@@ -111,8 +114,18 @@ void VexaToolQuickSelect::apply(const QImage& alpha)
     if (canvas)
         canvas->syncLayerPixels();
 
-    // The same resampling as the command line's outputs, so both give the same bytes.
-    VexaMatteResample::toMask(alpha, W, H, mask, S);
+    // The same resampling as the command line's outputs, so both give the same bytes. To a
+    // camera-sized canvas it takes a few hundred milliseconds: a pool thread does it while the
+    // windows go on drawing, and input waits until it is done.
+    {
+        const QImage matte = alpha; // a copy the window cannot change under the worker
+        QFutureWatcher<bool> watcher;
+        QEventLoop wait;
+        connect(&watcher, &QFutureWatcher<bool>::finished, &wait, &QEventLoop::quit);
+        watcher.setFuture(QtConcurrent::run([matte, W, H, mask, S] { return VexaMatteResample::toMask(matte, W, H, mask, S); }));
+        if (!watcher.isFinished())
+            wait.exec(QEventLoop::ExcludeUserInputEvents);
+    }
     progress(30);
     // The user pressed one button: the selection, its inversions and the deletion are one undo
     // step under the tool's name, not four steps through selections never shown.
