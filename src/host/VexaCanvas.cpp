@@ -290,10 +290,10 @@ void VexaCanvas::uploadTexture()
         glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
         if (maxSize > 0 && (document.width() > maxSize || document.height() > maxSize))
             document = document.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        // 32-bit ARGB is B, G, R, A in memory on little-endian machines: the card takes the
-        // bytes as they stand, with no display copy of a camera-sized photo.
+        // The card reads 32-bit ARGB words (0xAARRGGBB) as they stand, on any byte order: no
+        // display copy of a camera-sized photo.
         glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, document.width(), document.height(), 0, GL_BGRA,
-                     Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? GL_UNSIGNED_BYTE : GL_UNSIGNED_INT_8_8_8_8_REV, document.constBits());
+                     GL_UNSIGNED_INT_8_8_8_8_REV, document.constBits());
     }
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
