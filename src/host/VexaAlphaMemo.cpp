@@ -12,16 +12,16 @@ VexaAlphaMemo::VexaAlphaMemo(VexaLayer* layer, const QRect& area, const QString&
 {
 }
 
-void VexaAlphaMemo::pack(const QImage& pixels, std::vector<uint8_t>& to) const
+void VexaAlphaMemo::addRow(const uint8_t* before, const uint8_t* after)
 {
-    std::vector<uint8_t> row(size_t(m_area.width()));
-    for (int y = m_area.top(); y <= m_area.bottom(); ++y) {
-        const auto* px = reinterpret_cast<const QRgb*>(pixels.constScanLine(y)) + m_area.left();
-        for (size_t x = 0; x < row.size(); ++x)
-            row[x] = uint8_t(qAlpha(px[x]));
-        VexaMaskOps::packRuns(row.data(), row.size(), to);
-    }
-    to.shrink_to_fit();
+    VexaMaskOps::packRuns(before, size_t(m_area.width()), m_before);
+    VexaMaskOps::packRuns(after, size_t(m_area.width()), m_after);
+}
+
+void VexaAlphaMemo::finish()
+{
+    m_before.shrink_to_fit();
+    m_after.shrink_to_fit();
 }
 
 void VexaAlphaMemo::put(const std::vector<uint8_t>& alpha)

@@ -18,17 +18,17 @@ class VexaAlphaMemo : public VexaHistoryMemo
 {
 public:
     VexaAlphaMemo(VexaLayer* layer, const QRect& area, const QString& text);
-    // Appends the alpha of the area's rows in `pixels` (the layer's 32-bit ARGB image) as the
-    // state before or after the change.
-    void recordBefore(const QImage& pixels) { pack(pixels, m_before); }
-    void recordAfter(const QImage& pixels) { pack(pixels, m_after); }
+    // Appends the next row of the area, top to bottom: area.width() alpha bytes before and
+    // after the change. Recorded while the change is made, in the same pass over the pixels.
+    void addRow(const uint8_t* before, const uint8_t* after);
+    // Done recording: gives back what the packed rows did not use.
+    void finish();
 
     void undo() override;
     void redo() override;
     QString text() const override { return m_text; }
 
 private:
-    void pack(const QImage& pixels, std::vector<uint8_t>& to) const;
     void put(const std::vector<uint8_t>& alpha);
 
     QPointer<VexaLayer> m_layer;

@@ -100,21 +100,24 @@ bool VexaContext::deleteSelectedPixels(QString* error)
         return false;
     }
     QImage& pixels = *writable;
-    // Only alpha changes: the undo step keeps that alone.
+    // Only alpha changes: the undo step keeps that alone, recorded in the same pass.
     auto memo = std::make_unique<VexaAlphaMemo>(layer, onLayer, tr("Delete"));
-    memo->recordBefore(pixels);
+    std::vector<uint8_t> before(size_t(onLayer.width())), after(size_t(onLayer.width()));
     const uint8_t* mask = m_selection->mask();
     const int stride = m_selection->maskStride();
     for (int y = onLayer.top(); y <= onLayer.bottom(); ++y) {
-        auto* row = reinterpret_cast<QRgb*>(pixels.scanLine(y));
-        const uint8_t* sel = mask + size_t(y + offset.y()) * size_t(stride) + offset.x();
-        for (int x = onLayer.left(); x <= onLayer.right(); ++x) {
-            const int keep = 255 - sel[x];
-            const int a = (qAlpha(row[x]) * keep + 127) / 255;
-            row[x] = qRgba(qRed(row[x]), qGreen(row[x]), qBlue(row[x]), a);
+        auto* row = reinterpret_cast<QRgb*>(pixels.scanLine(y)) + onLayer.left();
+        const uint8_t* sel = mask + size_t(y + offset.y()) * size_t(stride) + offset.x() + onLayer.left();
+        for (int i = 0; i < onLayer.width(); ++i) {
+            const int a = qAlpha(row[i]);
+            const int kept = (a * (255 - sel[i]) + 127) / 255;
+            before[size_t(i)] = uint8_t(a);
+            after[size_t(i)] = uint8_t(kept);
+            row[i] = (row[i] & 0x00FFFFFFu) | (QRgb(kept) << 24);
         }
+        memo->addRow(before.data(), after.data());
     }
-    memo->recordAfter(pixels);
+    memo->finish();
     layer->pixelsChanged();
     m_history->pushNewMemo(memo.release());
     return true;

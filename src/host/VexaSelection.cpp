@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -252,17 +253,19 @@ void VexaSelection::shift(std::vector<uint8_t>& mask, const QPoint& by) const
 
 QRect VexaSelection::boundingRect() const
 {
+    // From each end of a row to its first set byte: a camera-sized mask is mostly long runs.
     int left = m_width, right = -1, top = m_height, bottom = -1;
+    const auto set = [](uint8_t v) { return v != 0; };
     for (int y = 0; y < m_height; ++y) {
         const uint8_t* row = m_mask.data() + size_t(y) * size_t(m_stride);
-        for (int x = 0; x < m_width; ++x) {
-            if (row[x]) {
-                left = qMin(left, x);
-                right = qMax(right, x);
-                top = qMin(top, y);
-                bottom = y;
-            }
-        }
+        const uint8_t* first = std::find_if(row, row + m_width, set);
+        if (first == row + m_width)
+            continue;
+        const auto last = std::find_if(std::make_reverse_iterator(row + m_width), std::make_reverse_iterator(first), set);
+        left = qMin(left, int(first - row));
+        right = qMax(right, int(last.base() - row) - 1);
+        top = qMin(top, y);
+        bottom = y;
     }
     return right < 0 ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
 }
