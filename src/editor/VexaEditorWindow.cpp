@@ -46,8 +46,9 @@ struct BusyCursor {
 };
 
 // Decoding or encoding a camera-sized photo takes seconds: `work` runs on a pool thread while
-// the window keeps drawing, and a progress window shows up once it takes longer than a moment
-// (it also keeps the user from starting other commands meanwhile).
+// the window keeps drawing, and a progress window shows up once it takes longer than a moment.
+// Input waits in the queue meanwhile: no second command starts before the progress window is
+// up to block it.
 template <class Work>
 auto inBackground(QWidget* over, const QString& label, Work work) -> decltype(work())
 {
@@ -61,7 +62,7 @@ auto inBackground(QWidget* over, const QString& label, Work work) -> decltype(wo
     progress.setValue(0); // starts the delay after which the dialog shows itself
     watcher.setFuture(QtConcurrent::run(std::move(work)));
     if (!watcher.isFinished())
-        wait.exec();
+        wait.exec(QEventLoop::ExcludeUserInputEvents);
     return watcher.result();
 }
 
