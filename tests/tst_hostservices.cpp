@@ -77,6 +77,8 @@ private slots:
     void composeOneLayerAsDrawn();
     void packedRuns_data();
     void packedRuns();
+    void outlineOfOnePixel_data();
+    void outlineOfOnePixel();
     void deleteClearsSelectedPixels();
     void skinPaths_data();
     void skinPaths();
@@ -228,6 +230,24 @@ void TestHostServices::packedRuns()
         VexaMaskOps::unpackRuns(packed.data() + 1, end, back.data(), n - 1);
         QCOMPARE(back[n - 1], uint8_t(0xEE));
     }
+}
+
+void TestHostServices::outlineOfOnePixel_data()
+{
+    // One selected pixel in the second row of a 20 x 2 mask: its edges whether it sits in the
+    // first eight bytes, at the start or end of a later eight, or in the last few.
+    QTest::addColumn<int>("x");
+    for (int x : {0, 7, 8, 16, 17, 19})
+        QTest::newRow(qPrintable(QString::number(x))) << x;
+}
+
+void TestHostServices::outlineOfOnePixel()
+{
+    QFETCH(int, x);
+    std::vector<uint8_t> mask(2 * 24, 0);
+    mask[24 + size_t(x)] = 255;
+    const float l = float(x), r = float(x + 1);
+    QCOMPARE(VexaMaskOps::outline(mask.data(), 20, 2, 24), (std::vector<float>{l, 1, r, 1, l, 2, r, 2, l, 1, l, 2, r, 1, r, 2}));
 }
 
 void TestHostServices::deleteClearsSelectedPixels()
