@@ -67,6 +67,7 @@ private slots:
     void pickerTakesForegroundColour();
     void renderToImageAndSync();
     void drawsDocumentOutlineAndFeedback();
+    void showsTransparencyOverCheckerboard();
 };
 
 void TestCanvas::uiToCanvas_data()
@@ -350,6 +351,31 @@ void TestCanvas::drawsDocumentOutlineAndFeedback()
         white += shot.pixel(30, y) == qRgb(255, 255, 255);
     }
     QVERIFY2(black + white >= 17 && black && white, qPrintable(QStringLiteral("%1 %2").arg(black).arg(white)));
+}
+
+void TestCanvas::showsTransparencyOverCheckerboard()
+{
+    // The document's own bytes go to the card: colours land where they belong, and the
+    // checkerboard under transparency has its cells at document rows and columns.
+    QImage img(100, 700, QImage::Format_ARGB32);
+    img.fill(qRgb(200, 0, 0));
+    for (int y = 600; y < 700; ++y)
+        std::fill_n(reinterpret_cast<QRgb*>(img.scanLine(y)), img.width(), qRgba(0, 0, 0, 0));
+    img.setPixel(5, 3, qRgb(0, 0, 250));
+    auto doc = VexaContext::fromImage(img);
+    VexaCanvas canvas;
+    canvas.resize(100, 40);
+    canvas.setContext(doc.get());
+    canvas.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+    canvas.setView(1.0f, QPointF(0, -590)); // widget row 0 is document row 590
+    QImage shot = canvas.grabFramebuffer();
+    QCOMPARE(shot.pixel(0, 9), qRgb(200, 0, 0));
+    QCOMPARE(shot.pixel(0, 10), qRgb(204, 204, 204)); // cell (0, 75): grey
+    QCOMPARE(shot.pixel(8, 10), qRgb(255, 255, 255)); // cell (1, 75): white
+    canvas.setView(1.0f, QPointF(0, 0));
+    shot = canvas.grabFramebuffer();
+    QCOMPARE(shot.pixel(5, 3), qRgb(0, 0, 250)); // blue stays blue: the bytes are not read as RGBA
 }
 
 QTEST_MAIN(TestCanvas)

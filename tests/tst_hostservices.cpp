@@ -11,6 +11,7 @@
 #include "VexaImageFile.h"
 #include "VexaLayer.h"
 #include "VexaLayerManager.h"
+#include "VexaMaskOps.h"
 #include "VexaMemory.h"
 #include "VexaSelection.h"
 
@@ -73,6 +74,11 @@ private slots:
     void memoryAccounting();
     void documentFromImage();
     void composeHonoursLayerPositions();
+    void composeOneLayerAsDrawn();
+    void packedRuns_data();
+    void packedRuns();
+    void outlineOfOnePixel_data();
+    void outlineOfOnePixel();
     void deleteClearsSelectedPixels();
     void skinPaths_data();
     void skinPaths();
@@ -160,6 +166,88 @@ void TestHostServices::composeHonoursLayerPositions()
     for (QPoint p : {QPoint(2, 0), QPoint(3, 0), QPoint(2, 1), QPoint(1, 0)})
         QCOMPARE(doc.pixel(p), p.y() == 0 && p.x() >= 2 ? qRgb(255, 0, 0) : qRgb(10, 20, 30));
     QCOMPARE(layers.activeIndex(), 1);
+}
+
+void TestHostServices::composeOneLayerAsDrawn()
+{
+    // One layer over the whole canvas takes a shorter way than drawing: the same bytes at every
+    // alpha, and an opaque layer's own pixels rather than a copy.
+    QImage img(256, 3, QImage::Format_ARGB32);
+    for (int a = 0; a < 256; ++a) {
+        img.setPixel(a, 0, qRgba(255, 128, 1, a));
+        img.setPixel(a, 1, qRgba(a, 255 - a, 77, a));
+        img.setPixel(a, 2, qRgba(3, 200, a, 255));
+    }
+    VexaLayerManager one, drawn;
+    one.addLayer(img, QPointF(0, 0), QStringLiteral("one"));
+    drawn.addLayer(img, QPointF(0, 0), QStringLiteral("one"));
+    QImage clear(1, 1, QImage::Format_ARGB32);
+    clear.fill(Qt::transparent);
+    drawn.addLayer(clear, QPointF(0, 0), QStringLiteral("clear")); // two layers: drawn
+    QCOMPARE(one.compose(img.size()), drawn.compose(img.size()));
+    VexaLayerManager opaque;
+    opaque.addLayer(img.copy(0, 2, 256, 1), QPointF(0, 0), QStringLiteral("opaque"));
+    QCOMPARE(opaque.compose(QSize(256, 1)).constBits(), opaque.layerAt(0)->getPictureHost()->image().constBits());
+}
+
+void TestHostServices::packedRuns_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("packedSize"); // worked out by hand
+    QByteArray ramp;
+    for (int i = 0; i < 200; ++i)
+        ramp.append(char(i));
+    QTest::newRow("nothing") << QByteArray() << 0;
+    QTest::newRow("one byte") << QByteArray("\x05") << 2;
+    QTest::newRow("two equal, as they stand") << QByteArray("aa") << 3;
+    QTest::newRow("three equal, a run") << QByteArray("aaa") << 2;
+    QTest::newRow("longest run") << QByteArray(129, 'z') << 2;
+    QTest::newRow("run of 130") << QByteArray(130, 'z') << 4;
+    QTest::newRow("300 zeros") << QByteArray(300, '\0') << 6;
+    QTest::newRow("200 unequal: 128 + 72") << ramp << 202;
+    QTest::newRow("run at the end") << QByteArray("xyzzz") << 5;
+    QTest::newRow("run between") << QByteArray("abccccd") << 7;
+}
+
+void TestHostServices::packedRuns()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, packedSize);
+    const auto* src = reinterpret_cast<const uint8_t*>(bytes.constData());
+    const size_t n = size_t(bytes.size());
+    std::vector<uint8_t> packed{0x7F}; // appended to what is there
+    VexaMaskOps::packRuns(src, n, packed);
+    QCOMPARE(int(packed.size()) - 1, packedSize);
+    std::vector<uint8_t> back(n + 1, 0xEE);
+    const uint8_t* end = packed.data() + packed.size();
+    QCOMPARE(VexaMaskOps::unpackRuns(packed.data() + 1, end, back.data(), n), end);
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(back.data()), int(n)), bytes);
+    QCOMPARE(back[n], uint8_t(0xEE));
+    if (n > 0) {
+        // Data cut short is refused; a row shorter than the data is never written past.
+        QVERIFY(!VexaMaskOps::unpackRuns(packed.data() + 1, end - 1, back.data(), n));
+        std::fill(back.begin(), back.end(), uint8_t(0xEE));
+        VexaMaskOps::unpackRuns(packed.data() + 1, end, back.data(), n - 1);
+        QCOMPARE(back[n - 1], uint8_t(0xEE));
+    }
+}
+
+void TestHostServices::outlineOfOnePixel_data()
+{
+    // One selected pixel in the second row of a 20 x 2 mask: its edges whether it sits in the
+    // first eight bytes, at the start or end of a later eight, or in the last few.
+    QTest::addColumn<int>("x");
+    for (int x : {0, 7, 8, 16, 17, 19})
+        QTest::newRow(qPrintable(QString::number(x))) << x;
+}
+
+void TestHostServices::outlineOfOnePixel()
+{
+    QFETCH(int, x);
+    std::vector<uint8_t> mask(2 * 24, 0);
+    mask[24 + size_t(x)] = 255;
+    const float l = float(x), r = float(x + 1);
+    QCOMPARE(VexaMaskOps::outline(mask.data(), 20, 2, 24), (std::vector<float>{l, 1, r, 1, l, 2, r, 2, l, 1, l, 2, r, 1, r, 2}));
 }
 
 void TestHostServices::deleteClearsSelectedPixels()

@@ -45,6 +45,27 @@ struct BusyCursor {
     BusyCursor& operator=(const BusyCursor&) = delete;
 };
 
+// Decoding or encoding a camera-sized photo takes seconds: `work` runs on a pool thread while
+// the window keeps drawing, and a progress window shows up once it takes longer than a moment.
+// Input waits in the queue meanwhile: no second command starts before the progress window is
+// up to block it.
+template <class Work>
+auto inBackground(QWidget* over, const QString& label, Work work) -> decltype(work())
+{
+    using Result = decltype(work());
+    QFutureWatcher<Result> watcher;
+    QEventLoop wait;
+    QObject::connect(&watcher, &QFutureWatcher<Result>::finished, &wait, &QEventLoop::quit);
+    QProgressDialog progress(label, QString(), 0, 0, over->isVisible() ? over : nullptr);
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(300);
+    progress.setValue(0); // starts the delay after which the dialog shows itself
+    watcher.setFuture(QtConcurrent::run(std::move(work)));
+    if (!watcher.isFinished())
+        wait.exec(QEventLoop::ExcludeUserInputEvents);
+    return watcher.result();
+}
+
 } // namespace
 
 VexaEditorWindow::VexaEditorWindow(const VexaPluginLoader& plugin, QWidget* parent)
@@ -360,31 +381,15 @@ bool VexaEditorWindow::openImage(const QString& fileName, QString* error)
 {
     const BusyCursor busy;
     QString readError;
-    QImage image;
-    {
-        // A camera-sized photo decodes for seconds: it is read on a pool thread while the
-        // window keeps drawing, and a progress window shows up once it takes longer than a
-        // moment (it also keeps the user from starting other commands meanwhile).
-        QFutureWatcher<QImage> reading;
-        QEventLoop wait;
-        connect(&reading, &QFutureWatcher<QImage>::finished, &wait, &QEventLoop::quit);
-        QProgressDialog progress(tr("Opening %1…").arg(QFileInfo(fileName).fileName()), QString(), 0, 0,
-                                 isVisible() ? this : nullptr);
-        progress.setWindowModality(Qt::ApplicationModal);
-        progress.setMinimumDuration(300);
-        progress.setValue(0); // starts the delay after which the dialog shows itself
-        reading.setFuture(QtConcurrent::run([fileName, &readError] { return VexaImageFile::read(fileName, &readError); }));
-        if (!reading.isFinished())
-            wait.exec();
-        image = reading.result();
-    }
+    QImage image = inBackground(this, tr("Opening %1…").arg(QFileInfo(fileName).fileName()),
+                                [fileName, &readError] { return VexaImageFile::read(fileName, &readError); });
     if (image.isNull()) {
         if (error)
             *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), readError);
         return false;
     }
     QString why;
-    std::unique_ptr<VexaContext> document = VexaContext::fromImage(image, &why);
+    std::unique_ptr<VexaContext> document = VexaContext::fromImage(std::move(image), &why);
     if (!document) {
         if (error)
             *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), why);
@@ -416,7 +421,7 @@ QString withPngSuffix(const QString& fileName)
 }
 } // namespace
 
-bool VexaEditorWindow::saveImage(const QString& name, QString* error) const
+bool VexaEditorWindow::saveImage(const QString& name, QString* error)
 {
     const QString fileName = withPngSuffix(name);
     if (!m_document) {
@@ -426,10 +431,12 @@ bool VexaEditorWindow::saveImage(const QString& name, QString* error) const
     }
     // Through a temporary file: a save that fails (full disk, lost folder) keeps the old file.
     const BusyCursor busy;
-    return VexaImageSave::save(m_document->composed(), fileName, error);
+    const QImage image = m_document->composed();
+    return inBackground(this, tr("Saving %1…").arg(QFileInfo(fileName).fileName()),
+                        [image, fileName, error] { return VexaImageSave::save(image, fileName, error); });
 }
 
-bool VexaEditorWindow::exportSelectionMask(const QString& name, QString* error) const
+bool VexaEditorWindow::exportSelectionMask(const QString& name, QString* error)
 {
     const QString fileName = withPngSuffix(name);
     if (!m_document) {
@@ -438,7 +445,9 @@ bool VexaEditorWindow::exportSelectionMask(const QString& name, QString* error) 
         return false;
     }
     const BusyCursor busy;
-    return VexaImageSave::save(m_document->getSelection()->toImage(), fileName, error, "png");
+    const QImage mask = m_document->getSelection()->toImage();
+    return inBackground(this, tr("Saving %1…").arg(QFileInfo(fileName).fileName()),
+                        [mask, fileName, error] { return VexaImageSave::save(mask, fileName, error, "png"); });
 }
 
 void VexaEditorWindow::updateTitle()

@@ -30,9 +30,9 @@ public:
     bool openImage(const QString& fileName, QString* error);
     // Shows the window, then opens `fileName`; a failure is reported in a message box over it.
     void showAndOpen(const QString& fileName);
-    bool saveImage(const QString& fileName, QString* error) const;
+    bool saveImage(const QString& fileName, QString* error);
     // Writes the selection as an 8-bit grey PNG of the canvas size.
-    bool exportSelectionMask(const QString& fileName, QString* error) const;
+    bool exportSelectionMask(const QString& fileName, QString* error);
 
     VexaCanvas* canvas() const { return m_canvas; }
     VexaContext* document() const { return m_document.get(); }

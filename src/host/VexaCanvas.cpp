@@ -25,36 +25,6 @@
 namespace {
 constexpr int tickMs = 100;
 
-// The document over a grey and white checkerboard of 8-pixel cells, as RGBA bytes for the
-// texture. One pass of plain arithmetic: a camera-sized photo takes a fraction of a second.
-QImage overCheckerboard(const QImage& image)
-{
-    const QImage src = image.convertToFormat(QImage::Format_ARGB32);
-    QImage out(src.size(), QImage::Format_RGBA8888);
-    if (out.isNull())
-        return out;
-    for (int y = 0; y < src.height(); ++y) {
-        const auto* in = reinterpret_cast<const QRgb*>(src.constScanLine(y));
-        uchar* o = out.scanLine(y);
-        for (int x = 0; x < src.width(); ++x, o += 4) {
-            const QRgb p = in[x];
-            const int a = qAlpha(p);
-            if (a == 255) {
-                o[0] = uchar(qRed(p));
-                o[1] = uchar(qGreen(p));
-                o[2] = uchar(qBlue(p));
-            } else {
-                const int cell = (((x >> 3) + (y >> 3)) & 1) ? 204 : 255;
-                const int rest = (255 - a) * cell;
-                o[0] = uchar((qRed(p) * a + rest + 127) / 255);
-                o[1] = uchar((qGreen(p) * a + rest + 127) / 255);
-                o[2] = uchar((qBlue(p) * a + rest + 127) / 255);
-            }
-            o[3] = 255;
-        }
-    }
-    return out;
-}
 } // namespace
 
 VexaCanvas::VexaCanvas(QWidget* parent)
@@ -84,6 +54,7 @@ VexaCanvas::~VexaCanvas()
         makeCurrent();
         glDeleteTextures(1, &m_texture);
         glDeleteTextures(1, &m_antsTexture);
+        glDeleteTextures(1, &m_checkerTexture);
         doneCurrent();
     }
 }
@@ -248,18 +219,8 @@ void VexaCanvas::onTick()
 
 void VexaCanvas::documentChanged()
 {
-    m_documentStale = true;
     m_textureDirty = true;
     update();
-}
-
-void VexaCanvas::settleDocumentImages()
-{
-    if (!m_documentStale)
-        return;
-    m_documentStale = false;
-    m_composed = m_context ? m_context->composed() : QImage();
-    m_display = m_context ? overCheckerboard(m_composed) : QImage();
 }
 
 void VexaCanvas::selectionChanged()
@@ -300,6 +261,15 @@ void VexaCanvas::initializeGL()
     glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, GL_REPEAT);
     glBindTexture(GL_TEXTURE_1D, 0);
+    // Grey and white cells of 8 document pixels under the document, where it is transparent:
+    // drawn by the card, so the document's own pixels go to the texture as they are.
+    const unsigned char cells[4 * 4] = {255, 255, 255, 255, 204, 204, 204, 255, 204, 204, 204, 255, 255, 255, 255, 255};
+    glGenTextures(1, &m_checkerTexture);
+    glBindTexture(GL_TEXTURE_2D, m_checkerTexture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, cells);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glBindTexture(GL_TEXTURE_2D, 0);
 }
 
 void VexaCanvas::resizeGL(int, int)
@@ -312,15 +282,18 @@ void VexaCanvas::uploadTexture()
 {
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    if (!m_display.isNull()) {
+    QImage document = m_context ? m_context->getLayerManager()->shown(m_context->canvasSize()) : QImage();
+    if (!document.isNull()) {
         // A photo wider or taller than the card's largest texture is shown from a reduced copy
         // (the document itself keeps every pixel).
         GLint maxSize = 0;
         glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
-        QImage shown = m_display;
-        if (maxSize > 0 && (shown.width() > maxSize || shown.height() > maxSize))
-            shown = shown.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, shown.width(), shown.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE, shown.constBits());
+        if (maxSize > 0 && (document.width() > maxSize || document.height() > maxSize))
+            document = document.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        // The card reads 32-bit ARGB words (0xAARRGGBB) as they stand, on any byte order: no
+        // display copy of a camera-sized photo.
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, document.width(), document.height(), 0, GL_BGRA,
+                     GL_UNSIGNED_INT_8_8_8_8_REV, document.constBits());
     }
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
@@ -333,7 +306,6 @@ void VexaCanvas::paintGL()
     glClear(GL_COLOR_BUFFER_BIT);
     if (!m_context)
         return;
-    settleDocumentImages();
     settleOutline();
     if (m_textureDirty)
         uploadTexture();
@@ -346,14 +318,25 @@ void VexaCanvas::paintGL()
     glTranslated(m_origin.x(), m_origin.y(), 0);
     glScaled(1.0 / m_scale, 1.0 / m_scale, 1.0);
 
-    // The document: sharp pixels when zoomed in, smoothed when zoomed out.
+    // The document over its checkerboard: sharp pixels when zoomed in, smoothed when zoomed out.
     const GLint filter = m_scale <= 1.0f ? GL_NEAREST : GL_LINEAR;
+    const double w = getCanvasWidth(), h = getCanvasHeight();
+    glEnable(GL_TEXTURE_2D);
+    glColor4f(1, 1, 1, 1);
+    glBindTexture(GL_TEXTURE_2D, m_checkerTexture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+    glBegin(GL_QUADS);
+    glTexCoord2d(0, 0); glVertex2d(0, 0);
+    glTexCoord2d(w / 16, 0); glVertex2d(w, 0);
+    glTexCoord2d(w / 16, h / 16); glVertex2d(w, h);
+    glTexCoord2d(0, h / 16); glVertex2d(0, h);
+    glEnd();
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glBindTexture(GL_TEXTURE_2D, m_texture);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
-    glEnable(GL_TEXTURE_2D);
-    glColor4f(1, 1, 1, 1);
-    const double w = getCanvasWidth(), h = getCanvasHeight();
     glBegin(GL_QUADS);
     glTexCoord2d(0, 0); glVertex2d(0, 0);
     glTexCoord2d(1, 0); glVertex2d(w, 0);
@@ -362,9 +345,6 @@ void VexaCanvas::paintGL()
     glEnd();
     glDisable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, 0);
-
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 
     // Marching ants: black and white dashes laid along the window diagonal by a 1-D texture,
     // so they stay even on the short pixel-edge segments of any outline and shift every tick.
@@ -560,8 +540,8 @@ void VexaCanvas::pickAt(const QPointF& widgetPos)
     const int x = int(std::floor(c.x())), y = int(std::floor(c.y()));
     if (x < 0 || y < 0 || x >= getCanvasWidth() || y >= getCanvasHeight())
         return;
-    settleDocumentImages();
-    setFgColor(QColor::fromRgba(m_composed.pixel(x, y)).toRgb());
+    const QImage pixel = m_context->getLayerManager()->compose(m_context->canvasSize(), QRect(x, y, 1, 1));
+    setFgColor(QColor::fromRgba(pixel.pixel(0, 0)).toRgb());
 }
 
 void VexaCanvas::mousePressEvent(QMouseEvent* event)

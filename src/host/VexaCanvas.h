@@ -141,13 +141,10 @@ private:
     // camera-sized document each costs a pass over every pixel, and one command (quick
     // select's OK) changes the selection four times before the screen shows any of it.
     void settleOutline();
-    void settleDocumentImages();
     bool m_outlineStale = false;
-    bool m_documentStale = false;
-    QImage m_composed; // the document as it looks, for picking colours
-    QImage m_display;  // the same over a checkerboard, for the screen
     bool m_textureDirty = true;
     unsigned int m_texture = 0;
     unsigned int m_antsTexture = 0;
+    unsigned int m_checkerTexture = 0;
     std::vector<float> m_outline;
 };

@@ -6,7 +6,7 @@
 #include "VexaHistoryMemo.h"
 #include "VexaLayer.h"
 #include "VexaLayerManager.h"
-#include "VexaPixelMemo.h"
+#include "VexaAlphaMemo.h"
 #include "VexaSelection.h"
 
 #include <QImage>
@@ -35,7 +35,7 @@ QString VexaContext::notEnoughMemory(const QSize& size)
     return tr("Not enough memory for a %1 x %2 image (%3 MB).").arg(size.width()).arg(size.height()).arg(mb);
 }
 
-std::unique_ptr<VexaContext> VexaContext::fromImage(const QImage& image, QString* error)
+std::unique_ptr<VexaContext> VexaContext::fromImage(QImage image, QString* error)
 {
     if (image.isNull() || image.width() <= 0 || image.height() <= 0) {
         if (error)
@@ -48,13 +48,15 @@ std::unique_ptr<VexaContext> VexaContext::fromImage(const QImage& image, QString
         return nullptr;
     }
     auto context = std::make_unique<VexaContext>(image.size());
+    image.convertTo(QImage::Format_ARGB32);
     context->getLayerManager()->addLayer(image, QPointF(0, 0), tr("Background"));
+    image = QImage(); // the layer's pixels have no other owner now, so edits need no copy
     // The layer holds a 32-bit copy, four times a greyscale photo: when it does not fit, the
     // document would open blank.
     auto* layer = qobject_cast<VexaLayer*>(context->getLayerManager()->getActiveLayer());
     if (!layer || layer->getPictureHost()->image().isNull()) {
         if (error)
-            *error = notEnoughMemory(image.size());
+            *error = notEnoughMemory(context->canvasSize());
         return nullptr;
     }
     return context;
@@ -90,34 +92,34 @@ bool VexaContext::deleteSelectedPixels(QString* error)
     const QRect onLayer = m_selection->boundingRect().translated(-offset) & QRect(0, 0, layer->getWidth(), layer->getHeight());
     if (onLayer.isEmpty())
         return false;
-    // The layer's image is shared with the copy changed here (and with undo's patches): writing
-    // detaches a full-size copy, which may not fit. Nothing changes then.
-    QImage pixels = layer->getPictureHost()->image();
-    const QImage before = pixels.copy(onLayer);
-    if (before.isNull() || !pixels.bits()) {
+    // Written in place: a copy of a camera-sized layer is hundreds of megabytes.
+    QImage* writable = layer->writablePixels();
+    if (!writable) {
         if (error)
             *error = notEnoughMemory(QSize(layer->getWidth(), layer->getHeight()));
         return false;
     }
+    QImage& pixels = *writable;
+    // Only alpha changes: the undo step keeps that alone, recorded in the same pass.
+    auto memo = std::make_unique<VexaAlphaMemo>(layer, onLayer, tr("Delete"));
+    std::vector<uint8_t> before(size_t(onLayer.width())), after(size_t(onLayer.width()));
     const uint8_t* mask = m_selection->mask();
     const int stride = m_selection->maskStride();
     for (int y = onLayer.top(); y <= onLayer.bottom(); ++y) {
-        auto* row = reinterpret_cast<QRgb*>(pixels.scanLine(y));
-        const uint8_t* sel = mask + size_t(y + offset.y()) * size_t(stride) + offset.x();
-        for (int x = onLayer.left(); x <= onLayer.right(); ++x) {
-            const int keep = 255 - sel[x];
-            const int a = (qAlpha(row[x]) * keep + 127) / 255;
-            row[x] = qRgba(qRed(row[x]), qGreen(row[x]), qBlue(row[x]), a);
+        auto* row = reinterpret_cast<QRgb*>(pixels.scanLine(y)) + onLayer.left();
+        const uint8_t* sel = mask + size_t(y + offset.y()) * size_t(stride) + offset.x() + onLayer.left();
+        for (int i = 0; i < onLayer.width(); ++i) {
+            const int a = qAlpha(row[i]);
+            const int kept = (a * (255 - sel[i]) + 127) / 255;
+            before[size_t(i)] = uint8_t(a);
+            after[size_t(i)] = uint8_t(kept);
+            row[i] = (row[i] & 0x00FFFFFFu) | (QRgb(kept) << 24);
         }
+        memo->addRow(before.data(), after.data());
     }
-    const QImage after = pixels.copy(onLayer);
-    if (after.isNull()) {
-        if (error)
-            *error = notEnoughMemory(QSize(layer->getWidth(), layer->getHeight()));
-        return false;
-    }
-    layer->setPixels(pixels);
-    m_history->pushNewMemo(std::make_unique<VexaPixelMemo>(layer, onLayer.topLeft(), before, after, tr("Delete")).release());
+    memo->finish();
+    layer->pixelsChanged();
+    m_history->pushNewMemo(memo.release());
     return true;
 }
 

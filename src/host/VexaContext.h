@@ -26,8 +26,9 @@ public:
     ~VexaContext() override;
 
     // A document with `image` as its only layer, or null (and a reason) for a null or empty
-    // image or one too large for a selection mask.
-    static std::unique_ptr<VexaContext> fromImage(const QImage& image, QString* error = nullptr);
+    // image or one too large for a selection mask. An image handed over with std::move becomes
+    // the layer's pixels, converted in place where its format allows (no second full-size copy).
+    static std::unique_ptr<VexaContext> fromImage(QImage image, QString* error = nullptr);
 
     // While true the pointing tools ignore presses and releases.
     bool toolInputBlocked = false;

@@ -39,3 +39,17 @@ void VexaLayer::setPixels(const QImage& pixels)
     m_host.image() = pixels.convertToFormat(QImage::Format_ARGB32);
     emit changed();
 }
+
+QImage* VexaLayer::writablePixels()
+{
+    QImage& pixels = m_host.image();
+    // Writing to a shared image detaches it, and a detach that fails leaves a null image: the
+    // layer would lose its pixels.
+    if (!pixels.isDetached()) {
+        QImage own = pixels.copy();
+        if (own.isNull())
+            return nullptr;
+        pixels = std::move(own);
+    }
+    return &pixels;
+}

@@ -26,8 +26,13 @@ public:
     void fboTextureToHost(bool wait);
     // Pixels painted on the graphics card that the host buffer does not have yet.
     void setDevicePixels(const QImage& pixels);
-    // Replaces the host pixels (undo of pixel edits, loading).
+    // Replaces the host pixels (loading).
     void setPixels(const QImage& pixels);
+    // The host pixels to write in place, copied first when another image shares them; null
+    // when that copy does not fit in memory (the pixels stay as they were).
+    QImage* writablePixels();
+    // Says that the host pixels were written in place.
+    void pixelsChanged() { emit changed(); }
 
 private:
     VexaPictureHost m_host;

@@ -36,12 +36,60 @@ void VexaLayerManager::setActiveLayer(int index)
         m_active = index;
 }
 
-QImage VexaLayerManager::compose(const QSize& canvasSize) const
+namespace {
+bool opaque(const QImage& image)
 {
-    QImage out(canvasSize, QImage::Format_ARGB32_Premultiplied);
+    if (image.format() != QImage::Format_ARGB32)
+        return !image.hasAlphaChannel();
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        QRgb all = 0xFF000000u;
+        for (int x = 0; x < image.width(); ++x)
+            all &= row[x];
+        if (qAlpha(all) != 255)
+            return false;
+    }
+    return true;
+}
+} // namespace
+
+namespace {
+bool covers(VexaLayer* layer, const QSize& canvasSize)
+{
+    return int(layer->getPosition().x()) == 0 && int(layer->getPosition().y()) == 0
+        && layer->getPictureHost()->image().size() == canvasSize;
+}
+} // namespace
+
+QImage VexaLayerManager::shown(const QSize& canvasSize) const
+{
+    if (m_layers.size() == 1 && covers(m_layers.front(), canvasSize))
+        return m_layers.front()->getPictureHost()->image();
+    return compose(canvasSize);
+}
+
+QImage VexaLayerManager::compose(const QSize& canvasSize, const QRect& area) const
+{
+    const QRect whole(QPoint(0, 0), canvasSize);
+    const QRect part = area.isNull() ? whole : area;
+    // One layer covering the canvas, a photo as opened: drawing it over transparency takes two
+    // more full-size copies. Opaque, it is the document as it stands; else the same bytes come
+    // from premultiplying and back, the second conversion in place.
+    if (part == whole && m_layers.size() == 1) {
+        const QImage& pixels = m_layers.front()->getPictureHost()->image();
+        if (covers(m_layers.front(), canvasSize)) {
+            if (opaque(pixels))
+                return pixels;
+            QImage out = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+            out.convertTo(QImage::Format_ARGB32);
+            return out;
+        }
+    }
+    QImage out(part.size(), QImage::Format_ARGB32_Premultiplied);
     out.fill(Qt::transparent);
     {
         QPainter p(&out);
+        p.translate(-part.topLeft());
         for (VexaLayer* layer : m_layers)
             // Layers sit on whole pixels, truncated like every tool that maps layer to canvas.
             p.drawImage(QPoint(int(layer->getPosition().x()), int(layer->getPosition().y())), layer->getPictureHost()->image());

@@ -22,8 +22,13 @@ public:
     VexaLayer* addLayer(const QImage& pixels, const QPointF& position, const QString& name);
     void setActiveLayer(int index);
     int activeIndex() const { return m_active; }
-    // The visible document: layers drawn in order over transparency, 32-bit ARGB.
-    QImage compose(const QSize& canvasSize) const;
+    // The visible document: layers drawn in order over transparency, 32-bit ARGB; of `area`
+    // alone when one is given. One opaque layer that covers the canvas is the document as it
+    // stands, and comes back sharing its pixels.
+    QImage compose(const QSize& canvasSize, const QRect& area = QRect()) const;
+    // The document for the screen: as compose, except that one layer covering the canvas is
+    // its own pixels at any alpha (shared, not rounded through premultiplying).
+    QImage shown(const QSize& canvasSize) const;
 
 signals:
     void changed();

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -163,14 +164,35 @@ void VexaSelection::deselect()
 void VexaSelection::inverse()
 {
     const QPoint shown = settleTranslation(true);
-    modify(tr("Invert Selection"), [&](std::vector<uint8_t>& mask) {
-        shift(mask, shown);
-        for (int y = 0; y < m_height; ++y) {
-            uint8_t* row = mask.data() + size_t(y) * size_t(m_stride);
-            for (int x = 0; x < m_width; ++x)
-                row[x] = uint8_t(255 - row[x]);
-        }
-    });
+    if (!shown.isNull()) {
+        modify(tr("Invert Selection"), [&](std::vector<uint8_t>& mask) {
+            shift(mask, shown);
+            invert(mask);
+        });
+        return;
+    }
+    // An inversion is its own undo: no copy of a camera-sized mask to compare and keep.
+    invert(m_mask);
+    m_nonEmpty = -1;
+    if (m_history && !m_history->isReplaying() && m_width > 0 && m_height > 0)
+        m_history->pushNewMemo(VexaSelectionMemo::inversion(this, tr("Invert Selection")).release());
+    emit changed();
+}
+
+void VexaSelection::invert(std::vector<uint8_t>& mask) const
+{
+    for (int y = 0; y < m_height; ++y) {
+        uint8_t* row = mask.data() + size_t(y) * size_t(m_stride);
+        for (int x = 0; x < m_width; ++x)
+            row[x] = uint8_t(255 - row[x]);
+    }
+}
+
+void VexaSelection::restoreInverse()
+{
+    invert(m_mask);
+    m_nonEmpty = -1;
+    emit changed();
 }
 
 void VexaSelection::selectAll()
@@ -231,17 +253,19 @@ void VexaSelection::shift(std::vector<uint8_t>& mask, const QPoint& by) const
 
 QRect VexaSelection::boundingRect() const
 {
+    // From each end of a row to its first set byte: a camera-sized mask is mostly long runs.
     int left = m_width, right = -1, top = m_height, bottom = -1;
+    const auto set = [](uint8_t v) { return v != 0; };
     for (int y = 0; y < m_height; ++y) {
         const uint8_t* row = m_mask.data() + size_t(y) * size_t(m_stride);
-        for (int x = 0; x < m_width; ++x) {
-            if (row[x]) {
-                left = qMin(left, x);
-                right = qMax(right, x);
-                top = qMin(top, y);
-                bottom = y;
-            }
-        }
+        const uint8_t* first = std::find_if(row, row + m_width, set);
+        if (first == row + m_width)
+            continue;
+        const auto last = std::find_if(std::make_reverse_iterator(row + m_width), std::make_reverse_iterator(first), set);
+        left = qMin(left, int(first - row));
+        right = qMax(right, int(last.base() - row) - 1);
+        top = qMin(top, y);
+        bottom = y;
     }
     return right < 0 ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
 }
@@ -254,11 +278,14 @@ QImage VexaSelection::toImage() const
     return img;
 }
 
-void VexaSelection::restoreRows(int firstRow, const std::vector<uint8_t>& rows)
+void VexaSelection::restoreRows(int firstRow, int rowCount, const std::vector<uint8_t>& packedRows)
 {
-    if (firstRow < 0 || size_t(firstRow) * size_t(m_stride) + rows.size() > m_mask.size())
+    if (firstRow < 0 || rowCount < 0 || firstRow > m_height - rowCount)
         return;
-    std::copy(rows.begin(), rows.end(), m_mask.begin() + ptrdiff_t(firstRow) * m_stride);
+    const uint8_t* at = packedRows.data();
+    const uint8_t* end = at + packedRows.size();
+    for (int y = firstRow; y < firstRow + rowCount && at; ++y)
+        at = VexaMaskOps::unpackRuns(at, end, m_mask.data() + size_t(y) * size_t(m_stride), size_t(m_stride));
     m_nonEmpty = -1;
     emit changed();
 }

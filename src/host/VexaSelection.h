@@ -71,8 +71,11 @@ public:
     QImage toImage() const;
 
     void setHistory(VexaHistory* history) { m_history = history; }
-    // Used by undo: writes whole rows back without recording.
-    void restoreRows(int firstRow, const std::vector<uint8_t>& rows);
+    // Used by undo: writes `rowCount` whole rows from `firstRow` on back without recording, from
+    // rows packed one by one by VexaMaskOps::packRuns.
+    void restoreRows(int firstRow, int rowCount, const std::vector<uint8_t>& packedRows);
+    // Used by undo: inverts the mask without recording.
+    void restoreInverse();
 
 signals:
     void changed();
@@ -87,6 +90,7 @@ private:
     // change to shift the mask by it, else (0, 0).
     QPoint settleTranslation(bool keepShown);
     void shift(std::vector<uint8_t>& mask, const QPoint& by) const;
+    void invert(std::vector<uint8_t>& mask) const;
 
     int m_width;
     int m_height;

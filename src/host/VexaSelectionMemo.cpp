@@ -1,5 +1,6 @@
 #include "VexaSelectionMemo.h"
 
+#include "VexaMaskOps.h"
 #include "VexaSelection.h"
 
 #include <cstring>
@@ -21,16 +22,35 @@ std::unique_ptr<VexaSelectionMemo> VexaSelectionMemo::create(VexaSelection* sele
     auto memo = std::make_unique<VexaSelectionMemo>();
     memo->m_selection = selection;
     memo->m_firstRow = first;
-    memo->m_before.assign(before.begin() + ptrdiff_t(first) * stride, before.begin() + ptrdiff_t(last + 1) * stride);
-    memo->m_after.assign(after.begin() + ptrdiff_t(first) * stride, after.begin() + ptrdiff_t(last + 1) * stride);
+    memo->m_rowCount = last - first + 1;
+    // Row by row, so that undo writes each row straight into the mask.
+    for (int y = first; y <= last; ++y) {
+        VexaMaskOps::packRuns(&before[size_t(y) * stride], size_t(stride), memo->m_before);
+        VexaMaskOps::packRuns(&after[size_t(y) * stride], size_t(stride), memo->m_after);
+    }
+    memo->m_before.shrink_to_fit();
+    memo->m_after.shrink_to_fit();
+    memo->m_text = text;
+    return memo;
+}
+
+std::unique_ptr<VexaSelectionMemo> VexaSelectionMemo::inversion(VexaSelection* selection, const QString& text)
+{
+    auto memo = std::make_unique<VexaSelectionMemo>();
+    memo->m_selection = selection;
+    memo->m_inversion = true;
     memo->m_text = text;
     return memo;
 }
 
 void VexaSelectionMemo::restore(const std::vector<uint8_t>& rows)
 {
-    if (m_selection)
-        m_selection->restoreRows(m_firstRow, rows);
+    if (!m_selection)
+        return;
+    if (m_inversion)
+        m_selection->restoreInverse();
+    else
+        m_selection->restoreRows(m_firstRow, m_rowCount, rows);
 }
 
 void VexaSelectionMemo::undo() { restore(m_before); }

@@ -10,7 +10,8 @@
 
 class VexaSelection;
 
-// Undo step of a selection change: keeps only the band of rows that changed, before and after.
+// Undo step of a selection change: keeps only the band of rows that changed, before and after,
+// each row packed in runs (VexaMaskOps::packRuns).
 class VexaSelectionMemo : public VexaHistoryMemo
 {
 public:
@@ -18,6 +19,8 @@ public:
     static std::unique_ptr<VexaSelectionMemo> create(VexaSelection* selection, const std::vector<uint8_t>& before,
                                      const std::vector<uint8_t>& after, int stride, const QString& text);
 
+    // The undo step of an inversion, which is its own inverse: it keeps no rows.
+    static std::unique_ptr<VexaSelectionMemo> inversion(VexaSelection* selection, const QString& text);
     void undo() override;
     void redo() override;
     QString text() const override { return m_text; }
@@ -30,6 +33,8 @@ private:
 
     QPointer<VexaSelection> m_selection;
     int m_firstRow = 0;
+    int m_rowCount = 0;
+    bool m_inversion = false;
     std::vector<uint8_t> m_before;
     std::vector<uint8_t> m_after;
     QString m_text;

@@ -12,8 +12,11 @@
 #include "VexaToolQuickSelectWidget.h"
 
 #include <QAction>
+#include <QEventLoop>
+#include <QFutureWatcher>
 #include <QGuiApplication>
 #include <QImage>
+#include <QtConcurrent/QtConcurrentRun>
 
 #include <cstring>
 
@@ -98,24 +101,46 @@ void VexaToolQuickSelect::apply(const QImage& alpha)
         disActive();
         return;
     }
-    // Writing a camera-sized document takes seconds: the pointer says the editor is at work.
+    // Writing a camera-sized document takes a second or more: the pointer says the editor is at
+    // work, and the window's bar how far it has come.
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const QString applying = tr("Applying...");
+    auto progress = [&](int percent) {
+        if (dialog)
+            dialog->showProgress(applying, percent);
+    };
+    progress(0);
     std::memset(mask, 0, size_t(H) * size_t(S));
     if (canvas)
         canvas->syncLayerPixels();
 
-    // The same resampling as the command line's outputs, so both give the same bytes.
-    VexaMatteResample::toMask(alpha, W, H, mask, S);
+    // The same resampling as the command line's outputs, so both give the same bytes. To a
+    // camera-sized canvas it takes a few hundred milliseconds: a pool thread does it while the
+    // windows go on drawing, and input waits until it is done.
+    {
+        const QImage matte = alpha; // a copy the window cannot change under the worker
+        QFutureWatcher<bool> watcher;
+        QEventLoop wait;
+        connect(&watcher, &QFutureWatcher<bool>::finished, &wait, &QEventLoop::quit);
+        watcher.setFuture(QtConcurrent::run([matte, W, H, mask, S] { return VexaMatteResample::toMask(matte, W, H, mask, S); }));
+        if (!watcher.isFinished())
+            wait.exec(QEventLoop::ExcludeUserInputEvents);
+    }
+    progress(30);
     // The user pressed one button: the selection, its inversions and the deletion are one undo
     // step under the tool's name, not four steps through selections never shown.
     VexaHistory* history = context->getHistory();
     if (history)
         history->beginGesture(tr("Quick Select"));
     selection->copyMask(mask);
+    progress(45);
     selection->inverse();
+    progress(55);
     if (QAction* erase = VexaActionManager::getInstance(QString())->getActionByName(QStringLiteral("Delete")))
         erase->activate(QAction::Trigger);
+    progress(90);
     selection->inverse();
+    progress(100);
     if (history)
         history->endGesture();
     pool->release(mask);

@@ -54,6 +54,8 @@ public:
     // runs it waits for the step's end, so it never reads pixels the step is writing (the mark
     // step writes its boundary band into the marks).
     QImage markImageCopy() const;
+    // Shows `text` and `percent` in the status bar at once, for work the GUI thread does itself.
+    void showProgress(const QString& text, int percent) { on_progress(text, percent); }
 
 public slots:
     void load(VexaContext* context);

@@ -227,6 +227,10 @@
         <source>Opening %1…</source>
         <translation>%1 wird geöffnet …</translation>
     </message>
+    <message>
+        <source>Saving %1…</source>
+        <translation>%1 wird gespeichert …</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

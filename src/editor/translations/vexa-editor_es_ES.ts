@@ -227,6 +227,10 @@
         <source>Opening %1…</source>
         <translation>Abriendo %1…</translation>
     </message>
+    <message>
+        <source>Saving %1…</source>
+        <translation>Guardando %1…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

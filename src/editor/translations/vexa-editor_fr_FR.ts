@@ -227,6 +227,10 @@
         <source>Opening %1…</source>
         <translation>Ouverture de %1…</translation>
     </message>
+    <message>
+        <source>Saving %1…</source>
+        <translation>Enregistrement de %1…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

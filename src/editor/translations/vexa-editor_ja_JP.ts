@@ -227,6 +227,10 @@
         <source>Opening %1…</source>
         <translation>%1 を開いています…</translation>
     </message>
+    <message>
+        <source>Saving %1…</source>
+        <translation>%1 を保存しています…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

@@ -227,6 +227,10 @@
         <source>Opening %1…</source>
         <translation>%1 여는 중…</translation>
     </message>
+    <message>
+        <source>Saving %1…</source>
+        <translation>%1 저장 중…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

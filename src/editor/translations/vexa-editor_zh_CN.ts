@@ -227,6 +227,10 @@
         <source>Opening %1…</source>
         <translation>正在打开 %1…</translation>
     </message>
+    <message>
+        <source>Saving %1…</source>
+        <translation>正在保存 %1…</translation>
+    </message>
 </context>
 <context>
     <name>VexaImageFile</name>

@@ -186,6 +186,10 @@
         <source>Quick Select</source>
         <translation>Schnellauswahl</translation>
     </message>
+    <message>
+        <source>Applying...</source>
+        <translation>Wird angewendet ...</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolQuickSelectWidget</name>

@@ -186,6 +186,10 @@
         <source>Quick Select</source>
         <translation>Selección rápida</translation>
     </message>
+    <message>
+        <source>Applying...</source>
+        <translation>Aplicando...</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolQuickSelectWidget</name>

@@ -186,6 +186,10 @@
         <source>Quick Select</source>
         <translation>Sélection rapide</translation>
     </message>
+    <message>
+        <source>Applying...</source>
+        <translation>Application...</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolQuickSelectWidget</name>

@@ -186,6 +186,10 @@
         <source>Quick Select</source>
         <translation>クイック選択</translation>
     </message>
+    <message>
+        <source>Applying...</source>
+        <translation>適用しています...</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolQuickSelectWidget</name>

@@ -186,6 +186,10 @@
         <source>Quick Select</source>
         <translation>빠른 선택</translation>
     </message>
+    <message>
+        <source>Applying...</source>
+        <translation>적용 중...</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolQuickSelectWidget</name>

@@ -186,6 +186,10 @@
         <source>Quick Select</source>
         <translation>快速選取</translation>
     </message>
+    <message>
+        <source>Applying...</source>
+        <translation>正在套用...</translation>
+    </message>
 </context>
 <context>
     <name>VexaToolQuickSelectWidget</name>
