@@ -10,6 +10,7 @@
 // Without a photo, one is made once from a sample photo (scaled up, with grain so that it
 // decodes like a camera's) in the temporary folder, by a child process so that making it does
 // not count in this process's peak memory.
+#include "BenchEventLoop.h"
 #include "VexaCanvas.h"
 #include "VexaContext.h"
 #include "VexaEditorWindow.h"
@@ -61,22 +62,6 @@ int makePhoto(const QString& path)
     QImageWriter writer(path, "jpg");
     writer.setQuality(92);
     return writer.write(photo) ? 0 : 2;
-}
-
-// Runs the event loop (sleeping between events, as the editor does) until `done` holds.
-template <class Done>
-void runUntil(Done done)
-{
-    QEventLoop loop;
-    QTimer poll;
-    poll.setInterval(1);
-    QObject::connect(&poll, &QTimer::timeout, [&] {
-        if (done())
-            loop.quit();
-    });
-    poll.start();
-    if (!done())
-        loop.exec();
 }
 
 // The longest gap between ticks of a 10 ms timer in the GUI thread since the last restart.

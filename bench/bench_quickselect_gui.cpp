@@ -9,6 +9,7 @@
 // With --refine, "Refine Edges" is checked, so the matte step ends with edge refinement.
 //
 //   bench-quickselect-gui [photo] [runs] [--refine]
+#include "BenchEventLoop.h"
 #include "Thread.h"
 #include "VexaCanvas.h"
 #include "VexaContext.h"
@@ -36,22 +37,6 @@ double median(std::vector<double> v)
 {
     std::sort(v.begin(), v.end());
     return v[v.size() / 2];
-}
-
-// Runs the event loop (sleeping between events, as a GUI does) until `done` holds.
-template <class Done>
-void runUntil(Done done)
-{
-    QEventLoop loop;
-    QTimer poll;
-    poll.setInterval(1);
-    QObject::connect(&poll, &QTimer::timeout, [&] {
-        if (done())
-            loop.quit();
-    });
-    poll.start();
-    if (!done())
-        loop.exec();
 }
 
 double maximum(const std::vector<double>& v) { return *std::max_element(v.begin(), v.end()); }
