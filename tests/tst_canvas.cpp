@@ -39,15 +39,22 @@ public:
     QStringList named;
 };
 
-// A 4 x 2 document: left half red, right half blue.
-std::unique_ptr<VexaContext> twoColours()
-{
-    QImage img(4, 2, QImage::Format_ARGB32);
-    for (int x = 0; x < 4; ++x)
-        for (int y = 0; y < 2; ++y)
-            img.setPixel(x, y, x < 2 ? qRgb(255, 0, 0) : qRgb(0, 0, 255));
-    return VexaContext::fromImage(img);
-}
+// A 4 x 2 document, left half red and right half blue, on a 200 x 100 canvas.
+struct TwoColours {
+    explicit TwoColours(float scale = 1.0f, QPointF origin = {})
+    {
+        QImage img(4, 2, QImage::Format_ARGB32);
+        img.fill(qRgb(0, 0, 255));
+        for (int i = 0; i < 4; ++i)
+            img.setPixel(i % 2, i / 2, qRgb(255, 0, 0));
+        doc = VexaContext::fromImage(img);
+        canvas.resize(200, 100);
+        canvas.setContext(doc.get());
+        canvas.setView(scale, origin);
+    }
+    std::unique_ptr<VexaContext> doc;
+    VexaCanvas canvas; // goes first
+};
 
 } // namespace
 
@@ -62,8 +69,7 @@ private slots:
     void panKeepsToolCoordinates_data();
     void panKeepsToolCoordinates();
     void scrollBarsFollowView();
-    void mouseSignalsCarryWidgetPixels();
-    void keysAndNamedEventsReachTool();
+    void inputReachesTool();
     void pickerTakesForegroundColour();
     void renderToImageAndSync();
     void drawsDocumentOutlineAndFeedback();
@@ -91,15 +97,12 @@ void TestCanvas::uiToCanvas()
     QFETCH(QPoint, widget);
     QFETCH(bool, clamp);
     QFETCH(QPointF, expected);
-    auto doc = twoColours();
-    VexaCanvas canvas;
-    canvas.setContext(doc.get());
-    canvas.setView(scale, QPointF(10, 20));
-    QCOMPARE(canvas.getScale(), scale);
-    QCOMPARE(canvas.uiToCanvasCoord(widget.x(), widget.y(), clamp), expected);
+    TwoColours t(scale, QPointF(10, 20));
+    QCOMPARE(t.canvas.getScale(), scale);
+    QCOMPARE(t.canvas.uiToCanvasCoord(widget.x(), widget.y(), clamp), expected);
     if (!clamp)
-        QCOMPARE(canvas.canvasToUi(expected), QPointF(widget));
-    QCOMPARE(doc->getCanvas(), &canvas);
+        QCOMPARE(t.canvas.canvasToUi(expected), QPointF(widget));
+    QCOMPARE(t.doc->getCanvas(), &t.canvas);
 }
 
 void TestCanvas::zoomKeepsPointUnderPointer_data()
@@ -119,11 +122,8 @@ void TestCanvas::zoomKeepsPointUnderPointer()
 {
     QFETCH(QList<int>, wheel);
     QFETCH(float, scale);
-    auto doc = twoColours();
-    VexaCanvas canvas;
-    canvas.resize(200, 100);
-    canvas.setContext(doc.get());
-    canvas.setView(1.0f, QPointF(0, 0));
+    TwoColours t;
+    VexaCanvas& canvas = t.canvas;
     const QPointF at(31, 43);
     const QPointF before = canvas.uiToCanvasCoord(31, 43, false);
     if (wheel.isEmpty())
@@ -154,13 +154,10 @@ void TestCanvas::panKeepsToolCoordinates()
 {
     QFETCH(bool, space);
     QFETCH(float, scale);
-    auto doc = twoColours();
-    VexaCanvas canvas;
-    canvas.resize(200, 100);
-    canvas.setContext(doc.get());
-    canvas.setView(scale, QPointF(0, 0));
+    TwoColours t(scale);
+    VexaCanvas& canvas = t.canvas;
     RecordingTool tool;
-    doc->setCurrentTool(&tool);
+    t.doc->setCurrentTool(&tool);
     QSignalSpy press(&canvas, &VexaCanvas::mousePress);
     QSignalSpy move(&canvas, &VexaCanvas::mouseMove);
     QSignalSpy release(&canvas, &VexaCanvas::mouseRelease);
@@ -219,19 +216,16 @@ void TestCanvas::scrollBarsFollowView()
     QTRY_VERIFY(!h->isVisible() && !v->isVisible());
 }
 
-void TestCanvas::mouseSignalsCarryWidgetPixels()
+void TestCanvas::inputReachesTool()
 {
-    auto doc = twoColours();
-    VexaCanvas canvas;
-    canvas.resize(200, 100);
-    canvas.setContext(doc.get());
+    TwoColours t;
+    VexaCanvas& canvas = t.canvas;
     QSignalSpy press(&canvas, &VexaCanvas::mousePress);
     QSignalSpy release(&canvas, &VexaCanvas::mouseRelease);
     QSignalSpy dbl(&canvas, &VexaCanvas::mouseDoubleClick);
     QTest::mousePress(&canvas, Qt::LeftButton, {}, QPoint(30, 40));
     QTest::mouseRelease(&canvas, Qt::LeftButton, {}, QPoint(31, 41));
-    QCOMPARE(press.count(), 1);
-    QCOMPARE(QPoint(press.at(0).at(0).toInt(), press.at(0).at(1).toInt()), QPoint(30, 40));
+    QCOMPARE(QPoint(press.at(0).at(0).toInt(), press.at(0).at(1).toInt()), QPoint(30, 40)); // widget pixels
     QCOMPARE(release.at(0).at(0).toInt(), 31);
     // A press whose release never came does not lock the tool out of the next one.
     QTest::mousePress(&canvas, Qt::LeftButton, {}, QPoint(30, 40));
@@ -240,49 +234,32 @@ void TestCanvas::mouseSignalsCarryWidgetPixels()
     QApplication::sendEvent(&canvas, &again);
     QCOMPARE(press.count(), 3);
     QTest::mouseRelease(&canvas, Qt::LeftButton, {}, QPoint(32, 42));
-    // The middle button pans instead of reaching tools.
-    QTest::mousePress(&canvas, Qt::MiddleButton, {}, QPoint(50, 50));
-    QTest::mouseRelease(&canvas, Qt::MiddleButton, {}, QPoint(50, 50));
-    QCOMPARE(press.count(), 3);
-    QTest::mouseDClick(&canvas, Qt::LeftButton, {}, QPoint(5, 6));
-    QCOMPARE(dbl.count(), 1);
-}
 
-void TestCanvas::keysAndNamedEventsReachTool()
-{
-    auto doc = twoColours();
-    VexaCanvas canvas;
-    canvas.resize(200, 100);
-    canvas.setContext(doc.get());
+    // Keys, and the named events a tool registered (once is enough), reach the current tool.
     RecordingTool tool;
-    tool.registerEvent(QStringLiteral("ESC"));
-    tool.registerEvent(QStringLiteral("DOUBLE_CLICK"));
-    tool.registerEvent(QStringLiteral("ESC")); // once is enough
+    for (const char* name : {"ESC", "DOUBLE_CLICK", "ESC"})
+        tool.registerEvent(QLatin1String(name));
     QCOMPARE(tool.registeredEvents().size(), qsizetype(2));
-    doc->setCurrentTool(&tool);
-
+    t.doc->setCurrentTool(&tool);
     QTest::keyPress(&canvas, Qt::Key_Control);
     QTest::keyRelease(&canvas, Qt::Key_Control);
     QTest::keyClick(&canvas, Qt::Key_Escape);
     QTest::keyClick(&canvas, Qt::Key_Delete); // not registered: no named event
     QTest::mouseDClick(&canvas, Qt::LeftButton, {}, QPoint(5, 5));
+    QCOMPARE(dbl.count(), 1);
     QCOMPARE(tool.keys, QList<int>({Qt::Key_Control, -Qt::Key_Control, Qt::Key_Escape, -Qt::Key_Escape, Qt::Key_Delete,
                                     -Qt::Key_Delete}));
     QCOMPARE(tool.named, QStringList({QStringLiteral("ESC"), QStringLiteral("DOUBLE_CLICK")}));
-
     // Without a current tool nothing is delivered.
-    doc->setCurrentTool(nullptr);
+    t.doc->setCurrentTool(nullptr);
     QTest::keyClick(&canvas, Qt::Key_Escape);
     QCOMPARE(tool.named.size(), qsizetype(2));
 }
 
 void TestCanvas::pickerTakesForegroundColour()
 {
-    auto doc = twoColours();
-    VexaCanvas canvas;
-    canvas.resize(200, 100);
-    canvas.setContext(doc.get());
-    canvas.setView(0.1f, QPointF(0, 0)); // 10 widget pixels per document pixel
+    TwoColours t(0.1f); // 10 widget pixels per document pixel
+    VexaCanvas& canvas = t.canvas;
     QSignalSpy colour(&canvas, &VexaCanvas::FgColorChange);
     QSignalSpy press(&canvas, &VexaCanvas::mousePress);
     canvas.getColorPickerWidget()->onColorRangeToolPickStarted();
@@ -300,20 +277,18 @@ void TestCanvas::pickerTakesForegroundColour()
 
 void TestCanvas::renderToImageAndSync()
 {
-    auto doc = twoColours();
-    VexaCanvas canvas;
-    canvas.setContext(doc.get());
-    std::unique_ptr<QImage> image(canvas.renderToImage(doc.get()));
+    TwoColours t;
+    std::unique_ptr<QImage> image(t.canvas.renderToImage(t.doc.get()));
     QVERIFY(image && image->size() == QSize(4, 2) && image->format() == QImage::Format_ARGB32);
     QCOMPARE(image->pixel(3, 1), qRgb(0, 0, 255));
 
-    auto* layer = qobject_cast<VexaLayer*>(doc->getLayerManager()->getActiveLayer());
+    auto* layer = qobject_cast<VexaLayer*>(t.doc->getLayerManager()->getActiveLayer());
     QImage painted = layer->getPictureHost()->image();
     painted.setPixel(0, 0, qRgb(0, 255, 0));
     layer->setDevicePixels(painted);
-    canvas.syncLayerPixels();
+    t.canvas.syncLayerPixels();
     QCOMPARE(layer->getLatestPlace(), int(VexaLayer::InHost));
-    std::unique_ptr<QImage> after(canvas.renderToImage(nullptr));
+    std::unique_ptr<QImage> after(t.canvas.renderToImage(nullptr));
     QCOMPARE(after->pixel(0, 0), qRgb(0, 255, 0));
 }
 
@@ -342,9 +317,8 @@ void TestCanvas::drawsDocumentOutlineAndFeedback()
     QVERIFY(feedback.count() >= 1); // the tool draws its own feedback over the canvas
     QCOMPARE(shot.pixel(10 + 2, 10 + 2), qRgb(0, 128, 0)); // document pixel (1, 1)
     QVERIFY(shot.pixel(5, 5) != qRgb(0, 128, 0));           // outside the document
-    // The outline runs along x = 10 (widget 30) between y = 5 and 15 (widget 20 to 40):
-    // every pixel there is drawn black or white.
-    // Both colours of the dashes appear.
+    // The outline runs along x = 10 (widget 30) between y = 5 and 15 (widget 20 to 40): every
+    // pixel there is drawn black or white, and both colours of the dashes appear.
     int black = 0, white = 0;
     for (int y = 21; y < 40; ++y) {
         black += shot.pixel(30, y) == qRgb(0, 0, 0);
