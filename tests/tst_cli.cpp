@@ -210,22 +210,18 @@ private slots:
         QFETCH(int, status);
         QFETCH(QString, says);
         QTemporaryDir dir;
-        QVERIFY(halves(QSize(40, 20)).save(dir.filePath("image.png")));
-        QVERIFY(marksFor(QSize(40, 20)).save(dir.filePath("marks.png")));
-        QVERIFY(marksFor(QSize(40, 20), false).save(dir.filePath("hint.png")));
-        QVERIFY(marksFor(QSize(10, 10)).save(dir.filePath("small.png")));
         QImage unknown(40, 20, QImage::Format_Grayscale8);
         unknown.fill(128);
-        QVERIFY(unknown.save(dir.filePath("unknown.png")));
+        QVERIFY(halves(QSize(40, 20)).save(dir.filePath("image.png")) && marksFor(QSize(40, 20)).save(dir.filePath("marks.png"))
+                && marksFor(QSize(40, 20), false).save(dir.filePath("hint.png"))
+                && marksFor(QSize(10, 10)).save(dir.filePath("small.png")) && unknown.save(dir.filePath("unknown.png")));
         QFile whole(dir.filePath("image.png"));
         QVERIFY(whole.open(QIODevice::ReadOnly));
-        const QByteArray png = whole.readAll();
         // A signature and a header, then nothing; an empty file; one whose header claims 149 GB.
-        for (auto [name, bytes] : {std::pair{"broken.png", png.left(60)}, std::pair{"empty.png", QByteArray()},
+        for (auto [name, bytes] : {std::pair{"broken.png", whole.read(60)}, std::pair{"empty.png", QByteArray()},
                                    std::pair{"huge.png", VexaTestImages::pngClaiming(200000, 200000)}}) {
             QFile file(dir.filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(bytes);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
         }
         for (QString& a : args)
             if ((a.endsWith(QLatin1String(".png")) || a.endsWith(QLatin1String(".out"))) && !a.startsWith(QLatin1Char('/')))
@@ -233,10 +229,8 @@ private slots:
         const QStringList inputs = QDir(dir.path()).entryList(QDir::Files);
         const Run r = cli(QStringList{"--alpha", dir.filePath("alpha.png")} + args);
         QCOMPARE(r.status, status);
-        QVERIFY2(r.err.contains(says), qPrintable(r.out + r.err));
-        QVERIFY(r.out.isEmpty());
         // The library's own complaints stay off the terminal: the message says it once.
-        QVERIFY2(!r.err.contains(QStringLiteral("libpng")), qPrintable(r.err));
+        QVERIFY2(r.err.contains(says) && r.out.isEmpty() && !r.err.contains(QStringLiteral("libpng")), qPrintable(r.out + r.err));
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files), inputs);
     }
 
@@ -255,8 +249,7 @@ private slots:
         QVERIFY2(r.err.contains(QStringLiteral("Cannot write")) && !r.err.contains(QStringLiteral("libpng")), qPrintable(r.err));
         for (const char* name : {"alpha.png", "result.png"}) {
             QFile kept(dir.filePath(QLatin1String(name)));
-            QVERIFY(kept.open(QIODevice::ReadOnly));
-            QCOMPARE(kept.readAll(), QByteArray("old"));
+            QVERIFY(kept.open(QIODevice::ReadOnly) && kept.readAll() == "old");
         }
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2); // no temporary left behind
     }
@@ -268,19 +261,20 @@ private slots:
         QTemporaryDir dir;
         const QSize size(60, 40);
         QVERIFY(halves(size).save(dir.filePath("photo.png")));
-        QImage trimap(size, QImage::Format_Grayscale8);
-        for (int y = 0; y < size.height(); ++y)
-            for (int x = 0; x < size.width(); ++x)
-                trimap.scanLine(y)[x] = x < 24 ? 255 : x < 36 ? 128 : 0;
+        QImage trimap(size, QImage::Format_Grayscale8), expected(size, QImage::Format_Grayscale8);
+        trimap.fill(0);
+        expected.fill(0);
+        for (int y = 0; y < size.height(); ++y) {
+            std::memset(trimap.scanLine(y), 255, 24);
+            std::memset(trimap.scanLine(y) + 24, 128, 12);
+            std::memset(expected.scanLine(y), 255, 30);
+        }
         QVERIFY(trimap.save(dir.filePath("trimap.png")));
         const Run r = cli({"--trimap", dir.filePath("trimap.png"), "--alpha", dir.filePath("alpha.png"), "--result",
                            dir.filePath("cut.png"), dir.filePath("photo.png")});
         QVERIFY2(r.status == 0, qPrintable(r.err));
         const QImage alpha = QImage(dir.filePath("alpha.png")).convertToFormat(QImage::Format_Grayscale8);
-        QCOMPARE(alpha.size(), size);
-        for (int y = 0; y < size.height(); ++y)
-            for (int x = 20; x < 40; ++x)
-                QCOMPARE(int(alpha.constScanLine(y)[x]), x < 30 ? 255 : 0);
+        QCOMPARE(alpha, expected);
         const QImage cut(dir.filePath("cut.png"));
         QCOMPARE(cut.pixel(29, 5), qRgba(230, 40, 40, 255));
         QCOMPARE(qAlpha(cut.pixel(30, 5)), 0);

@@ -72,391 +72,379 @@ bool openShown(VexaEditorWindow& window)
 class TestEditor : public QObject
 {
     Q_OBJECT
-private slots:
-    void initTestCase();
-    void opensAndKeepsDocumentOnFailure();
-    void withoutDocumentAndStartupError();
-    void scriptedDemoWritesResults();
-    void undoRedoStateAndExports();
-    void gestureIsOneUndoStep();
-    void heldModifierAtPress_data();
-    void heldModifierAtPress();
-    void pixelAlignedZoomAndViewMenu();
-    void exitsWithoutOpenGl();
-
-private:
     VexaPluginLoader m_plugin;
-};
 
-void TestEditor::initTestCase()
-{
-    QVERIFY2(m_plugin.load(QStringLiteral(VEXA_PLUGIN_PATH)), qPrintable(m_plugin.errorString()));
-}
-
-void TestEditor::opensAndKeepsDocumentOnFailure()
-{
-    VexaEditorWindow window(m_plugin);
-    QString error;
-    QVERIFY(!window.openImage(QStringLiteral("/nonexistent/picture.png"), &error));
-    QVERIFY(error.contains(QStringLiteral("picture.png")));
-    QVERIFY(!window.document());
-    // A tool picked without a document is activated when one opens.
-    IVexaTool* ellipse = window.tool(QStringLiteral("Ellipse Select Tool"));
-    window.activateTool(ellipse);
-    QCOMPARE(window.chosenTool(), ellipse);
-    QVERIFY(!ellipse->isActive());
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
-    QCOMPARE(window.document()->canvasSize(), QSize(451, 300));
-    QVERIFY(ellipse->isActive());
-    QCOMPARE(window.currentTool(), ellipse);
-    VexaCanvas* canvas = window.canvas();
-    const QPoint a = canvas->canvasToUi(QPointF(10, 10)).toPoint(), b = canvas->canvasToUi(QPointF(60, 50)).toPoint();
-    emit canvas->mouseMove(a.x(), a.y());
-    emit canvas->mousePress(a.x(), a.y());
-    emit canvas->mouseMove(b.x(), b.y());
-    emit canvas->mouseRelease(b.x(), b.y());
-    QVERIFY(window.document()->getSelection()->hasSelection());
-    // Every kind of file the Open dialog offers opens, photos from cameras and the web included
-    // (Qt reads GIF but writes none to try).
-    QTemporaryDir dir;
-    const QString filter = VexaEditorWindow::openFilter();
-    QVERIFY2(filter.contains("*.tif") && filter.contains("*.jpg") && filter.contains("*.webp"), qPrintable(filter));
-    QImage small(12, 8, QImage::Format_RGB32);
-    small.fill(qRgb(200, 100, 50));
-    for (const QString& pattern : filter.section(QLatin1Char('('), 1).chopped(1).split(QLatin1Char(' '))) {
-        const QString file = dir.filePath("photo" + pattern.mid(1));
-        if (QImageWriter::supportedImageFormats().contains(pattern.mid(2).toLatin1()))
-            QVERIFY2(small.save(file) && window.openImage(file, &error) && window.document()->canvasSize() == QSize(12, 8),
-                     qPrintable(file + error));
+private slots:
+    void initTestCase()
+    {
+        QVERIFY2(m_plugin.load(QStringLiteral(VEXA_PLUGIN_PATH)), qPrintable(m_plugin.errorString()));
     }
-    const QString photo = dir.filePath(QStringLiteral("camera.jpg"));
-    QVERIFY(VexaTestImages::writeCameraJpeg(photo));
-    QVERIFY2(window.openImage(photo, &error), qPrintable(error));
-    VexaContext* doc = window.document();
-    QCOMPARE(doc->canvasSize(), QSize(8256, 5504));
-    QCOMPARE(window.canvas()->getContext(), doc);
 
-    // What cannot be opened is refused with its cause, and the current document stays: junk, an
-    // empty file (said so, instead of blaming the format), a picture larger than this machine holds.
-    for (auto [name, bytes, cause] :
-         {std::tuple{"junk.png", QByteArray("this is not a picture"), ""}, std::tuple{"empty.jpg", QByteArray(), "empty file"},
-          std::tuple{"huge.png", VexaTestImages::pngClaiming(200000, 200000),
-                     "too large: 200000 x 200000 needs 149.0 GB, more than the "}}) {
-        QFile file(dir.filePath(QLatin1String(name)));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        file.close();
-        error.clear();
-        QVERIFY(!window.openImage(file.fileName(), &error));
-        QVERIFY2(!error.isEmpty() && error.contains(QLatin1String(cause)), qPrintable(error));
-    }
-    QCOMPARE(window.document(), doc);
-    window.deactivateTool();
-}
-
-void TestEditor::withoutDocumentAndStartupError()
-{
-    VexaEditorWindow window(m_plugin);
-    QToolBar* toolBox = window.findChild<QToolBar*>(QStringLiteral("tools"));
-    auto enabledTools = [&] {
-        int n = 0;
-        for (QAction* a : toolBox->actions())
-            n += a->isCheckable() && a->isEnabled();
-        return n;
-    };
-    auto statusTexts = [&] {
-        QStringList texts;
-        for (QLabel* l : window.statusBar()->findChildren<QLabel*>())
-            if (!l->text().isEmpty())
-                texts << l->text();
-        return texts;
-    };
-    // A photo that cannot be read is reported over the shown window, which stays empty. Opening
-    // runs its own event loop (the file is read on a pool thread): the report is looked for until
-    // it appears rather than at the first turn of the loop.
-    bool shownAtReport = false;
-    QString report;
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &window, [&] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            poll.stop();
-            shownAtReport = window.isVisible();
-            report = box->text();
-            box->close();
+    void opensAndKeepsDocumentOnFailure()
+    {
+        VexaEditorWindow window(m_plugin);
+        QString error;
+        QVERIFY(!window.openImage(QStringLiteral("/nonexistent/picture.png"), &error));
+        QVERIFY(error.contains(QStringLiteral("picture.png")));
+        QVERIFY(!window.document());
+        // A tool picked without a document is activated when one opens.
+        IVexaTool* ellipse = window.tool(QStringLiteral("Ellipse Select Tool"));
+        window.activateTool(ellipse);
+        QCOMPARE(window.chosenTool(), ellipse);
+        QVERIFY(!ellipse->isActive());
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+        QCOMPARE(window.document()->canvasSize(), QSize(451, 300));
+        QVERIFY(ellipse->isActive());
+        QCOMPARE(window.currentTool(), ellipse);
+        VexaCanvas* canvas = window.canvas();
+        const QPoint a = canvas->canvasToUi(QPointF(10, 10)).toPoint(), b = canvas->canvasToUi(QPointF(60, 50)).toPoint();
+        emit canvas->mouseMove(a.x(), a.y());
+        emit canvas->mousePress(a.x(), a.y());
+        emit canvas->mouseMove(b.x(), b.y());
+        emit canvas->mouseRelease(b.x(), b.y());
+        QVERIFY(window.document()->getSelection()->hasSelection());
+        // Every kind of file the Open dialog offers opens, photos from cameras and the web included
+        // (Qt reads GIF but writes none to try).
+        QTemporaryDir dir;
+        const QString filter = VexaEditorWindow::openFilter();
+        QVERIFY2(filter.contains("*.tif") && filter.contains("*.jpg") && filter.contains("*.webp"), qPrintable(filter));
+        QImage small(12, 8, QImage::Format_RGB32);
+        small.fill(qRgb(200, 100, 50));
+        for (const QString& pattern : filter.section(QLatin1Char('('), 1).chopped(1).split(QLatin1Char(' '))) {
+            const QString file = dir.filePath("photo" + pattern.mid(1));
+            if (QImageWriter::supportedImageFormats().contains(pattern.mid(2).toLatin1()))
+                QVERIFY2(small.save(file) && window.openImage(file, &error) && window.document()->canvasSize() == QSize(12, 8),
+                         qPrintable(file + error));
         }
-    });
-    poll.start(10);
-    window.showAndOpen(QStringLiteral("/nonexistent/picture.png"));
-    poll.stop();
-    QVERIFY(shownAtReport && report.contains(QStringLiteral("picture.png")) && !window.document());
-    QCOMPARE(enabledTools(), 0);
-    emit window.canvas()->mouseMove(10, 10);
-    QCOMPARE(statusTexts(), QStringList());
-    QString error;
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
-    QCOMPARE(enabledTools(), window.toolNames().size());
-    emit window.canvas()->mouseMove(10, 10);
-    QCOMPARE(statusTexts().size(), 2); // the pixel under the pointer and the zoom
-}
+        const QString photo = dir.filePath(QStringLiteral("camera.jpg"));
+        QVERIFY(VexaTestImages::writeCameraJpeg(photo));
+        QVERIFY2(window.openImage(photo, &error), qPrintable(error));
+        VexaContext* doc = window.document();
+        QCOMPARE(doc->canvasSize(), QSize(8256, 5504));
+        QCOMPARE(window.canvas()->getContext(), doc);
 
-void TestEditor::scriptedDemoWritesResults()
-{
-    VexaEditorWindow window(m_plugin);
-    QVERIFY(openShown(window));
-    QTemporaryDir dir;
-    VexaDemoScript script(window, dir.path());
-    QCOMPARE(script.run(), 0);
-    QCOMPARE(QImage(dir.filePath(QStringLiteral("screenshot.png"))).size(), window.size());
-    const QImage mask(dir.filePath(QStringLiteral("selection-mask.png")));
-    QCOMPARE(mask.size(), QSize(600, 400));
-    // Something was selected and something was not.
-    int in = 0, out = 0;
-    for (int y = 0; y < mask.height(); y += 4)
-        for (int x = 0; x < mask.width(); x += 4)
-            (qGray(mask.pixel(x, y)) >= 128 ? in : out)++;
-    QVERIFY(in > 100 && out > 100);
-    QFile report(dir.filePath(QStringLiteral("report.txt")));
-    QVERIFY(report.open(QIODevice::ReadOnly));
-    const QByteArray text = report.readAll();
-    QVERIFY(text.contains("canvas 600 x 400") && text.contains("selected pixels"));
-    // The matting view's and quick select's parts, OK included: the cup and saucer are the
-    // object, the table's corner not, and deleted from the picture; marks of both kinds.
-    for (const char* file : {"gl-matte.png", "quickselect-mask.png", "quickselect-image.png"}) {
-        const QImage result(dir.filePath(QLatin1String(file)));
-        QCOMPARE(result.size(), QSize(600, 400));
-        const bool alpha = QByteArray(file).endsWith("image.png");
-        QCOMPARE(alpha ? qAlpha(result.pixel(290, 200)) : qGray(result.pixel(290, 200)), 255);
-        QCOMPARE(alpha ? qAlpha(result.pixel(20, 380)) : qGray(result.pixel(20, 380)), 0);
+        // What cannot be opened is refused with its cause, and the current document stays: junk, an
+        // empty file (said so, instead of blaming the format), a picture larger than this machine holds.
+        for (auto [name, bytes, cause] :
+             {std::tuple{"junk.png", QByteArray("this is not a picture"), ""}, std::tuple{"empty.jpg", QByteArray(), "empty file"},
+              std::tuple{"huge.png", VexaTestImages::pngClaiming(200000, 200000),
+                         "too large: 200000 x 200000 needs 149.0 GB, more than the "}}) {
+            QFile file(dir.filePath(QLatin1String(name)));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+            file.close();
+            error.clear();
+            QVERIFY(!window.openImage(file.fileName(), &error));
+            QVERIFY2(!error.isEmpty() && error.contains(QLatin1String(cause)), qPrintable(error));
+        }
+        QCOMPARE(window.document(), doc);
+        window.deactivateTool();
     }
-    const QImage marks(dir.filePath(QStringLiteral("quickselect-marks.png")));
-    QSet<QRgb> kinds;
-    for (int y = 0; y < marks.height(); ++y)
-        for (int x = 0; x < marks.width(); ++x)
-            kinds.insert(marks.pixel(x, y));
-    QVERIFY2(kinds.size() >= 3, qPrintable(QString::number(kinds.size()))); // none, object, background
-    QVERIFY(!QImage(dir.filePath(QStringLiteral("quickselect-window.png"))).isNull());
-}
 
-void TestEditor::undoRedoStateAndExports()
-{
-    VexaEditorWindow window(m_plugin);
-    QAction* undo = action(window, QStringLiteral("&Undo"));
-    QAction* redo = action(window, QStringLiteral("&Redo"));
-    QVERIFY(undo && redo && !undo->isEnabled() && !redo->isEnabled());
-    QString error;
-    QVERIFY(!window.exportSelectionMask(QStringLiteral("/tmp/none.png"), &error)); // no document
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
-    QVERIFY(!undo->isEnabled());
-    action(window, QStringLiteral("&All"))->trigger();
-    QVERIFY(undo->isEnabled() && !redo->isEnabled());
-    QCOMPARE(undo->text(), QStringLiteral("&Undo Select All")); // the menu names the step
-    undo->trigger();
-    QVERIFY(!undo->isEnabled() && redo->isEnabled());
-    QCOMPARE(redo->text(), QStringLiteral("&Redo Select All"));
-    redo->trigger();
-    QVERIFY(undo->isEnabled() && !redo->isEnabled());
-
-    // Move Selection, two arrow keys, Ctrl+Z at once: the keys' shift is taken back, not the
-    // selection under it.
-    VexaSelection* sel = window.document()->getSelection();
-    window.activateTool(window.tool(QStringLiteral("Move Selection")));
-    for (int i = 0; i < 2; ++i) {
-        QTest::qWait(60);
-        QTest::keyClick(window.canvas(), Qt::Key_Right);
+    void withoutDocumentAndStartupError()
+    {
+        VexaEditorWindow window(m_plugin);
+        QToolBar* toolBox = window.findChild<QToolBar*>(QStringLiteral("tools"));
+        auto enabledTools = [&] {
+            int n = 0;
+            for (QAction* a : toolBox->actions())
+                n += a->isCheckable() && a->isEnabled();
+            return n;
+        };
+        auto statusTexts = [&] {
+            QStringList texts;
+            for (QLabel* l : window.statusBar()->findChildren<QLabel*>())
+                if (!l->text().isEmpty())
+                    texts << l->text();
+            return texts;
+        };
+        // A photo that cannot be read is reported over the shown window, which stays empty. Opening
+        // runs its own event loop (the file is read on a pool thread): the report is looked for until
+        // it appears rather than at the first turn of the loop.
+        bool shownAtReport = false;
+        QString report;
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, &window, [&] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                poll.stop();
+                shownAtReport = window.isVisible();
+                report = box->text();
+                box->close();
+            }
+        });
+        poll.start(10);
+        window.showAndOpen(QStringLiteral("/nonexistent/picture.png"));
+        poll.stop();
+        QVERIFY(shownAtReport && report.contains(QStringLiteral("picture.png")) && !window.document());
+        QCOMPARE(enabledTools(), 0);
+        emit window.canvas()->mouseMove(10, 10);
+        QCOMPARE(statusTexts(), QStringList());
+        QString error;
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+        QCOMPARE(enabledTools(), window.toolNames().size());
+        emit window.canvas()->mouseMove(10, 10);
+        QCOMPARE(statusTexts().size(), 2); // the pixel under the pointer and the zoom
     }
-    QCOMPARE(sel->getTranslation(), QPointF(2, 0));
-    undo->trigger();
-    QCOMPARE(sel->getTranslation(), QPointF());
-    QCOMPARE(sel->boundingRect(), QRect(0, 0, 600, 400));
-    QCOMPARE(redo->text(), QStringLiteral("&Redo Move Selection"));
-    QCOMPARE(undo->text(), QStringLiteral("&Undo Select All"));
-    window.deactivateTool();
 
-    // Names without a suffix get ".png".
-    QTemporaryDir dir;
-    QVERIFY(window.exportSelectionMask(dir.filePath(QStringLiteral("mask")), &error));
-    const QImage mask(dir.filePath(QStringLiteral("mask.png")));
-    QVERIFY(mask.size() == QSize(600, 400) && mask.isGrayscale());
-    QCOMPARE(qGray(mask.pixel(599, 399)), 255);
-    QVERIFY(!window.exportSelectionMask(QStringLiteral("/nonexistent/dir/mask.png"), &error));
-    QVERIFY(window.saveImage(dir.filePath(QStringLiteral("picture")), &error));
-    QCOMPARE(QImage(dir.filePath(QStringLiteral("picture.png"))).size(), QSize(600, 400));
-
-    // A save that fails half-way (here: a file size limit, as a full disk) keeps the old file.
-    for (const char* file : {"picture.png", "mask.png"}) {
-        const QString name = QLatin1String(file);
-        QFile old(dir.filePath(name));
-        QVERIFY(old.open(QIODevice::ReadOnly));
-        const QByteArray before = old.readAll();
-        old.close();
-        rlimit was{};
-        QVERIFY(getrlimit(RLIMIT_FSIZE, &was) == 0);
-        const rlimit tight{100, was.rlim_max};
-        const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-        QVERIFY(setrlimit(RLIMIT_FSIZE, &tight) == 0);
-        const bool saved = name.startsWith(QLatin1String("mask")) ? window.exportSelectionMask(old.fileName(), &error)
-                                                                   : window.saveImage(old.fileName(), &error);
-        setrlimit(RLIMIT_FSIZE, &was);
-        std::signal(SIGXFSZ, oldHandler);
-        QVERIFY2(!saved && error.contains(name), qPrintable(error));
-        QVERIFY(old.open(QIODevice::ReadOnly) && old.readAll() == before);
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2); // no temporary left behind
+    void scriptedDemoWritesResults()
+    {
+        VexaEditorWindow window(m_plugin);
+        QVERIFY(openShown(window));
+        QTemporaryDir dir;
+        VexaDemoScript script(window, dir.path());
+        QCOMPARE(script.run(), 0);
+        QCOMPARE(QImage(dir.filePath(QStringLiteral("screenshot.png"))).size(), window.size());
+        const QImage mask(dir.filePath(QStringLiteral("selection-mask.png")));
+        QCOMPARE(mask.size(), QSize(600, 400));
+        // Something was selected and something was not.
+        int in = 0, out = 0;
+        for (int y = 0; y < mask.height(); y += 4)
+            for (int x = 0; x < mask.width(); x += 4)
+                (qGray(mask.pixel(x, y)) >= 128 ? in : out)++;
+        QVERIFY(in > 100 && out > 100);
+        QFile report(dir.filePath(QStringLiteral("report.txt")));
+        QVERIFY(report.open(QIODevice::ReadOnly));
+        const QByteArray text = report.readAll();
+        QVERIFY(text.contains("canvas 600 x 400") && text.contains("selected pixels"));
+        // The matting view's and quick select's parts, OK included: the cup and saucer are the
+        // object, the table's corner not, and deleted from the picture; marks of both kinds.
+        for (const char* file : {"gl-matte.png", "quickselect-mask.png", "quickselect-image.png"}) {
+            const QImage result(dir.filePath(QLatin1String(file)));
+            QCOMPARE(result.size(), QSize(600, 400));
+            const bool alpha = QByteArray(file).endsWith("image.png");
+            QCOMPARE(alpha ? qAlpha(result.pixel(290, 200)) : qGray(result.pixel(290, 200)), 255);
+            QCOMPARE(alpha ? qAlpha(result.pixel(20, 380)) : qGray(result.pixel(20, 380)), 0);
+        }
+        const QImage marks(dir.filePath(QStringLiteral("quickselect-marks.png")));
+        QSet<QRgb> kinds;
+        for (int y = 0; y < marks.height(); ++y)
+            for (int x = 0; x < marks.width(); ++x)
+                kinds.insert(marks.pixel(x, y));
+        QVERIFY2(kinds.size() >= 3, qPrintable(QString::number(kinds.size()))); // none, object, background
+        QVERIFY(!QImage(dir.filePath(QStringLiteral("quickselect-window.png"))).isNull());
     }
-}
 
-void TestEditor::gestureIsOneUndoStep()
-{
-    VexaEditorWindow window(m_plugin);
-    QVERIFY(openShown(window));
-    window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
-    VexaCanvas* canvas = window.canvas();
-    VexaSelection* sel = window.document()->getSelection();
-    VexaHistory* history = window.document()->getHistory();
-    auto ui = [&](int x, int y) { return canvas->canvasToUi(QPointF(x, y)).toPoint(); };
-    QCOMPARE(window.windowTitle(), QStringLiteral("coffee.png - Vexa Selections"));
-    drag(canvas, ui(10, 10), ui(50, 40));
-    const QRect first = sel->boundingRect();
-    QCOMPARE(first, QRect(10, 10, 41, 31));
-    const int steps = history->count();
-    // A new shape elsewhere in New mode: it deselects at the press, then adds itself; one step.
-    drag(canvas, ui(200, 200), ui(260, 230));
-    QCOMPARE(sel->boundingRect(), QRect(200, 200, 61, 31));
-    QCOMPARE(history->count(), steps + 1);
-    history->undo();
-    QCOMPARE(sel->boundingRect(), first);
+    void undoRedoStateAndExports()
+    {
+        VexaEditorWindow window(m_plugin);
+        QAction* undo = action(window, QStringLiteral("&Undo"));
+        QAction* redo = action(window, QStringLiteral("&Redo"));
+        QVERIFY(undo && redo && !undo->isEnabled() && !redo->isEnabled());
+        QString error;
+        QVERIFY(!window.exportSelectionMask(QStringLiteral("/tmp/none.png"), &error)); // no document
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/coffee.png"), &error));
+        QVERIFY(!undo->isEnabled());
+        action(window, QStringLiteral("&All"))->trigger();
+        QVERIFY(undo->isEnabled() && !redo->isEnabled());
+        QCOMPARE(undo->text(), QStringLiteral("&Undo Select All")); // the menu names the step
+        undo->trigger();
+        QVERIFY(!undo->isEnabled() && redo->isEnabled());
+        QCOMPARE(redo->text(), QStringLiteral("&Redo Select All"));
+        redo->trigger();
+        QVERIFY(undo->isEnabled() && !redo->isEnabled());
 
-    // A polygon takes a click per corner; from the first corner, which drops the selection, to
-    // the closing click it is still one gesture.
-    window.activateTool(window.tool(QStringLiteral("Polygonal Lasso Tool")));
-    QTest::qWait(600); // past the polygon's swallow of clicks that follow a finished shape
-    for (const QPoint corner : {QPoint(300, 50), QPoint(400, 50), QPoint(400, 150), QPoint(301, 51)}) {
-        moveTo(canvas, ui(corner.x(), corner.y()));
-        press(canvas, ui(corner.x(), corner.y()));
-        release(canvas, ui(corner.x(), corner.y()));
-        QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval() + 50);
+        // Move Selection, two arrow keys, Ctrl+Z at once: the keys' shift is taken back, not the
+        // selection under it.
+        VexaSelection* sel = window.document()->getSelection();
+        window.activateTool(window.tool(QStringLiteral("Move Selection")));
+        for (int i = 0; i < 2; ++i) {
+            QTest::qWait(60);
+            QTest::keyClick(window.canvas(), Qt::Key_Right);
+        }
+        QCOMPARE(sel->getTranslation(), QPointF(2, 0));
+        undo->trigger();
+        QCOMPARE(sel->getTranslation(), QPointF());
+        QCOMPARE(sel->boundingRect(), QRect(0, 0, 600, 400));
+        QCOMPARE(redo->text(), QStringLiteral("&Redo Move Selection"));
+        QCOMPARE(undo->text(), QStringLiteral("&Undo Select All"));
+        window.deactivateTool();
+
+        // Names without a suffix get ".png".
+        QTemporaryDir dir;
+        QVERIFY(window.exportSelectionMask(dir.filePath(QStringLiteral("mask")), &error));
+        const QImage mask(dir.filePath(QStringLiteral("mask.png")));
+        QVERIFY(mask.size() == QSize(600, 400) && mask.isGrayscale());
+        QCOMPARE(qGray(mask.pixel(599, 399)), 255);
+        QVERIFY(!window.exportSelectionMask(QStringLiteral("/nonexistent/dir/mask.png"), &error));
+        QVERIFY(window.saveImage(dir.filePath(QStringLiteral("picture")), &error));
+        QCOMPARE(QImage(dir.filePath(QStringLiteral("picture.png"))).size(), QSize(600, 400));
+
+        // A save that fails half-way (here: a file size limit, as a full disk) keeps the old file.
+        for (const char* file : {"picture.png", "mask.png"}) {
+            const QString name = QLatin1String(file);
+            QFile old(dir.filePath(name));
+            QVERIFY(old.open(QIODevice::ReadOnly));
+            const QByteArray before = old.readAll();
+            old.close();
+            rlimit was{};
+            QVERIFY(getrlimit(RLIMIT_FSIZE, &was) == 0);
+            const rlimit tight{100, was.rlim_max};
+            const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+            QVERIFY(setrlimit(RLIMIT_FSIZE, &tight) == 0);
+            const bool saved = name.startsWith(QLatin1String("mask")) ? window.exportSelectionMask(old.fileName(), &error)
+                                                                       : window.saveImage(old.fileName(), &error);
+            setrlimit(RLIMIT_FSIZE, &was);
+            std::signal(SIGXFSZ, oldHandler);
+            QVERIFY2(!saved && error.contains(name), qPrintable(error));
+            QVERIFY(old.open(QIODevice::ReadOnly) && old.readAll() == before);
+            QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2); // no temporary left behind
+        }
     }
-    QCOMPARE(sel->boundingRect(), QRect(300, 50, 100, 100));
-    history->undo(); // one step back is the selection before the polygon, not an empty one
-    QCOMPARE(sel->boundingRect(), first);
-    window.deactivateTool();
-}
 
-void TestEditor::heldModifierAtPress_data()
-{
-    QTest::addColumn<int>("modifier"); // none: a right-button drag
-    QTest::addColumn<QPoint>("from");
-    QTest::addColumn<bool>("hasNew");
-    // The old selection is (10, 10) to (50, 40); the new shape is dragged from `from` to (80, 70).
-    QTest::newRow("Ctrl adds") << int(Qt::ControlModifier) << QPoint(60, 45) << true;
-    // Inside the old selection: in Add mode a press there starts a shape, it does not drag.
-    QTest::newRow("Ctrl adds, press inside") << int(Qt::ControlModifier) << QPoint(40, 30) << true;
-    QTest::newRow("Alt subtracts, press inside") << int(Qt::AltModifier) << QPoint(40, 30) << false;
-    // Where the window manager takes Alt + drag, a right-button drag subtracts.
-    QTest::newRow("right drag subtracts, press inside") << int(Qt::NoModifier) << QPoint(40, 30) << false;
-}
+    void gestureIsOneUndoStep()
+    {
+        VexaEditorWindow window(m_plugin);
+        QVERIFY(openShown(window));
+        window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
+        VexaCanvas* canvas = window.canvas();
+        VexaSelection* sel = window.document()->getSelection();
+        VexaHistory* history = window.document()->getHistory();
+        auto ui = [&](int x, int y) { return canvas->canvasToUi(QPointF(x, y)).toPoint(); };
+        QCOMPARE(window.windowTitle(), QStringLiteral("coffee.png - Vexa Selections"));
+        drag(canvas, ui(10, 10), ui(50, 40));
+        const QRect first = sel->boundingRect();
+        QCOMPARE(first, QRect(10, 10, 41, 31));
+        const int steps = history->count();
+        // A new shape elsewhere in New mode: it deselects at the press, then adds itself; one step.
+        drag(canvas, ui(200, 200), ui(260, 230));
+        QCOMPARE(sel->boundingRect(), QRect(200, 200, 61, 31));
+        QCOMPARE(history->count(), steps + 1);
+        history->undo();
+        QCOMPARE(sel->boundingRect(), first);
 
-void TestEditor::heldModifierAtPress()
-{
-    QFETCH(int, modifier);
-    QFETCH(QPoint, from);
-    QFETCH(bool, hasNew);
-    const auto mods = Qt::KeyboardModifiers(modifier);
-    const Qt::Key key = mods == Qt::ControlModifier ? Qt::Key_Control : Qt::Key_Alt;
-    const Qt::MouseButton button = modifier ? Qt::LeftButton : Qt::RightButton;
-    VexaEditorWindow window(m_plugin);
-    QVERIFY(openShown(window));
-    window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
-    VexaCanvas* canvas = window.canvas();
-    VexaSelection* sel = window.document()->getSelection();
-    auto ui = [&](int x, int y) { return canvas->canvasToUi(QPointF(x, y)).toPoint(); };
-    auto selected = [&](int x, int y) { return sel->mask()[size_t(y) * size_t(sel->maskStride()) + size_t(x)] >= 128; };
-    drag(canvas, ui(10, 10), ui(50, 40));
-    moveTo(canvas, ui(from.x(), from.y()));
-    // The key as X11 delivers a modifier's own press: with the state from before it.
-    if (modifier)
-        QTest::keyPress(window.windowHandle(), key, Qt::NoModifier);
-    press(canvas, ui(from.x(), from.y()), mods, button); // no move in between
-    moveTo(canvas, ui(60, 50), mods);
-    moveTo(canvas, ui(80, 70), mods);
-    release(canvas, ui(80, 70), mods, button);
-    if (modifier)
-        QTest::keyRelease(window.windowHandle(), key, mods);
-    QVERIFY(selected(15, 15));
-    QCOMPARE(selected(70, 60), hasNew);
-    QCOMPARE(selected(45, 35), hasNew || from.x() > 50); // subtracting removed the overlap
-    if (!modifier)
-        QCOMPARE(sel->combineMode, 0); // the drag's mode lasts for the drag only
-    window.deactivateTool();
-}
-
-void TestEditor::pixelAlignedZoomAndViewMenu()
-{
-    VexaEditorWindow window(m_plugin);
-    QString error;
-    QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
-    window.resize(1001, 701); // odd sizes: centring alone would put the photo half a pixel off
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    VexaCanvas* canvas = window.canvas();
-    auto zoomText = [&] {
-        for (QLabel* l : window.statusBar()->findChildren<QLabel*>())
-            if (l->text().endsWith(QLatin1String(" %")))
-                return l->text();
-        return QString();
-    };
-    auto check100 = [&] {
-        QCOMPARE(canvas->getScale(), 1.0f);
-        const QPointF o = canvas->viewOrigin();
-        QCOMPARE(o, QPointF(std::round(o.x()), std::round(o.y())));
-        // The photo's pixels land on widget pixels unchanged, and a press over column 50 is column 50.
-        const QImage shot = canvas->grabFramebuffer();
-        const QImage photo = window.document()->composed();
-        for (QPoint p : {QPoint(50, 10), QPoint(51, 10), QPoint(200, 150), QPoint(201, 151)})
-            QCOMPARE(shot.pixel(o.toPoint() + p), photo.pixel(p));
-        QSignalSpy pressed(canvas, &VexaCanvas::mousePress);
-        QTest::mouseClick(canvas, Qt::LeftButton, {}, o.toPoint() + QPoint(50, 10));
-        QCOMPARE(pressed.count(), 1);
-        QCOMPARE(canvas->uiToCanvasCoord(pressed[0][0].toInt(), pressed[0][1].toInt(), false), QPointF(50, 10));
-    };
-    check100();
-    QCOMPARE(zoomText(), QStringLiteral("100 %"));
-    for (const char* level : {"150 %", "200 %"}) {
-        action(window, QStringLiteral("Zoom &In"))->trigger();
-        QCOMPARE(zoomText(), QLatin1String(level));
+        // A polygon takes a click per corner; from the first corner, which drops the selection, to
+        // the closing click it is still one gesture.
+        window.activateTool(window.tool(QStringLiteral("Polygonal Lasso Tool")));
+        QTest::qWait(600); // past the polygon's swallow of clicks that follow a finished shape
+        for (const QPoint corner : {QPoint(300, 50), QPoint(400, 50), QPoint(400, 150), QPoint(301, 51)}) {
+            moveTo(canvas, ui(corner.x(), corner.y()));
+            press(canvas, ui(corner.x(), corner.y()));
+            release(canvas, ui(corner.x(), corner.y()));
+            QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval() + 50);
+        }
+        QCOMPARE(sel->boundingRect(), QRect(300, 50, 100, 100));
+        history->undo(); // one step back is the selection before the polygon, not an empty one
+        QCOMPARE(sel->boundingRect(), first);
+        window.deactivateTool();
     }
-    QCOMPARE(canvas->viewOrigin(), QPointF(std::round(canvas->viewOrigin().x()), std::round(canvas->viewOrigin().y())));
-    action(window, QStringLiteral("&100 %"))->trigger();
-    QCOMPARE(zoomText(), QStringLiteral("100 %"));
-    check100();
-    action(window, QStringLiteral("Zoom &Out"))->trigger();
-    QCOMPARE(zoomText(), QStringLiteral("67 %"));
-    // The wheel steps through the same levels, and the label follows it too.
-    QWheelEvent wheel(QPointF(100, 100), canvas->mapToGlobal(QPointF(100, 100)), QPoint(), QPoint(0, 120), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(canvas, &wheel);
-    QCOMPARE(zoomText(), QStringLiteral("100 %"));
-    action(window, QStringLiteral("&Fit to Window"))->trigger();
-    QCOMPARE(zoomText(), QStringLiteral("100 %")); // a small photo is never blown up
-}
 
-void TestEditor::exitsWithoutOpenGl()
-{
-    // Offscreen there is no OpenGL: the editor says so and exits. Without any display at all,
-    // --help and --version still answer.
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    for (auto [option, code, says] : {std::tuple{VEXA_DATA_DIR "/coffee.png", 3, "needs OpenGL 2.1"},
-                                      std::tuple{"--help", 0, "--locale"}, std::tuple{"--version", 0, "vexa-editor 1."}}) {
-        QProcess editor;
-        editor.setProcessEnvironment(env);
-        editor.start(QStringLiteral(VEXA_EDITOR_PATH), {QLatin1String(option)});
-        QVERIFY(editor.waitForFinished(60000) && editor.exitStatus() == QProcess::NormalExit);
-        QCOMPARE(editor.exitCode(), code);
-        const QByteArray out = editor.readAllStandardOutput() + editor.readAllStandardError();
-        QVERIFY2(out.contains(says), out.constData());
-        for (const char* var : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
-            env.remove(QLatin1String(var));
+    void heldModifierAtPress_data()
+    {
+        QTest::addColumn<int>("modifier"); // none: a right-button drag
+        QTest::addColumn<QPoint>("from");
+        QTest::addColumn<bool>("hasNew");
+        // The old selection is (10, 10) to (50, 40); the new shape is dragged from `from` to (80, 70).
+        QTest::newRow("Ctrl adds") << int(Qt::ControlModifier) << QPoint(60, 45) << true;
+        // Inside the old selection: in Add mode a press there starts a shape, it does not drag.
+        QTest::newRow("Ctrl adds, press inside") << int(Qt::ControlModifier) << QPoint(40, 30) << true;
+        QTest::newRow("Alt subtracts, press inside") << int(Qt::AltModifier) << QPoint(40, 30) << false;
+        // Where the window manager takes Alt + drag, a right-button drag subtracts.
+        QTest::newRow("right drag subtracts, press inside") << int(Qt::NoModifier) << QPoint(40, 30) << false;
     }
-}
+
+    void heldModifierAtPress()
+    {
+        QFETCH(int, modifier);
+        QFETCH(QPoint, from);
+        QFETCH(bool, hasNew);
+        const auto mods = Qt::KeyboardModifiers(modifier);
+        const Qt::Key key = mods == Qt::ControlModifier ? Qt::Key_Control : Qt::Key_Alt;
+        const Qt::MouseButton button = modifier ? Qt::LeftButton : Qt::RightButton;
+        VexaEditorWindow window(m_plugin);
+        QVERIFY(openShown(window));
+        window.activateTool(window.tool(QStringLiteral("Rectangular Marquee Tool")));
+        VexaCanvas* canvas = window.canvas();
+        VexaSelection* sel = window.document()->getSelection();
+        auto ui = [&](int x, int y) { return canvas->canvasToUi(QPointF(x, y)).toPoint(); };
+        auto selected = [&](int x, int y) { return sel->mask()[size_t(y) * size_t(sel->maskStride()) + size_t(x)] >= 128; };
+        drag(canvas, ui(10, 10), ui(50, 40));
+        moveTo(canvas, ui(from.x(), from.y()));
+        // The key as X11 delivers a modifier's own press: with the state from before it.
+        if (modifier)
+            QTest::keyPress(window.windowHandle(), key, Qt::NoModifier);
+        press(canvas, ui(from.x(), from.y()), mods, button); // no move in between
+        moveTo(canvas, ui(60, 50), mods);
+        moveTo(canvas, ui(80, 70), mods);
+        release(canvas, ui(80, 70), mods, button);
+        if (modifier)
+            QTest::keyRelease(window.windowHandle(), key, mods);
+        QVERIFY(selected(15, 15));
+        QCOMPARE(selected(70, 60), hasNew);
+        QCOMPARE(selected(45, 35), hasNew || from.x() > 50); // subtracting removed the overlap
+        if (!modifier)
+            QCOMPARE(sel->combineMode, 0); // the drag's mode lasts for the drag only
+        window.deactivateTool();
+    }
+
+    void pixelAlignedZoomAndViewMenu()
+    {
+        VexaEditorWindow window(m_plugin);
+        QString error;
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+        window.resize(1001, 701); // odd sizes: centring alone would put the photo half a pixel off
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        VexaCanvas* canvas = window.canvas();
+        auto zoomText = [&] {
+            for (QLabel* l : window.statusBar()->findChildren<QLabel*>())
+                if (l->text().endsWith(QLatin1String(" %")))
+                    return l->text();
+            return QString();
+        };
+        auto check100 = [&] {
+            QCOMPARE(canvas->getScale(), 1.0f);
+            const QPointF o = canvas->viewOrigin();
+            QCOMPARE(o, QPointF(std::round(o.x()), std::round(o.y())));
+            // The photo's pixels land on widget pixels unchanged, and a press over column 50 is column 50.
+            const QImage shot = canvas->grabFramebuffer();
+            const QImage photo = window.document()->composed();
+            for (QPoint p : {QPoint(50, 10), QPoint(51, 10), QPoint(200, 150), QPoint(201, 151)})
+                QCOMPARE(shot.pixel(o.toPoint() + p), photo.pixel(p));
+            QSignalSpy pressed(canvas, &VexaCanvas::mousePress);
+            QTest::mouseClick(canvas, Qt::LeftButton, {}, o.toPoint() + QPoint(50, 10));
+            QCOMPARE(pressed.count(), 1);
+            QCOMPARE(canvas->uiToCanvasCoord(pressed[0][0].toInt(), pressed[0][1].toInt(), false), QPointF(50, 10));
+        };
+        check100();
+        QCOMPARE(zoomText(), QStringLiteral("100 %"));
+        for (const char* level : {"150 %", "200 %"}) {
+            action(window, QStringLiteral("Zoom &In"))->trigger();
+            QCOMPARE(zoomText(), QLatin1String(level));
+        }
+        QCOMPARE(canvas->viewOrigin(), QPointF(std::round(canvas->viewOrigin().x()), std::round(canvas->viewOrigin().y())));
+        action(window, QStringLiteral("&100 %"))->trigger();
+        QCOMPARE(zoomText(), QStringLiteral("100 %"));
+        check100();
+        action(window, QStringLiteral("Zoom &Out"))->trigger();
+        QCOMPARE(zoomText(), QStringLiteral("67 %"));
+        // The wheel steps through the same levels, and the label follows it too.
+        QWheelEvent wheel(QPointF(100, 100), canvas->mapToGlobal(QPointF(100, 100)), QPoint(), QPoint(0, 120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(canvas, &wheel);
+        QCOMPARE(zoomText(), QStringLiteral("100 %"));
+        action(window, QStringLiteral("&Fit to Window"))->trigger();
+        QCOMPARE(zoomText(), QStringLiteral("100 %")); // a small photo is never blown up
+    }
+
+    void exitsWithoutOpenGl()
+    {
+        // Offscreen there is no OpenGL: the editor says so and exits. Without any display at all,
+        // --help and --version still answer.
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        for (auto [option, code, says] : {std::tuple{VEXA_DATA_DIR "/coffee.png", 3, "needs OpenGL 2.1"},
+                                          std::tuple{"--help", 0, "--locale"}, std::tuple{"--version", 0, "vexa-editor 1."}}) {
+            QProcess editor;
+            editor.setProcessEnvironment(env);
+            editor.start(QStringLiteral(VEXA_EDITOR_PATH), {QLatin1String(option)});
+            QVERIFY(editor.waitForFinished(60000) && editor.exitStatus() == QProcess::NormalExit);
+            QCOMPARE(editor.exitCode(), code);
+            const QByteArray out = editor.readAllStandardOutput() + editor.readAllStandardError();
+            QVERIFY2(out.contains(says), out.constData());
+            for (const char* var : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+                env.remove(QLatin1String(var));
+        }
+    }
+};
 
 QTEST_MAIN(TestEditor)
 #include "tst_editor.moc"
