@@ -4,8 +4,6 @@
 #include "VexaCanvasFrame.h"
 #include "VexaColorPicker.h"
 #include "VexaContext.h"
-#include "VexaLayer.h"
-#include "VexaLayerManager.h"
 #include "VexaSelection.h"
 #include "VexaSelectionPath.h"
 
@@ -64,9 +62,7 @@ class TestCanvas : public QObject
 private slots:
     void uiToCanvas_data()
     {
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<QPoint>("widget");
-        QTest::addColumn<bool>("clamp");
+        QTest::addColumn<float>("scale"); QTest::addColumn<QPoint>("widget"); QTest::addColumn<bool>("clamp");
         QTest::addColumn<QPointF>("expected");
         // Origin (10, 20): widget (10, 20) shows canvas (0, 0). The document is 4 x 2.
         QTest::newRow("1, inside") << 1.0f << QPoint(12, 21) << false << QPointF(2, 1);
@@ -79,10 +75,7 @@ private slots:
 
     void uiToCanvas()
     {
-        QFETCH(float, scale);
-        QFETCH(QPoint, widget);
-        QFETCH(bool, clamp);
-        QFETCH(QPointF, expected);
+        QFETCH(float, scale); QFETCH(QPoint, widget); QFETCH(bool, clamp); QFETCH(QPointF, expected);
         TwoColours t(scale, QPointF(10, 20));
         QCOMPARE(t.canvas.getScale(), scale);
         QCOMPARE(t.canvas.uiToCanvasCoord(widget.x(), widget.y(), clamp), expected);
@@ -106,8 +99,7 @@ private slots:
 
     void zoomKeepsPointUnderPointer()
     {
-        QFETCH(QList<int>, wheel);
-        QFETCH(float, scale);
+        QFETCH(QList<int>, wheel); QFETCH(float, scale);
         TwoColours t;
         VexaCanvas& canvas = t.canvas;
         const QPointF at(31, 43);
@@ -129,8 +121,7 @@ private slots:
 
     void panKeepsToolCoordinates_data()
     {
-        QTest::addColumn<bool>("space");
-        QTest::addColumn<float>("scale");
+        QTest::addColumn<bool>("space"); QTest::addColumn<float>("scale");
         QTest::newRow("Space + left drag") << true << 1.0f;
         QTest::newRow("Space + left drag at 200 %") << true << 0.5f;
         QTest::newRow("middle drag") << false << 1.0f;
@@ -138,8 +129,7 @@ private slots:
 
     void panKeepsToolCoordinates()
     {
-        QFETCH(bool, space);
-        QFETCH(float, scale);
+        QFETCH(bool, space); QFETCH(float, scale);
         TwoColours t(scale);
         VexaCanvas& canvas = t.canvas;
         RecordingTool tool;
@@ -259,23 +249,6 @@ private slots:
         QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(5, 5));
         QCOMPARE(canvas.getFgColor(), QColor(0, 0, 255));
         QCOMPARE(press.count(), 1);
-    }
-
-    void renderToImageAndSync()
-    {
-        TwoColours t;
-        std::unique_ptr<QImage> image(t.canvas.renderToImage(t.doc.get()));
-        QVERIFY(image && image->size() == QSize(4, 2) && image->format() == QImage::Format_ARGB32);
-        QCOMPARE(image->pixel(3, 1), qRgb(0, 0, 255));
-
-        auto* layer = qobject_cast<VexaLayer*>(t.doc->getLayerManager()->getActiveLayer());
-        QImage painted = layer->getPictureHost()->image();
-        painted.setPixel(0, 0, qRgb(0, 255, 0));
-        layer->setDevicePixels(painted);
-        t.canvas.syncLayerPixels();
-        QCOMPARE(layer->getLatestPlace(), int(VexaLayer::InHost));
-        std::unique_ptr<QImage> after(t.canvas.renderToImage(nullptr));
-        QCOMPARE(after->pixel(0, 0), qRgb(0, 255, 0));
     }
 
     void drawsDocumentOutlineAndFeedback()

@@ -130,9 +130,7 @@ private slots:
 
     void outputSizes_data()
     {
-        QTest::addColumn<QSize>("photo");
-        QTest::addColumn<bool>("working");
-        QTest::addColumn<QSize>("expected");
+        QTest::addColumn<QSize>("photo"); QTest::addColumn<bool>("working"); QTest::addColumn<QSize>("expected");
         QTest::addColumn<QString>("steps");
         QTest::newRow("large photo: photo size") << QSize(2000, 1000) << false << QSize(2000, 1000) << "mark,matte";
         QTest::newRow("large photo, --working-size") << QSize(2000, 1000) << true << QSize(1536, 768) << "mark,matte";
@@ -142,10 +140,7 @@ private slots:
     }
     void outputSizes()
     {
-        QFETCH(QSize, photo);
-        QFETCH(bool, working);
-        QFETCH(QSize, expected);
-        QFETCH(QString, steps);
+        QFETCH(QSize, photo); QFETCH(bool, working); QFETCH(QSize, expected); QFETCH(QString, steps);
         QTemporaryDir dir;
         const QString image = dir.filePath("photo.png"), marks = dir.filePath("marks.png");
         QVERIFY(halves(photo).save(image));
@@ -180,9 +175,7 @@ private slots:
     void failuresWriteNothing_data()
     {
         // image.png 40 x 20, marks.png 40 x 20, small.png 10 x 10, hint.png marks without background.
-        QTest::addColumn<QStringList>("args");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("says");
+        QTest::addColumn<QStringList>("args"); QTest::addColumn<int>("status"); QTest::addColumn<QString>("says");
         QTest::newRow("hint: no background") << QStringList{"--result", "r.png", "--marks-out", "m.png", "image.png", "hint.png"}
                                              << 1 << "vexa-quickselect: Please mark background regions.";
         QTest::newRow("bad steps") << QStringList{"--steps", "cut", "image.png", "marks.png"} << 2 << "--steps";
@@ -206,9 +199,7 @@ private slots:
     }
     void failuresWriteNothing()
     {
-        QFETCH(QStringList, args);
-        QFETCH(int, status);
-        QFETCH(QString, says);
+        QFETCH(QStringList, args); QFETCH(int, status); QFETCH(QString, says);
         QTemporaryDir dir;
         QImage unknown(40, 20, QImage::Format_Grayscale8);
         unknown.fill(128);

@@ -36,8 +36,7 @@ class TestRefine : public QObject
 private slots:
     void solves_data()
     {
-        QTest::addColumn<QStringList>("rows");
-        QTest::addColumn<QVector<QRgb>>("columnColours");
+        QTest::addColumn<QStringList>("rows"); QTest::addColumn<QVector<QRgb>>("columnColours");
         QTest::addColumn<QVector<float>>("columnAlpha");
 
         // Every window's colours lie on the line from F = (240, 40, 80) to B = (40, 240, 160), so
@@ -74,9 +73,7 @@ private slots:
 
     void solves()
     {
-        QFETCH(QStringList, rows);
-        QFETCH(QVector<QRgb>, columnColours);
-        QFETCH(QVector<float>, columnAlpha);
+        QFETCH(QStringList, rows); QFETCH(QVector<QRgb>, columnColours); QFETCH(QVector<float>, columnAlpha);
         const Drawing d = draw(rows, [&](int x, int) { return columnColours[x]; });
         const std::atomic<bool> never{false};
         // The answer must not hang on where the solve starts: from the middle, and from a prior
