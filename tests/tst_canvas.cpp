@@ -4,6 +4,8 @@
 #include "VexaCanvasFrame.h"
 #include "VexaColorPicker.h"
 #include "VexaContext.h"
+#include "VexaLayer.h"
+#include "VexaLayerManager.h"
 #include "VexaSelection.h"
 #include "VexaSelectionPath.h"
 
@@ -243,6 +245,23 @@ private slots:
         canvas.getColorPickerWidget()->onColorRangeToolPickStoped();
         QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(5, 5));
         QVERIFY(canvas.getFgColor() == QColor(0, 0, 255) && press.count() == 1);
+    }
+
+    void renderToImageAndSync()
+    {
+        TwoColours t;
+        std::unique_ptr<QImage> image(t.canvas.renderToImage(t.doc.get()));
+        QVERIFY(image && image->size() == QSize(4, 2) && image->format() == QImage::Format_ARGB32);
+        QCOMPARE(image->pixel(3, 1), qRgb(0, 0, 255));
+        // Pixels a tool left on the card come back to the layer before anything reads it.
+        auto* layer = qobject_cast<VexaLayer*>(t.doc->getLayerManager()->getActiveLayer());
+        QImage painted = layer->getPictureHost()->image();
+        painted.setPixel(0, 0, qRgb(0, 255, 0));
+        layer->setDevicePixels(painted);
+        t.canvas.syncLayerPixels();
+        QCOMPARE(layer->getLatestPlace(), int(VexaLayer::InHost));
+        std::unique_ptr<QImage> after(t.canvas.renderToImage(nullptr));
+        QCOMPARE(after->pixel(0, 0), qRgb(0, 255, 0));
     }
 
     void drawsDocumentOutlineAndFeedback()
