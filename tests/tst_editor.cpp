@@ -122,8 +122,8 @@ private slots:
         // What cannot be opened is refused with its cause, and the current document stays: junk, an
         // empty file (said so, instead of blaming the format), a picture larger than this machine holds.
         for (auto [name, bytes, cause] :
-             {std::tuple{"junk.png", QByteArray("this is not a picture"), ""}, std::tuple{"empty.jpg", QByteArray(), "empty file"},
-              std::tuple{"huge.png", VexaTestImages::pngClaiming(200000, 200000),
+             {std::tuple{"junk.png", QByteArray("this is not a picture"), ""},
+              std::tuple{"empty.jpg", QByteArray(), "empty file"}, std::tuple{"huge.png", VexaTestImages::pngClaiming(200000, 200000),
                          "too large: 200000 x 200000 needs 149.0 GB, more than the "}}) {
             QFile file(dir.filePath(QLatin1String(name)));
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());

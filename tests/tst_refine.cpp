@@ -67,7 +67,8 @@ private slots:
                                    << QVector<float>{1, 1, 1, 1, 1};
         // No unknown pixel: the trimap itself, however the colours go.
         QTest::newRow("nothing unknown") << QStringList(4, QStringLiteral("FBFBB"))
-                                         << QVector<QRgb>{qRgb(0, 0, 0), qRgb(255, 0, 0), qRgb(9, 9, 9), qRgb(0, 0, 255), qRgb(1, 2, 3)}
+                                         << QVector<QRgb>{qRgb(0, 0, 0), qRgb(255, 0, 0), qRgb(9, 9, 9), qRgb(0, 0, 255),
+                                                          qRgb(1, 2, 3)}
                                          << QVector<float>{1, 0, 1, 0, 0};
     }
 
@@ -93,7 +94,8 @@ private slots:
                 for (int x = 0; x < d.photo.width(); ++x) {
                     const float a = alpha[size_t(y * d.photo.width() + x)];
                     if (std::abs(a - columnAlpha[x]) > 1e-3f)
-                        QFAIL(qPrintable(QStringLiteral("alpha %1 at (%2, %3), expected %4").arg(a).arg(x).arg(y).arg(columnAlpha[x])));
+                        QFAIL(qPrintable(
+                            QStringLiteral("alpha %1 at (%2, %3), expected %4").arg(a).arg(x).arg(y).arg(columnAlpha[x])));
                 }
         }
     }
