@@ -3,6 +3,7 @@
 #include "VexaContext.h"
 #include "VexaDemoScript.h"
 #include "VexaEditorWindow.h"
+#include "VexaFilterContainer.h"
 #include "VexaPluginLoader.h"
 #include "VexaHistory.h"
 #include "VexaSelection.h"
@@ -16,6 +17,7 @@
 #include <QMessageBox>
 #include <QTimer>
 #include <QProcess>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QToolBar>
@@ -123,7 +125,8 @@ private slots:
         // empty file (said so, instead of blaming the format), a picture larger than this machine holds.
         for (auto [name, bytes, cause] :
              {std::tuple{"junk.png", QByteArray("this is not a picture"), ""},
-              std::tuple{"empty.jpg", QByteArray(), "empty file"}, std::tuple{"huge.png", VexaTestImages::pngClaiming(200000, 200000),
+              std::tuple{"empty.jpg", QByteArray(), "empty file"},
+              std::tuple{"huge.png", VexaTestImages::pngClaiming(200000, 200000),
                          "too large: 200000 x 200000 needs 149.0 GB, more than the "}}) {
             QFile file(dir.filePath(QLatin1String(name)));
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
@@ -208,6 +211,48 @@ private slots:
         const QSet<QRgb> kinds(pixels, pixels + marks.width() * marks.height());
         QVERIFY2(kinds.size() >= 3, qPrintable(QString::number(kinds.size()))); // none, object, background
         QVERIFY(!QImage(dir.filePath(QStringLiteral("quickselect-window.png"))).isNull());
+    }
+
+    void colorRangeIsToolWindow()
+    {
+        // Its window is the editor's tool window beside the canvas, never over its middle; opening a
+        // document closes it, picking the tool (again after Cancel) reopens it.
+        VexaEditorWindow window(m_plugin);
+        QVERIFY(openShown(window));
+        IVexaTool* range = window.tool(QStringLiteral("Color Range"));
+        window.activateTool(range);
+        auto* container = window.findChild<VexaFilterContainer*>();
+        QVERIFY(container && container->isVisible() && container->parentWidget() == &window);
+        QCOMPARE(container->windowFlags() & Qt::WindowType_Mask, Qt::Tool);
+        const QRect canvas(window.canvas()->mapToGlobal(QPoint(0, 0)), window.canvas()->size());
+        QVERIFY2(container->geometry().left() > canvas.center().x(), qPrintable(QString::number(container->geometry().left())));
+        QString error;
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), &error));
+        QVERIFY(!container->isVisible() && !range->isActive() && !window.chosenTool());
+        window.activateTool(range);
+        container->findChild<QPushButton*>(QStringLiteral("cancelBtn"))->click();
+        QVERIFY(!container->isVisible() && !window.currentTool());
+        window.activateTool(range);
+        QVERIFY(container->isVisible() && range->isActive());
+        window.deactivateTool();
+    }
+
+    void optionsBarKeepsItsHeight()
+    {
+        // Every tool's options take one height: the canvas never jumps when the tool changes.
+        VexaEditorWindow window(m_plugin);
+        QVERIFY(openShown(window));
+        QSet<int> canvasTops{window.canvas()->mapTo(&window, QPoint(0, 0)).y()};
+        for (const char* name :
+             {"Ellipse Select Tool", "Polygonal Lasso Tool", "Move Selection", "Magic Select Tool", "Lasso Tool"}) {
+            window.activateTool(window.tool(QLatin1String(name)));
+            QApplication::processEvents();
+            canvasTops << window.canvas()->mapTo(&window, QPoint(0, 0)).y();
+        }
+        window.deactivateTool();
+        QApplication::processEvents();
+        canvasTops << window.canvas()->mapTo(&window, QPoint(0, 0)).y();
+        QCOMPARE(canvasTops.size(), qsizetype(1));
     }
 
     void undoRedoStateAndExports()
