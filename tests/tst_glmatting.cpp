@@ -13,7 +13,6 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QSignalSpy>
-#include <QResource>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -21,9 +20,6 @@
 
 #include <functional>
 #include <memory>
-
-extern "C" int qInitResources_Resources();
-extern "C" int qCleanupResources_Resources();
 
 namespace {
 
@@ -421,48 +417,6 @@ private slots:
 
     // ---- The view -------------------------------------------------------------------------------
 
-    void nothingBeforeAnImage()
-    {
-        QuickSelectGLWidget v;
-        v.resize(40, 30);
-        v.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&v));
-        drag(v, Qt::LeftButton, QPoint(5, 5), QPoint(20, 5));
-        v.flood(4);
-        v.matte();
-        v.reset();
-        QImage matte, blank(40, 30, QImage::Format_RGBA8888);
-        v.saveToImage(matte);
-        QVERIFY(matte.isNull() && !v.fbo && !v.colorTexture && !v.alphaTexture && !v.marksTexture);
-        // View 0 draws nothing visible: the clear colour, transparent black, everywhere.
-        blank.fill(0);
-        QCOMPARE(v.grabFramebuffer().convertToFormat(QImage::Format_RGBA8888), blank);
-    }
-
-    // An image loaded before the view has a context waits for it: the editor's matting window
-    // loads that way (tst_mattingwindow). Here a file replaces the image.
-    void inputReadsFileOrSaysWhy()
-    {
-        QTemporaryDir dir;
-        QVERIFY(syntheticPhoto(16, 12, 2).save(dir.filePath(QStringLiteral("good.png"))));
-        QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
-        v.caption = QStringLiteral("Title");
-        writeTexture(v, v.marksTexture, marksImage(20, 10, [](int, int) { return 'r'; }));
-        v.matte();
-        // Another image replaces everything: new size, all unknown, no marks.
-        QVERIFY(v.input(dir.filePath(QStringLiteral("good.png"))));
-        QVERIFY(v.size() == QSize(16, 12) && v.texWidth == 16 && v.imageHeight == 12);
-        QCOMPARE(readTexture(v, v.marksTexture), marksImage(16, 12, [](int, int) { return '.'; }));
-        QCOMPARE(readTexture(v, v.alphaTexture), greyImage(16, 12, [](int, int) { return 128; }));
-        const QString missing = dir.filePath(QStringLiteral("missing.png"));
-        MessageBoxAnswerer closer;
-        QVERIFY(!v.input(missing));
-        QCOMPARE(closer.texts, QStringList{QStringLiteral("Failed to open file:\n'") + missing + QStringLiteral("'.")});
-        QCOMPARE(closer.titles, QStringList{QStringLiteral("Title")});
-        // The previous image stays.
-        QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(16, 12, 2));
-    }
-
     void strokeBand()
     {
         QuickSelectGLWidget& v = view(syntheticPhoto(40, 20, 1));
@@ -497,32 +451,23 @@ private slots:
             QCOMPARE(marks.pixelColor(out).alpha(), 0);
     }
 
-    void markColours_data()
-    {
-        // What the left, right and middle buttons paint in each mark mode: r object, g unknown,
-        // b background, . erased.
-        QTest::addColumn<int>("mode"); QTest::addColumn<QString>("paints");
-        QTest::newRow("0") << 0 << "rg.";
-        QTest::newRow("1") << 1 << "brg";
-        QTest::newRow("2") << 2 << "gr.";
-        QTest::newRow("3") << 3 << "..";
-    }
-
     void markColours()
     {
-        QFETCH(int, mode); QFETCH(QString, paints);
+        // What the left, right and middle buttons paint in mark modes 0 to 3: r object, g unknown,
+        // b background, . erased.
+        const QString paints[] = {"rg.", "brg", "gr.", ".."};
         const Qt::MouseButton buttons[] = {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton};
-        for (int b = 0; b < paints.size(); ++b) {
-            QuickSelectGLWidget& v = view(syntheticPhoto(30, 20, 1));
-            // Something to erase under the stroke.
-            writeTexture(v, v.marksTexture, marksImage(30, 20, [](int, int) { return 'b'; }));
-            v.markMode = mode;
-            v.brushRadius = 2;
-            drag(v, buttons[b], QPoint(5, 10), QPoint(25, 10));
-            const QImage marks = readTexture(v, v.marksTexture);
-            QCOMPARE(marks.pixelColor(15, 10), marksImage(1, 1, [&](int, int) { return paints[b].toLatin1(); }).pixelColor(0, 0));
-            QCOMPARE(marks.pixelColor(15, 2), QColor(0, 0, 255, 128));
-        }
+        QuickSelectGLWidget& v = view(syntheticPhoto(30, 20, 1));
+        v.brushRadius = 2;
+        for (int mode = 0; mode < 4; ++mode)
+            for (int b = 0; b < paints[mode].size(); ++b) {
+                writeTexture(v, v.marksTexture, marksImage(30, 20, [](int, int) { return 'b'; })); // something to erase
+                v.markMode = mode;
+                drag(v, buttons[b], QPoint(5, 10), QPoint(25, 10));
+                const QImage marks = readTexture(v, v.marksTexture);
+                QCOMPARE(marks.pixelColor(15, 10), marksImage(1, 1, [&](int, int) { return paints[mode][b].toLatin1(); }).pixelColor(0, 0));
+                QCOMPARE(marks.pixelColor(15, 2), QColor(0, 0, 255, 128));
+            }
     }
 
     void autoFillFloodsAfterStroke()
@@ -550,9 +495,8 @@ private slots:
     void matteRunsClosedBrushRadiusTimes_data()
     {
         QTest::addColumn<int>("radius");
-        QTest::newRow("default 4") << 4;
-        QTest::newRow("1") << 1;
-        QTest::newRow("0") << 0;
+        for (const int radius : {4, 1, 0}) // 4 is the default
+            QTest::addRow("%d", radius) << radius;
     }
 
     void matteRunsClosedBrushRadiusTimes()
@@ -634,100 +578,30 @@ private slots:
         }
     }
 
-    void refusesImagesBeyondTheDriver()
+    // A new image replaces everything; one the driver cannot hold is refused and the previous one
+    // stays. (Loading before the context is how the editor's matting window loads: tst_mattingwindow.)
+    void replacesOrRefusesImages()
     {
         QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
+        writeTexture(v, v.marksTexture, marksImage(20, 10, [](int, int) { return 'r'; }));
+        v.matte();
+        v.loadFromImage(syntheticPhoto(16, 12, 2)); // new size, all unknown, no marks
+        QVERIFY(v.size() == QSize(16, 12) && v.texWidth == 16 && v.imageHeight == 12);
+        QCOMPARE(readTexture(v, v.marksTexture), marksImage(16, 12, [](int, int) { return '.'; }));
+        QCOMPARE(readTexture(v, v.alphaTexture), greyImage(16, 12, [](int, int) { return 128; }));
         GLint largest = 0;
         v.makeCurrent();
         glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
         QImage wide(largest + 1, 1, QImage::Format_ARGB32);
         wide.fill(0xff336699u);
         QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
-        auto closer = std::make_unique<MessageBoxAnswerer>();
+        MessageBoxAnswerer closer;
+        v.caption = QStringLiteral("Title");
         v.loadFromImage(wide);
-        const QStringList texts = closer->texts;
-        closer.reset();
-        QVERIFY(failures.size() == 1 && texts == QStringList{failures[0][0].toString()});
-        QVERIFY2(texts[0].contains(QString::number(largest + 1)) && v.lastError() == texts[0], qPrintable(texts[0]));
-        // The previous image stays and works.
-        QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(20, 10, 1));
+        QVERIFY(failures.size() == 1 && closer.texts == QStringList{failures[0][0].toString()} && closer.titles == QStringList{"Title"});
+        QVERIFY2(closer.texts[0].contains(QString::number(largest + 1)) && v.lastError() == closer.texts[0], qPrintable(v.lastError()));
+        QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(16, 12, 2));
         QVERIFY(v.matte());
-
-        // Waiting for the context does not get it through either; without boxes only the signal.
-        QuickSelectGLWidget later;
-        later.messageBoxes = false;
-        QSignalSpy laterFailures(&later, &QuickSelectGLWidget::failed);
-        later.loadFromImage(wide);
-        later.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&later));
-        QVERIFY(laterFailures.size() == 1 && !later.fbo && !later.matte());
-    }
-
-    void refusesOpenGLBelow21()
-    {
-        // Mesa can be told to offer OpenGL 2.0 only.
-        if (!inChild("MESA_GL_VERSION_OVERRIDE", QStringLiteral("2.0"), QStringLiteral("refusesOpenGLBelow21")))
-            return;
-        QuickSelectGLWidget v;
-        v.messageBoxes = false;
-        QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
-        v.loadFromImage(syntheticPhoto(20, 16, 1));
-        v.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&v));
-        if (v.context()->format().version() >= qMakePair(2, 1))
-            QSKIP("this driver does not take Mesa's version override");
-        QCOMPARE(failures.size(), 1);
-        QVERIFY2(v.lastError().contains(QLatin1String("OpenGL 2.1")), qPrintable(v.lastError()));
-        QVERIFY(!v.fbo && !v.programsReady() && !v.matte());
-    }
-
-    void brokenProgramShowsMessageOthersRun_data()
-    {
-        QTest::addColumn<QString>("rcc"); QTest::addColumn<QString>("message"); QTest::addColumn<bool>("boxes");
-        const QString compile = QStringLiteral("Failed to compile: 'RobustShader.fp'\n"), link = QStringLiteral("Failed to link 'closedShader'\n");
-        QTest::newRow("Robust does not compile") << QStringLiteral(VEXA_BROKEN_COMPILE_RCC) << compile << true;
-        QTest::newRow("Closed does not link") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << link << true;
-        QTest::newRow("Closed does not link, no boxes") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << link << false;
-    }
-
-    void brokenProgramShowsMessageOthersRun()
-    {
-        QFETCH(QString, rcc); QFETCH(QString, message); QFETCH(bool, boxes);
-        // The plug-in's shaders give way to a set in which one program is broken.
-        qCleanupResources_Resources();
-        QVERIFY(QResource::registerResource(rcc));
-        auto v = std::make_unique<QuickSelectGLWidget>();
-        QSignalSpy failures(v.get(), &QuickSelectGLWidget::failed);
-        auto closer = std::make_unique<MessageBoxAnswerer>();
-        v->caption = QStringLiteral("Matting");
-        v->messageBoxes = boxes;
-        v->show();
-        QVERIFY(QTest::qWaitForWindowExposed(v.get()));
-        const QStringList texts = closer->texts, titles = closer->titles;
-        closer.reset();
-        QVERIFY(QResource::unregisterResource(rcc));
-        qInitResources_Resources();
-        // The host learns of it through the signal and the status, and sees the box if it wants it.
-        QCOMPARE(failures.size(), 1);
-        const QString said = failures[0][0].toString();
-        QVERIFY2(said.startsWith(message) && said.size() > message.size(), qPrintable(said)); // the log follows
-        QVERIFY(v->lastError() == said && !v->programsReady());
-        QCOMPARE(texts, boxes ? QStringList{said} : QStringList{});
-        QCOMPARE(titles, boxes ? QStringList{QStringLiteral("Matting")} : QStringList{});
-
-        // The view goes on; matte runs the working passes, skips the broken one and says so.
-        const QImage colours = syntheticPhoto(30, 24, 8), marks = syntheticMarks(30, 24, 2);
-        v->loadFromImage(colours);
-        writeTexture(*v, v->marksTexture, marks);
-        QVERIFY(!v->matte());
-        QImage gpu;
-        v->saveToImage(gpu);
-        const Grid c = ref::fromImage(colours);
-        Grid expected = ref::expand(ref::trimap(ref::fromImage(marks)), c);
-        for (int i = 0; i < (message.contains(QLatin1String("link")) ? 1 : 4); ++i)
-            expected = message.contains(QLatin1String("link")) ? ref::robust(expected, c) : ref::closed(expected, c);
-        QVERIFY(maxDiff(gpu, ref::toImage(expected)) <= 1);
-        QVERIFY(v->fastFillShader->isLinked() && v->resultShader->isLinked());
     }
 
     // ---- The command line ----------------------------------------------------------------------

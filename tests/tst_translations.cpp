@@ -50,34 +50,30 @@ QList<Message> readCatalogue(const QString& path, QString& language, QString& er
     QXmlStreamReader xml(&file);
     QList<Message> messages;
     QString context;
-    bool inMessage = false, numerus = false;
+    bool numerus = false;
     while (file.isOpen() && !xml.atEnd()) {
-        xml.readNext();
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
         const auto name = xml.name();
         const auto attribute = [&](const char* key) { return xml.attributes().value(QLatin1String(key)).toString(); };
-        if (xml.isEndElement() && name == QLatin1String("message"))
-            inMessage = false;
-        else if (!xml.isStartElement())
-            continue;
-        else if (name == QLatin1String("TS"))
+        if (name == QLatin1String("TS"))
             language = attribute("language");
-        else if (name == QLatin1String("name") && !inMessage)
+        else if (name == QLatin1String("name")) // only contexts have one
             context = xml.readElementText();
         else if (name == QLatin1String("message")) {
             messages.append(Message{context, {}, {}, {}, {}});
-            inMessage = true;
             numerus = attribute("numerus") == QLatin1String("yes");
         }
-        else if (inMessage && name == QLatin1String("source"))
+        else if (name == QLatin1String("source"))
             messages.last().source = xml.readElementText();
-        else if (inMessage && name == QLatin1String("translatorcomment"))
+        else if (name == QLatin1String("translatorcomment"))
             messages.last().translatorComment = xml.readElementText();
-        else if (inMessage && name == QLatin1String("translation")) {
+        else if (name == QLatin1String("translation")) {
             messages.last().type = attribute("type");
             if (!numerus)
                 messages.last().translations = QStringList{xml.readElementText()};
         }
-        else if (inMessage && numerus && name == QLatin1String("numerusform"))
+        else if (name == QLatin1String("numerusform"))
             messages.last().translations.append(xml.readElementText());
     }
     if (xml.hasError())
