@@ -168,16 +168,6 @@ private slots:
         QVERIFY(doc->hasSelection());
     }
 
-    void refusesWhenDocumentIsGone()
-    {
-        auto doc = VexaContext::fromImage(squarePicture(QSize(60, 40)));
-        VexaMattingWindow matting(VexaMattingWindow::viewClass(m_plugin.fileName()), doc.get());
-        matting.show();
-        doc.reset();
-        QString error;
-        QVERIFY(!matting.useAsSelection(&error) && error.contains(QStringLiteral("closed")));
-    }
-
     void strokesAndMatteUndo()
     {
         auto doc = VexaContext::fromImage(squarePicture(QSize(120, 90)));

@@ -205,6 +205,7 @@ private slots:
         QWidget* viewport = box->parentWidget();
         auto* area = window.findChild<QScrollArea*>();
         box->zoomStep(11 - 20); // factor 2
+        QCOMPARE(box->uiToImageCoord(1199, 799), QPoint(599, 399)); // truncated, not rounded
         // Scrolled to the middle, the pointer a little off the viewport's centre: no step below
         // takes the scroll offsets to their ends.
         area->horizontalScrollBar()->setValue(area->horizontalScrollBar()->maximum() / 2);
@@ -443,44 +444,6 @@ private slots:
         QCOMPARE(penColours(), QStringLiteral("background:#ff0000"));
         stroke(l.box, {QPoint(110, 100), QPoint(130, 100)});
         QCOMPARE(l.seg.markImage.pixel(120, 100), VexaSegmentation::ForegroundMark);
-    }
-
-    void cancelThenReloadBuildsFreshSegmentation()
-    {
-        QuickSelectDocument doc(discPicture(1536, 1536));
-        VexaToolQuickSelectWidget window;
-        // The step's reports, counted as they reach the GUI thread (a spy would record them on the
-        // worker's thread, a race with reading it here).
-        int reports = 0;
-        bool done = false;
-        connect(window.getThread(), &Thread::progress, &window, [&](const QString& text, int) {
-            ++reports;
-            done |= text == QLatin1String("Initialize done.");
-        });
-        connect(window.getThread(), &Thread::setPainting, &window, [&](bool on) { done |= on; });
-        window.load(doc.doc.get());
-        // The init step is at work (it has reported), and still is when Cancel comes.
-        QVERIFY(spinUntil([&] { return reports > 0 || !window.getThread()->isRunning(); }) && window.getThread()->isRunning());
-        window.stopThread();
-        QCoreApplication::sendPostedEvents(); // every report it sent before it ended
-        // It ended early: it never got to say it was done, nor to let the user paint.
-        QVERIFY(!window.getThread()->isRunning() && !done && !window.isStepRunning() && child(&window, "previewButton")->isEnabled());
-        window.getImageBox()->zoomStep(11 - 20); // factor 2
-        window.releaseData();
-        QVERIFY(window.segmentation().sourceImage.isNull() && !window.segmentation().graph);
-        QCOMPARE(window.getImageBox()->size(), QSize(0, 0));
-
-        QuickSelectDocument small(discPicture(300, 200));
-        window.load(small.doc.get());
-        // The zoom is kept, and the view takes the size it gives: all of the image can be marked.
-        QVERIFY(window.getImageBox()->getScaleIndex() == 11 && window.getImageBox()->size() == QSize(600, 400));
-        QCOMPARE(window.getImageBox()->uiToImageCoord(599, 399), QPoint(299, 199));
-        QVERIFY(waitForStep(&window));
-        const VexaSegmentation& seg = window.segmentation();
-        QVERIFY(seg.regionMap.size() == size_t(300 * 200) && seg.graph && !seg.regionColors.empty());
-        // Stale reports of the cancelled step, if any were still queued, change nothing now.
-        QTest::qWait(50);
-        QVERIFY(!window.isStepRunning());
     }
 };
 
