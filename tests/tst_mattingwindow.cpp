@@ -11,7 +11,6 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QSpinBox>
 #include <QUndoStack>
 #include <QWheelEvent>
@@ -130,17 +129,6 @@ private slots:
             QVERIFY(matting.zoom() > fitted);
             matting.setZoom(1.0);
             QCOMPARE(view->size(), working);
-            // At 100 %, Space + drag moves the photo in the window, and paints nothing.
-            const auto scrolled = [&] { return QPoint(scroll->horizontalScrollBar()->value(), scroll->verticalScrollBar()->value()); };
-            const QPoint start = scrolled();
-            const QImage before = view->grab().toImage();
-            QTest::keyPress(view, Qt::Key_Space);
-            QTest::mousePress(view, Qt::LeftButton, {}, QPoint(400, 300));
-            QTest::mouseMove(view, QPoint(300, 280));
-            QTest::mouseRelease(view, Qt::LeftButton, {}, QPoint(300, 280));
-            QTest::keyRelease(view, Qt::Key_Space);
-            QCOMPARE(scrolled(), start + QPoint(100, 20));
-            QVERIFY(view->grab().toImage() == before && matting.undoStack()->count() == 0);
         }
         // An unknown ring along the square's edge, an object seed in it, a background seed in a corner.
         matting.setBrushRadius(flood ? 5 : 3);

@@ -108,26 +108,6 @@ private slots:
         QVERIFY(qAlpha(pixels.pixel(0, 0)) == 0 && qAlpha(pixels.pixel(1, 1)) == mask);
     }
 
-    void escapeIsCancel()
-    {
-        QuickSelectDocument doc(discPicture(300, 200));
-        VexaToolQuickSelect tool;
-        doc.doc->setCurrentTool(&tool);
-        activateWith(tool, doc.doc.get(), [&] { tool.getContainer()->reject(); });
-        auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
-        QVERIFY(!tool.activated && !doc.doc->currentTool() && !window->getThread()->isRunning() && !tool.getContainer()->isVisible());
-        QVERIFY(window->segmentation().sourceImage.isNull() && !window->segmentation().graph);
-        // Activated again, it loads afresh.
-        QuickSelectDocument small(discPicture(240, 160));
-        activateWith(tool, small.doc.get(), [&] {
-            QVERIFY(window->isVisible() && tool.getContainer()->isVisible() && waitForStep(window));
-            QCOMPARE(window->segmentation().regionMap.size(), size_t(240 * 160));
-            tool.active(small.doc.get()); // already active: returns at once, loads nothing
-            QVERIFY(!window->isStepRunning());
-            clickChild(window, "closeButton");
-        });
-    }
-
     void okAppliesTheWindowsMatteLikeTheCommandLine()
     {
         const QString photo = QStringLiteral(VEXA_DATA_DIR "/coffee.png");

@@ -11,8 +11,6 @@
 // - A translation keeps the source's placeholders (%1, %2, %n), its menu mnemonic (a single
 //   '&') and the patterns of a file filter (*.png).
 
-#include "VexaEditorTranslations.h"
-
 #include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
@@ -21,8 +19,6 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QtTest>
-
-#include <memory>
 
 namespace {
 
@@ -176,31 +172,6 @@ private slots:
         for (const QString& p : problems)
             qWarning().noquote() << p;
         QVERIFY2(problems.isEmpty(), qPrintable(QStringLiteral("%1 problem(s) in %2 %3, listed above").arg(problems.size()).arg(part, locale)));
-    }
-
-    // The editor's compiled catalogue reaches the running code through its own translator, and
-    // Qt's own buttons and dialogs follow (scripts/setup installs Qt's catalogues). The plug-in's
-    // catalogues are checked where the plug-in installs them.
-    void editorCatalogueInstalls_data()
-    {
-        QTest::addColumn<QString>("locale"); QTest::addColumn<QString>("file");
-        QTest::newRow("ja_JP") << QStringLiteral("ja_JP") << QStringLiteral("ファイル(&F)");
-        QTest::newRow("de_DE") << QStringLiteral("de_DE") << QStringLiteral("&Datei");
-        QTest::newRow("it_IT: none") << QStringLiteral("it_IT") << QString();
-    }
-    void editorCatalogueInstalls()
-    {
-        QFETCH(QString, locale); QFETCH(QString, file);
-        auto editorTr = std::make_unique<VexaEditorTranslations>(locale);
-        QCOMPARE(editorTr->isLoaded(), !file.isEmpty());
-        if (!file.isEmpty()) {
-            QCOMPARE(QCoreApplication::translate("VexaEditorWindow", "&File"), file);
-            QVERIFY2(QCoreApplication::translate("QPlatformTheme", "Cancel") != QLatin1String("Cancel"),
-                     "Qt's catalogue for the locale is not installed");
-        }
-        editorTr.reset();
-        QCOMPARE(QCoreApplication::translate("VexaEditorWindow", "&File"), QStringLiteral("&File"));
-        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Cancel"));
     }
 };
 
