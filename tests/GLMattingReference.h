@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 #include <vector>
 
 namespace ref {
@@ -103,8 +104,7 @@ inline Grid robust(const Grid& tri, const Grid& col)
             return tri.at(x, y);
         const Px& c0 = col.at(x, y);
         const float fx = float(x) + 0.5f, fy = float(y) + 0.5f, t = fx * fy * 0.1f, ct = std::cos(t), st = std::sin(t);
-        std::vector<Px> fg, bg;
-        std::vector<float> fd, bd;
+        std::vector<std::pair<Px, float>> fg, bg; // colour, distance to the pixel's colour
         bool stopped[16] = {};
         int nstopped = 0;
         for (int i = 0; i < std::max(tri.w, tri.h) && nstopped < 16; i += 4)
@@ -113,9 +113,7 @@ inline Grid robust(const Grid& tri, const Grid& col)
                 const float u = fx * dimX + (ct * dx - st * dy) * float(i), v = fy * dimY + (st * dx + ct * dy) * float(i);
                 if (stopped[k] || u < 0 || u > 1 || v < 0 || v > 1 || !known(tri.sample(u, v)[0]))
                     continue;
-                const bool object = tri.sample(u, v)[0] > 0.75f;
-                (object ? fg : bg).push_back(col.sample(u, v));
-                (object ? fd : bd).push_back(length3(col.sample(u, v), c0));
+                (tri.sample(u, v)[0] > 0.75f ? fg : bg).push_back({col.sample(u, v), length3(col.sample(u, v), c0)});
                 stopped[k] = true;
                 ++nstopped;
             }
@@ -126,15 +124,15 @@ inline Grid robust(const Grid& tri, const Grid& col)
         int filled = 0;
         for (size_t i = 0; i < fg.size(); ++i)
             for (size_t j = 0; j < bg.size(); ++j) {
-                const float sum = fd[i] + bd[j], a = sum > 0 ? bd[j] / sum : 0.5f;
+                const float fd = fg[i].second, bd = bg[j].second, sum = fd + bd, a = sum > 0 ? bd / sum : 0.5f;
                 float e2 = 0;
                 for (size_t c = 0; c < 3; ++c) {
-                    const float e = a * fg[i][c] + (1 - a) * bg[j][c] - c0[c];
+                    const float e = a * fg[i].first[c] + (1 - a) * bg[j].first[c] - c0[c];
                     e2 += e * e;
                 }
                 // The score as written, with a range wide enough that no product underflows.
                 using L = long double;
-                const L v = std::exp(-L(e2) * 100) * std::exp(-L(fd[i]) * L(fd[i]) * 100) * std::exp(-L(bd[j]) * L(bd[j]) * 100);
+                const L v = std::exp(-L(e2) * 100) * std::exp(-L(fd) * L(fd) * 100) * std::exp(-L(bd) * L(bd) * 100);
                 if (filled < 3)
                     slotA[filled] = a, slotV[filled++] = v;
                 else
@@ -142,10 +140,7 @@ inline Grid robust(const Grid& tri, const Grid& col)
                         if (slotV[s] < v)
                             slotA[s] = a, slotV[s] = v;
             }
-        float mean = 0;
-        for (int s = 0; s < filled; ++s)
-            mean += slotA[s];
-        return grey(mean / float(filled));
+        return grey(std::accumulate(slotA, slotA + filled, 0.0f) / float(filled)); // summed in slot order
     });
 }
 

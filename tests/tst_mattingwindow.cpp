@@ -8,7 +8,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QMenuBar>
 #include <QMouseEvent>
 #include <QScrollArea>
 #include <QSpinBox>
@@ -181,13 +180,6 @@ private slots:
         matting.undoStack()->redo();
         matting.undoStack()->redo();
         QCOMPARE(shot(), two);
-        // ... the same brush as the left button of the second mode.
-        matting.setMarkMode(1);
-        QCOMPARE(matting.findChild<QComboBox*>(QStringLiteral("markMode"))->currentIndex(), 1); // the tool bar follows
-        stroke(view, Qt::LeftButton, {{20, 70}, {60, 70}});
-        QCOMPARE(shot(), two);
-        undo();
-        matting.setMarkMode(0);
         // A matte is undone too: back to all unknown, with the marks kept.
         stroke(view, Qt::RightButton, {{30, 30}, {90, 30}, {90, 60}, {30, 60}, {30, 30}});
         matting.matte();

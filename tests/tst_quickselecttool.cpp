@@ -17,7 +17,6 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 
-#include <functional>
 
 namespace {
 
@@ -33,13 +32,6 @@ QImage greyMatte(const QVector<QVector<int>>& rows)
 int maskAt(VexaSelection* sel, int x, int y) { return sel->mask()[size_t(y) * size_t(sel->maskStride()) + size_t(x)]; }
 
 void clickChild(QWidget* window, const char* name) { window->findChild<QPushButton*>(QLatin1String(name))->click(); }
-
-// Runs `inside` from within the tool's modal loop, then activates the tool on `doc`.
-void activateWith(VexaToolQuickSelect& tool, VexaContext* doc, std::function<void()> inside)
-{
-    QTimer::singleShot(0, &tool, [inside] { inside(); });
-    tool.active(doc);
-}
 
 // Foreground strokes on the object, background strokes around it, in image fractions.
 void paintCupMarks(VexaToolQuickSelectWidget* window)
@@ -119,7 +111,7 @@ private slots:
         QImage matte;
         VexaToolQuickSelect tool;
         MessageBoxAnswerer answers;
-        activateWith(tool, doc.doc.get(), [&] {
+        QTimer::singleShot(0, &tool, [&] { // from within the tool's modal loop
             auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
             QVERIFY(waitForStep(window));
             paintCupMarks(window);
@@ -132,6 +124,7 @@ private slots:
             matte = window->segmentation().alphaImage.copy();
             clickChild(window, "applyButton");
         });
+        tool.active(doc.doc.get());
         auto* window = qobject_cast<VexaToolQuickSelectWidget*>(tool.getWidget());
         QVERIFY(answers.texts.isEmpty() && !tool.activated && !window->isVisible() && window->segmentation().alphaImage.isNull());
         QCOMPARE(matte.size(), image.size());

@@ -11,7 +11,6 @@
 // - A translation keeps the source's placeholders (%1, %2, %n), its menu mnemonic (a single
 //   '&') and the patterns of a file filter (*.png).
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
