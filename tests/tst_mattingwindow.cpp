@@ -153,6 +153,10 @@ private slots:
             for (int x = 0; x < canvas.width(); x += 7)
                 QCOMPARE(int(maskAt(x, y)), qGray(expected.pixel(x, y)));
         QVERIFY(doc->hasSelection());
+        // The document closed while the window stays open: refused, with the reason.
+        doc.reset();
+        QString error;
+        QVERIFY(!matting.useAsSelection(&error) && error.contains(QStringLiteral("closed")));
     }
 
     void strokesAndMatteUndo()
