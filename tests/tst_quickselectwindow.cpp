@@ -190,12 +190,11 @@ private slots:
     void zoomByWheelAndKeys()
     {
         Loaded l(discPicture(600, 400));
-        VexaToolQuickSelectWidget& window = l.window;
-        window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        l.window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&l.window));
         auto* box = l.box;
         QWidget* viewport = box->parentWidget();
-        auto* area = window.findChild<QScrollArea*>();
+        auto* area = l.window.findChild<QScrollArea*>();
         box->zoomStep(11 - 20); // factor 2
         QCOMPARE(box->uiToImageCoord(1199, 799), QPoint(599, 399)); // truncated, not rounded
         // Scrolled to the middle, the pointer a little off the viewport's centre: no step below
@@ -217,21 +216,22 @@ private slots:
         QCOMPARE(box->getScaleIndex(), 33);
 
         box->zoomStep(20 - 33);
-        QTest::keyClick(&window, Qt::Key_Plus);
+        QTest::keyClick(&l.window, Qt::Key_Plus);
         QCOMPARE(box->getScaleIndex(), 19);
-        QTest::keyClicks(&window, QStringLiteral("--"));
+        QTest::keyClicks(&l.window, QStringLiteral("--"));
         QVERIFY(box->getScaleIndex() == 21 && box->size() == QSize(500, 333));
         box->zoomStep(-10);
-        QTest::keyClick(&window, Qt::Key_0, Qt::ControlModifier);
+        QTest::keyClick(&l.window, Qt::Key_0, Qt::ControlModifier);
         const QSize room = area->maximumViewportSize();
         QVERIFY(box->width() <= room.width() && box->height() <= room.height());
         box->zoomStep(-1);
         QVERIFY(box->width() > room.width() || box->height() > room.height());
         // One key per pen, named in its tool tip.
-        QTest::keyClick(&window, Qt::Key_B);
-        QVERIFY(child(&window, "MarkBkg")->isChecked() && child(&window, "MarkBkg")->toolTip().endsWith(QLatin1String("(B)")));
-        QTest::keyClick(&window, Qt::Key_F);
-        QVERIFY(child(&window, "markObjButton")->isChecked());
+        QTest::keyClick(&l.window, Qt::Key_B);
+        QVERIFY(child(&l.window, "MarkBkg")->isChecked());
+        QVERIFY(child(&l.window, "MarkBkg")->toolTip().endsWith(QLatin1String("(B)")));
+        QTest::keyClick(&l.window, Qt::Key_F);
+        QVERIFY(child(&l.window, "markObjButton")->isChecked());
     }
 
     // ---- Window -------------------------------------------------------------------------------
@@ -398,6 +398,12 @@ private slots:
         const QRgb computed = l.box->getImageToDraw()->pixel(p);
         stroke(l.box, {p, p});
         QVERIFY(l.seg.markImage.pixel(p) == VexaSegmentation::BoundaryMark && l.box->getImageToDraw()->pixel(p) != computed);
+        // A dot's own update near the top (rows 7 to 32) shows it as a full redraw does.
+        stroke(l.box, {QPoint(50, 20), QPoint(50, 20)});
+        const QRgb dot = l.box->getImageToDraw()->pixel(50, 20);
+        click(&l.window, "viewAlphaButton");
+        click(&l.window, "viewImageButton");
+        QCOMPARE(l.box->getImageToDraw()->pixel(50, 20), dot);
         click(&l.window, "previewButton");
         QVERIFY(waitForStep(&l.window));
         click(&l.window, "viewImageButton");
