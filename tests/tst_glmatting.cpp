@@ -11,6 +11,8 @@
 #include <QOpenGLShaderProgram>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QResource>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -18,6 +20,9 @@
 
 #include <functional>
 #include <memory>
+
+extern "C" int qInitResources_Resources();
+extern "C" int qCleanupResources_Resources();
 
 namespace {
 
@@ -543,6 +548,67 @@ private slots:
             wrong = drawnAt(shownBytes(v, 1), matte, dpr) + drawnAt(shownBytes(v, 2), composite, dpr) + drawnAt(shownBytes(v, 7), QImage(), dpr);
             QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
         }
+    }
+
+    // ---- What the driver refuses -----------------------------------------------------------------
+
+    // An image wider than the driver's largest texture is refused with its size named; the image
+    // loaded before it stays and still works.
+    void refusesImagesBeyondTheDriver()
+    {
+        QuickSelectGLWidget& v = view(syntheticPhoto(20, 10, 1));
+        v.messageBoxes = false;
+        GLint largest = 0;
+        v.makeCurrent();
+        glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+        QImage wide(largest + 1, 1, QImage::Format_ARGB32);
+        wide.fill(0xff336699u);
+        QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
+        v.loadFromImage(wide);
+        QVERIFY(failures.size() == 1 && v.lastError() == failures[0][0].toString());
+        QVERIFY2(v.lastError().contains(QString::number(largest + 1)), qPrintable(v.lastError()));
+        QCOMPARE(readTexture(v, v.colorTexture), syntheticPhoto(20, 10, 1));
+        QVERIFY(v.matte());
+    }
+
+    // A driver that rejects one shipped program: the host hears of it through the signal and the
+    // status (a box only if it asks for one), and matte runs the other passes but says it fell short.
+    void brokenProgramReportedOthersRun_data()
+    {
+        QTest::addColumn<QString>("rcc"); QTest::addColumn<QString>("message");
+        QTest::newRow("Robust does not compile") << QStringLiteral(VEXA_BROKEN_COMPILE_RCC)
+                                                 << QStringLiteral("Failed to compile: 'RobustShader.fp'\n");
+        QTest::newRow("Closed does not link") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << QStringLiteral("Failed to link 'closedShader'\n");
+    }
+
+    void brokenProgramReportedOthersRun()
+    {
+        QFETCH(QString, rcc); QFETCH(QString, message);
+        qCleanupResources_Resources(); // the plug-in's programs give way to a set with one broken
+        QVERIFY(QResource::registerResource(rcc));
+        m_view = std::make_unique<QuickSelectGLWidget>();
+        QuickSelectGLWidget& v = *m_view;
+        v.messageBoxes = false;
+        QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
+        v.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&v));
+        QVERIFY(QResource::unregisterResource(rcc));
+        qInitResources_Resources();
+        QCOMPARE(failures.size(), 1);
+        const QString said = failures[0][0].toString(); // the compiler's log follows the message
+        QVERIFY2(said.startsWith(message) && said.size() > message.size() && v.lastError() == said && !v.programsReady(), qPrintable(said));
+        const QImage colours = syntheticPhoto(30, 24, 8), marks = syntheticMarks(30, 24, 2);
+        v.loadFromImage(colours);
+        writeTexture(v, v.marksTexture, marks);
+        QVERIFY(!v.matte());
+        QImage gpu;
+        v.saveToImage(gpu);
+        const ref::Grid c = ref::fromImage(colours);
+        ref::Grid expected = ref::expand(ref::trimap(ref::fromImage(marks)), c);
+        const bool link = message.contains(QLatin1String("link"));
+        for (int i = 0; i < (link ? 1 : 4); ++i)
+            expected = link ? ref::robust(expected, c) : ref::closed(expected, c);
+        QVERIFY(maxDiff(gpu, ref::toImage(expected)) <= 1);
     }
 
     // ---- The command line ----------------------------------------------------------------------
