@@ -13,7 +13,6 @@
 #include "VexaToolSelectionColorRange.h"
 #include "VexaToolSelectionColorRangeWidget.h"
 
-#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QSlider>
@@ -240,23 +239,6 @@ private slots:
         QCOMPARE(f.canvas->cursor().shape() == Qt::OpenHandCursor, selects);
     }
 
-    void magicNewAndAdd()
-    {
-        ToolFixture<VexaToolMagicSelection> f(QSize(40, 40), 1.0f);
-        QImage half = f.doc->getLayerManager()->layerAt(0)->getPictureHost()->image();
-        QPainter(&half).fillRect(20, 0, 20, 40, Qt::white);
-        f.doc->getLayerManager()->layerAt(0)->setPixels(half);
-        // Add keeps the corner and adds the white half; New replaces it (a click outside the
-        // selection: inside, it would drag the selection).
-        for (auto [mode, expected] : {std::pair{"addBtn", QRect(0, 0, 40, 40)}, std::pair{"newBtn", QRect(20, 0, 20, 40)}}) {
-            f.selectRect(QRect(0, 0, 2, 2));
-            find<QPushButton>(f.tool.getWidget(), mode)->click();
-            f.click(30, 30);
-            QCOMPARE(f.bounds(), expected);
-            QCOMPARE(f.at(5, 5), 0);
-        }
-    }
-
     void magicReadsNewestPixelsAndHonoursBlock()
     {
         VexaToolFixture f(QSize(10, 10), 1.0f);
@@ -273,21 +255,6 @@ private slots:
         f.click(4, 4);
         QCOMPARE(layer->getLatestPlace(), int(VexaLayer::InHost));
         QCOMPARE(f.bounds(), QRect(4, 4, 1, 1)); // the red pixel alone, as painted
-    }
-
-    void thresholdField()
-    {
-        VexaToolMagicSelection tool;
-        auto* edit = find<QLineEdit>(tool.getWidget(), "thresholdEdit");
-        QCOMPARE(tool.threshold, 32.0f);
-        // Cleared, the threshold is 0; typed, what was typed; 300 is refused.
-        for (auto [typed, threshold] : {std::pair{"", 0.0f}, std::pair{"12", 12.0f}, std::pair{"300", 30.0f}}) {
-            edit->selectAll();
-            QTest::keyClick(edit, Qt::Key_Backspace);
-            QCOMPARE(tool.threshold, 0.0f);
-            QTest::keyClicks(edit, QLatin1String(typed));
-            QCOMPARE(tool.threshold, threshold);
-        }
     }
 };
 
