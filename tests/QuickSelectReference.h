@@ -47,22 +47,18 @@ inline int watershed(const QImage& img, std::vector<int>& label)
     for (int p = 0; p < W * H; ++p) {
         if (label[size_t(p)] != -1)
             continue;
-        // Descend to a pixel with no lower unlabelled neighbour; it founds a region.
-        std::deque<int> q{p};
-        for (bool flood = false; !flood;) {
-            const int cur = q.front();
-            q.pop_front();
-            int next = -1;
+        // Descend to a pixel with no lower unlabelled neighbour (the first lower one in neighbour
+        // order each step); it founds a region, flooded over neighbours not lower.
+        int cur = p;
+        for (int next = p; next >= 0;) {
+            cur = next;
+            next = -1;
             for (int n : neighbours(cur, W, H))
                 if (n >= 0 && next < 0 && label[size_t(n)] == -1 && g[size_t(n)] < g[size_t(cur)])
                     next = n;
-            if (next < 0) {
-                label[size_t(cur)] = counter++;
-                flood = true;
-            }
-            q.push_back(next < 0 ? cur : next);
         }
-        for (; !q.empty(); q.pop_front())
+        label[size_t(cur)] = counter++;
+        for (std::deque<int> q{cur}; !q.empty(); q.pop_front())
             for (int n : neighbours(q.front(), W, H))
                 if (n >= 0 && label[size_t(n)] == -1 && g[size_t(n)] >= g[size_t(q.front())]) {
                     label[size_t(n)] = label[size_t(q.front())];
@@ -87,34 +83,29 @@ inline void init(VexaSegmentation& s)
     const std::vector<int>& map = s.regionMap;
     s.terminalWeights.assign(size_t(N), 0);
     s.regionSizes.assign(size_t(N), 0);
+    // Neighbouring regions and how many pixel pairs they share, each region's list in the order
+    // its neighbours are met (left, then up, pixel by pixel).
+    std::vector<std::vector<std::pair<int, int>>> adj(static_cast<size_t>(N));
+    auto rec = [&](int a, int b) {
+        auto& list = adj[size_t(std::min(a, b))];
+        auto e = std::find_if(list.begin(), list.end(), [&](const auto& e) { return e.first == std::max(a, b); });
+        e == list.end() ? list.push_back({std::max(a, b), 1}) : void(e->second++);
+    };
     std::vector<std::array<int, 3>> sum(static_cast<size_t>(N), {0, 0, 0});
     for (int i = 0; i < W * H; ++i) {
         const QColor c = at(s.sourceImage, i);
-        const size_t r = size_t(map[size_t(i)]);
-        sum[r] = {sum[r][0] + c.red(), sum[r][1] + c.green(), sum[r][2] + c.blue()};
-        s.regionSizes[r]++;
+        const int a = map[size_t(i)];
+        sum[size_t(a)] = {sum[size_t(a)][0] + c.red(), sum[size_t(a)][1] + c.green(), sum[size_t(a)][2] + c.blue()};
+        s.regionSizes[size_t(a)]++;
+        if (i % W > 0 && map[size_t(i - 1)] != a)
+            rec(a, map[size_t(i - 1)]);
+        if (i >= W && map[size_t(i - W)] != a)
+            rec(a, map[size_t(i - W)]);
     }
     s.regionColors.clear();
     for (int r = 0; r < N; ++r) {
         const int n = s.regionSizes[size_t(r)];
         s.regionColors.push_back(QColor(sum[size_t(r)][0] / n, sum[size_t(r)][1] / n, sum[size_t(r)][2] / n, 255));
-    }
-    // Neighbouring regions and how many pixel pairs they share, each region's list in the order
-    // its neighbours are met (left, then up, pixel by pixel).
-    std::vector<std::vector<std::pair<int, int>>> adj(static_cast<size_t>(N));
-    auto rec = [&](int a, int b) {
-        const int lo = std::min(a, b), hi = std::max(a, b);
-        for (auto& e : adj[size_t(lo)])
-            if (e.first == hi)
-                return void(e.second++);
-        adj[size_t(lo)].push_back({hi, 1});
-    };
-    for (int i = 0; i < W * H; ++i) {
-        const int a = map[size_t(i)];
-        if (i % W > 0 && map[size_t(i - 1)] != a)
-            rec(a, map[size_t(i - 1)]);
-        if (i >= W && map[size_t(i - W)] != a)
-            rec(a, map[size_t(i - W)]);
     }
     s.graph.reset();
     if (N == 0)
@@ -198,19 +189,18 @@ inline QString mark(VexaSegmentation& s)
 {
     const int W = s.sourceImage.width(), H = s.sourceImage.height();
     const int N = int(s.regionColors.size());
-    std::vector<unsigned> flags(size_t(N), 0);
+    std::vector<bool> isF(size_t(N), false), isB(size_t(N), false); // a region with a red or a blue mark
     for (int i = 0; i < W * H; ++i) {
         const QRgb m = s.markImage.pixel(i % W, i / W);
-        const unsigned f = (qRed(m) ? 0xFFFF0000u : 0) | (qGreen(m) ? 0xFF00FF00u : 0) | (qBlue(m) ? 0xFF0000FFu : 0);
-        flags[size_t(s.regionMap[size_t(i)])] |= f;
+        const size_t r = size_t(s.regionMap[size_t(i)]);
+        isF[r] = isF[r] || qRed(m);
+        isB[r] = isB[r] || qBlue(m);
     }
-    auto isF = [&](int r) { return ((flags[size_t(r)] >> 16) & 0xFF) != 0; };
-    auto isB = [&](int r) { return (flags[size_t(r)] & 0xFF) != 0; };
     std::vector<QColor> F, Bk;
     for (int r = 0; r < N; ++r) {
-        if (isF(r))
+        if (isF[size_t(r)])
             F.push_back(s.regionColors[size_t(r)]);
-        if (isB(r))
+        if (isB[size_t(r)])
             Bk.push_back(s.regionColors[size_t(r)]);
     }
     if (F.empty())
@@ -225,50 +215,45 @@ inline QString mark(VexaSegmentation& s)
         cf[size_t(k)] = F[rnd() % F.size()];
         cb[size_t(k)] = Bk[rnd() % Bk.size()];
     }
-    // The nearest centre, the first of equals; `dist` receives its squared distance.
-    auto nearest = [&](const std::vector<QColor>& centres, const QColor& c, int* dist) {
-        int best = INT_MAX, idx = 0;
+    // The nearest centre, the first of equals, and its squared distance.
+    auto nearest = [&](const std::vector<QColor>& centres, const QColor& c) {
+        std::pair<int, int> best{0, INT_MAX};
         for (int k = 0; k < K; ++k)
-            if (d2(c, centres[size_t(k)]) < best) {
-                best = d2(c, centres[size_t(k)]);
-                idx = k;
-            }
-        if (dist)
-            *dist = best;
-        return idx;
+            if (d2(c, centres[size_t(k)]) < best.second)
+                best = {k, d2(c, centres[size_t(k)])};
+        return best;
     };
+    // One round: each centre becomes the truncated mean of the colours nearest to it (a sum over
+    // fewer than two divided by 1).
     auto average = [&](std::vector<QColor>& centres, const std::vector<QColor>& colors) {
         std::vector<std::array<int, 4>> acc(static_cast<size_t>(K), {0, 0, 0, 0}); // count, r, g, b
         for (const QColor& c : colors) {
-            auto& a = acc[size_t(nearest(centres, c, nullptr))];
+            auto& a = acc[size_t(nearest(centres, c).first)];
             a = {a[0] + 1, a[1] + c.red(), a[2] + c.green(), a[3] + c.blue()};
         }
-        return acc;
+        for (int k = 0; k < K; ++k) {
+            const auto& a = acc[size_t(k)];
+            const int n = a[0] >= 2 ? a[0] : 1;
+            centres[size_t(k)] = QColor(a[1] / n, a[2] / n, a[3] / n);
+        }
     };
     for (int it = 0; it < 4 * K; ++it) {
-        const auto fa = average(cf, F), ba = average(cb, Bk);
-        for (int k = 0; k < K; ++k) {
-            const auto &f = fa[size_t(k)], &b = ba[size_t(k)];
-            const int nf = f[0] >= 2 ? f[0] : 1, nb = b[0] >= 2 ? b[0] : 1;
-            cf[size_t(k)] = QColor(f[1] / nf, f[2] / nf, f[3] / nf);
-            cb[size_t(k)] = QColor(b[1] / nb, b[2] / nb, b[3] / nb);
-        }
+        average(cf, F);
+        average(cb, Bk);
     }
     auto setW = [&](int r, int v) {
         s.graph->add_tweights(r, v, s.terminalWeights[size_t(r)]);
         s.terminalWeights[size_t(r)] = v;
     };
     for (int r = 0; r < N; ++r) {
-        int dF, dB;
-        nearest(cf, s.regionColors[size_t(r)], &dF);
-        nearest(cb, s.regionColors[size_t(r)], &dB);
+        const int dF = nearest(cf, s.regionColors[size_t(r)]).second, dB = nearest(cb, s.regionColors[size_t(r)]).second;
         const double D = dF + dB > 0 ? double(dF + dB) : 1.0;
         setW(r, int((dB - dF) * (double(s.sensitivity * 1000) * std::sqrt(double(s.regionSizes[size_t(r)]))) / D));
     }
     for (int r = 0; r < N; ++r) {
-        if (isF(r))
+        if (isF[size_t(r)])
             setW(r, 100000000);
-        if (isB(r))
+        if (isB[size_t(r)])
             setW(r, -100000000);
     }
     s.graph->maxflow(false, nullptr);
@@ -336,10 +321,7 @@ inline void matte(VexaSegmentation& s)
         }
     }
     // Samples: known pixels next to an unknown one.
-    struct Sample {
-        QColor c;
-        QPoint p;
-    };
+    using Sample = std::pair<QColor, QPoint>;
     std::vector<Sample> fs, bs;
     for (int i = 0; i < W * H; ++i) {
         const QRgb v = get(i);
@@ -359,12 +341,12 @@ inline void matte(VexaSegmentation& s)
         auto near8 = [&](const std::vector<Sample>& list) {
             std::vector<std::pair<QColor, float>> slot;
             for (const Sample& smp : list) {
-                const float d = float((smp.p.y() - y) * (smp.p.y() - y) + (smp.p.x() - x) * (smp.p.x() - x));
+                const float d = float((smp.second.y() - y) * (smp.second.y() - y) + (smp.second.x() - x) * (smp.second.x() - x));
                 auto farther = std::find_if(slot.begin(), slot.end(), [&](const auto& sl) { return sl.second > d; });
                 if (slot.size() < 8)
-                    slot.push_back({smp.c, d});
+                    slot.push_back({smp.first, d});
                 else if (farther != slot.end())
-                    *farther = {smp.c, d};
+                    *farther = {smp.first, d};
             }
             return slot;
         };
