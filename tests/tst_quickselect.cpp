@@ -387,41 +387,6 @@ private slots:
         QVERIFY(!VexaQuickSelect::detail::nearColours(qRgb(10, 10, 10), qRgb(12, 12, 10))); // 4 + 4
     }
 
-    // A mark or matte step given images of other sizes than the source's reports nothing but its
-    // start and end, and changes nothing.
-    void stepsOnMismatchedImagesChangeNothing_data()
-    {
-        QTest::addColumn<bool>("matteStep"); QTest::addColumn<QString>("image"); QTest::addColumn<QSize>("size");
-        for (bool matteStep : {false, true}) {
-            const char* step = matteStep ? "matte" : "mark";
-            QTest::addRow("%s, marks narrower", step) << matteStep << "marks" << QSize(19, 10);
-            QTest::addRow("%s, marks taller", step) << matteStep << "marks" << QSize(20, 40);
-            QTest::addRow("%s, alpha null", step) << matteStep << "alpha" << QSize();
-            QTest::addRow("%s, result wider", step) << matteStep << "result" << QSize(64, 10);
-        }
-    }
-    void stepsOnMismatchedImagesChangeNothing()
-    {
-        QFETCH(bool, matteStep); QFETCH(QString, image); QFETCH(QSize, size);
-        VexaSegmentation seg;
-        seg.load(halves(20, 10, qRgb(250, 0, 0), qRgb(0, 0, 250)));
-        Recorder r;
-        VexaQuickSelect::init(seg, r, running);
-        paintMarks(seg, QRect(1, 1, 3, 3), VexaSegmentation::ForegroundMark);
-        paintMarks(seg, QRect(15, 1, 3, 3), VexaSegmentation::BackgroundMark);
-        paintMarks(seg, QRect(9, 0, 2, 10), VexaSegmentation::BoundaryMark);
-        QImage& target = image == "marks" ? seg.markImage : image == "alpha" ? seg.alphaImage : seg.resultImage;
-        target = size.isValid() ? flat(size.width(), size.height(), VexaSegmentation::ForegroundMark) : QImage();
-        const QImage markImage = seg.markImage, alpha = seg.alphaImage, result = seg.resultImage;
-        r.log.clear();
-        (matteStep ? VexaQuickSelect::matte : VexaQuickSelect::mark)(seg, r, running);
-        QCOMPARE(r.log, matteStep ? QStringList({"paint off", "Alpha Extracting .. 0", "Alpha Extract done .. 0", "paint on"})
-                                  : QStringList({"paint off", "Marking.. 0", "Mark done 0", "paint on"}));
-        QVERIFY(seg.markImage == markImage && seg.alphaImage == alpha && seg.resultImage == result);
-        QCOMPARE(seg.terminalWeights, std::vector<int>({0, 0}));
-        QCOMPARE(seg.graph->get_trcap(0), 0);
-    }
-
     void cancellation()
     {
         // Cancelled before it starts: init stops at its first check and builds nothing.
