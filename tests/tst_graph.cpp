@@ -39,14 +39,13 @@ struct Problem {
     };
     std::vector<E> edges;
 
-    template <class G>
-    void build(G& g, bool withEdges = true) const
+    void build(GraphI& g) const
     {
         g.add_node(n);
         for (int i = 0; i < n; ++i)
             g.add_tweights(i, source[size_t(i)], sink[size_t(i)]);
-        for (size_t e = 0; withEdges && e < edges.size(); ++e)
-            g.add_edge(edges[e].i, edges[e].j, edges[e].cap, edges[e].rev);
+        for (const E& e : edges)
+            g.add_edge(e.i, e.j, e.cap, e.rev);
     }
     // A flow is never more than the capacity of any cut, so a flow that keeps every edge within
     // its capacities and equals the capacity of the cut its labels describe is a maximum flow.
