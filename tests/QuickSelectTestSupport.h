@@ -39,11 +39,8 @@ inline bool spinUntil(Pred done, int ms = 120000)
     return done();
 }
 
-inline bool waitForStep(const VexaToolQuickSelectWidget* w)
-{
-    // The end of a step is seen by the window once the worker's queued reports have arrived.
-    return spinUntil([w] { return !w->isStepRunning(); });
-}
+// The end of a step is seen by the window once the worker's queued reports have arrived.
+inline bool waitForStep(const VexaToolQuickSelectWidget* w) { return spinUntil([w] { return !w->isStepRunning(); }); }
 
 // Closes every message box that opens and remembers its text and title.
 class MessageBoxAnswerer : public QObject
