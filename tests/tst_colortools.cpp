@@ -20,7 +20,6 @@
 #include <QtTest>
 
 #include <cmath>
-#include <random>
 
 namespace {
 

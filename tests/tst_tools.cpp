@@ -114,7 +114,6 @@ private slots:
         // A 400 x 300 document; no drag (from == to) types `expected` into the panel instead.
         // Whatever the panel shows at the end is what is selected.
         const QPoint none;
-        QTest::newRow("typed 100, 100, 200 x 200") << 1.0f << none << none << false << 0.0f << QRect(100, 100, 200, 200);
         QTest::newRow("drag, scale 1") << 1.0f << QPoint(10, 10) << QPoint(30, 16) << false << 0.0f << QRect(10, 10, 21, 7);
         QTest::newRow("drag, scale 2") << 2.0f << QPoint(5, 5) << QPoint(15, 8) << false << 0.0f << QRect(10, 10, 21, 7);
         QTest::newRow("drag, scale 0.5") << 0.5f << QPoint(21, 21) << QPoint(61, 33) << false << 0.0f << QRect(10, 10, 21, 7);
@@ -368,9 +367,6 @@ private slots:
         QObject parent;
         f.selectRect(QRect(5, 5, 10, 10));
         QPointer<IVexaTool> tool = getInstance(&parent, name);
-        tool->active(nullptr);
-        QVERIFY(!tool->isActive());
-        tool->disActive(); // and leaving it is harmless
         VexaContext empty(QSize(30, 30)); // a document without layers
         VexaCanvas canvas;
         canvas.setContext(&empty);
