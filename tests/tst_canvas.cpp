@@ -22,12 +22,8 @@ class RecordingTool : public IVexaTool
 {
 public:
     using IVexaTool::IVexaTool;
-    void active(VexaContext* c) override
-    {
-        context = c;
-        activated = true;
-    }
-    void disActive() override { activated = false; }
+    void active(VexaContext*) override {}
+    void disActive() override {}
     bool event(QEvent* e) override
     {
         if (e->type() == QEvent::KeyPress || e->type() == QEvent::KeyRelease)
@@ -39,18 +35,28 @@ public:
     QStringList named;
 };
 
-// A 4 x 2 document, left half red and right half blue, on a 200 x 100 canvas.
-struct TwoColours {
-    explicit TwoColours(float scale = 1.0f, QPointF origin = {})
+QImage twoColours()
+{
+    QImage img(4, 2, QImage::Format_ARGB32);
+    img.fill(qRgb(0, 0, 255));
+    for (int i = 0; i < 4; ++i)
+        img.setPixel(i % 2, i / 2, qRgb(255, 0, 0));
+    return img;
+}
+
+// A document on a 200 x 100 canvas (by default the 4 x 2 one, left half red) at the given view.
+struct OnCanvas {
+    explicit OnCanvas(float scale = 1.0f, QPointF origin = {}, const QImage& img = twoColours(), QSize size = {200, 100})
+        : doc(VexaContext::fromImage(img))
     {
-        QImage img(4, 2, QImage::Format_ARGB32);
-        img.fill(qRgb(0, 0, 255));
-        for (int i = 0; i < 4; ++i)
-            img.setPixel(i % 2, i / 2, qRgb(255, 0, 0));
-        doc = VexaContext::fromImage(img);
-        canvas.resize(200, 100);
+        canvas.resize(size);
         canvas.setContext(doc.get());
-        canvas.setView(scale, origin);
+        canvas.setView(scale, origin); // chosen: showing the canvas does not fit it to the window
+    }
+    bool shown()
+    {
+        canvas.show();
+        return QTest::qWaitForWindowExposed(&canvas);
     }
     std::unique_ptr<VexaContext> doc;
     VexaCanvas canvas; // goes first
@@ -78,7 +84,7 @@ private slots:
     void uiToCanvas()
     {
         QFETCH(float, scale); QFETCH(QPoint, widget); QFETCH(bool, clamp); QFETCH(QPointF, expected);
-        TwoColours t(scale, QPointF(10, 20));
+        OnCanvas t(scale, QPointF(10, 20));
         QCOMPARE(t.canvas.getScale(), scale);
         QCOMPARE(t.canvas.uiToCanvasCoord(widget.x(), widget.y(), clamp), expected);
         if (!clamp)
@@ -102,7 +108,7 @@ private slots:
     void zoomKeepsPointUnderPointer()
     {
         QFETCH(QList<int>, wheel); QFETCH(float, scale);
-        TwoColours t;
+        OnCanvas t;
         VexaCanvas& canvas = t.canvas;
         const QPointF at(31, 43);
         const QPointF before = canvas.uiToCanvasCoord(31, 43, false);
@@ -132,7 +138,7 @@ private slots:
     void panKeepsToolCoordinates()
     {
         QFETCH(bool, space); QFETCH(float, scale);
-        TwoColours t(scale);
+        OnCanvas t(scale);
         VexaCanvas& canvas = t.canvas;
         RecordingTool tool;
         t.doc->setCurrentTool(&tool);
@@ -192,7 +198,7 @@ private slots:
 
     void inputReachesTool()
     {
-        TwoColours t;
+        OnCanvas t;
         VexaCanvas& canvas = t.canvas;
         QSignalSpy press(&canvas, &VexaCanvas::mousePress);
         QSignalSpy release(&canvas, &VexaCanvas::mouseRelease);
@@ -232,7 +238,7 @@ private slots:
 
     void pickerTakesForegroundColour()
     {
-        TwoColours t(0.1f); // 10 widget pixels per document pixel
+        OnCanvas t(0.1f); // 10 widget pixels per document pixel
         VexaCanvas& canvas = t.canvas;
         QSignalSpy colour(&canvas, &VexaCanvas::FgColorChange);
         QSignalSpy press(&canvas, &VexaCanvas::mousePress);
@@ -249,7 +255,7 @@ private slots:
 
     void renderToImageAndSync()
     {
-        TwoColours t;
+        OnCanvas t;
         std::unique_ptr<QImage> image(t.canvas.renderToImage(t.doc.get()));
         QVERIFY(image && image->size() == QSize(4, 2) && image->format() == QImage::Format_ARGB32);
         QCOMPARE(image->pixel(3, 1), qRgb(0, 0, 255));
@@ -268,13 +274,10 @@ private slots:
     {
         QImage img(40, 20, QImage::Format_ARGB32);
         img.fill(qRgb(0, 128, 0));
-        auto doc = VexaContext::fromImage(img);
-        VexaCanvas canvas;
-        canvas.resize(200, 100);
-        canvas.setContext(doc.get());
-        canvas.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-        canvas.setView(0.5f, QPointF(10, 10)); // each document pixel is 2 x 2 widget pixels
+        OnCanvas t(0.5f, QPointF(10, 10), img); // each document pixel is 2 x 2 widget pixels
+        QVERIFY(t.shown());
+        VexaCanvas& canvas = t.canvas;
+        VexaContext* doc = t.doc.get();
         QSignalSpy feedback(&canvas, &VexaCanvas::drawFeedback);
 
         auto path = std::make_unique<VexaSelectionPath>();
@@ -308,13 +311,9 @@ private slots:
         for (int y = 600; y < 700; ++y)
             std::fill_n(reinterpret_cast<QRgb*>(img.scanLine(y)), img.width(), qRgba(0, 0, 0, 0));
         img.setPixel(5, 3, qRgb(0, 0, 250));
-        auto doc = VexaContext::fromImage(img);
-        VexaCanvas canvas;
-        canvas.resize(100, 40);
-        canvas.setContext(doc.get());
-        canvas.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&canvas));
-        canvas.setView(1.0f, QPointF(0, -590)); // widget row 0 is document row 590
+        OnCanvas t(1.0f, QPointF(0, -590), img, QSize(100, 40)); // widget row 0 is document row 590
+        QVERIFY(t.shown());
+        VexaCanvas& canvas = t.canvas;
         QImage shot = canvas.grabFramebuffer();
         QCOMPARE(shot.pixel(0, 9), qRgb(200, 0, 0));
         QCOMPARE(shot.pixel(0, 10), qRgb(204, 204, 204)); // cell (0, 75): grey
