@@ -1,13 +1,11 @@
-// Host services a plug-in relies on: region grow, memory pool, layers, documents, the Delete
-// action with its undo, the skin and the history.
+// Host services a plug-in relies on: region grow, memory pool, layers, documents, mask packing,
+// the Delete action with its undo, and reading image files.
 #include "VexaActionManager.h"
 #include "VexaAlgorithmGrow.h"
 #include "VexaCanvas.h"
-#include "VexaConfig.h"
 #include "VexaContext.h"
 #include "VexaContextManager.h"
 #include "VexaHistory.h"
-#include "VexaHistoryMemo.h"
 #include "VexaImageFile.h"
 #include "VexaLayer.h"
 #include "VexaLayerManager.h"
@@ -48,16 +46,6 @@ QByteArray maskText(const std::vector<unsigned char>& m, int w)
     }
     return out;
 }
-
-class CountingMemo : public VexaHistoryMemo
-{
-public:
-    explicit CountingMemo(int* undone) : m_undone(undone) {}
-    void undo() override { ++*m_undone; }
-    void redo() override { --*m_undone; }
-    QString text() const override { return QStringLiteral("count"); }
-    int* m_undone;
-};
 
 } // namespace
 
@@ -260,9 +248,7 @@ private slots:
         QImage big(4000, 4000, QImage::Format_ARGB32);
         big.fill(qRgb(7, 8, 9));
         auto large = VexaContext::fromImage(big);
-        std::vector<unsigned char> bigMask(size_t(large->getSelection()->maskStride()) * 4000, 0);
-        bigMask[size_t(large->getSelection()->maskStride()) * 15 + 15] = 255;
-        large->getSelection()->copyMask(bigMask.data());
+        large->getSelection()->selectAll();
         const QImage held = qobject_cast<VexaLayer*>(large->getLayerManager()->getActiveLayer())->getPictureHost()->image();
         const int steps = large->getHistory()->count();
         VexaCanvas canvas; // the refusal is shown over the document's window
@@ -289,59 +275,6 @@ private slots:
         QCOMPARE(large->getLayerManager()->layerAt(0)->getPictureHost()->pixel(15, 15), qRgb(7, 8, 9));
         QVERIFY(large->deleteSelectedPixels()); // with the memory back it works
 #endif
-    }
-
-    void skinPaths_data()
-    {
-        QTest::addColumn<QString>("name");
-        for (const char* n : {"selection_new", "selection_add", "selection_substract", "selection_intersect", "picker-new",
-                              "picker-add", "picker-substract"})
-            QTest::newRow(n) << QString::fromLatin1(n);
-    }
-
-    void skinPaths()
-    {
-        QFETCH(QString, name);
-        VexaConfig* config = VexaConfig::getInstance();
-        const QString path = "./data/skin/vexapix_replace_style/icon/selection-mode/" + name + ".png";
-        const QString styled = config->getStyleImageName(path);
-        const QImage img = QImage(styled).convertToFormat(QImage::Format_ARGB32);
-        QVERIFY(styled != path && img.size() == QSize(16, 16));
-        // Drawn, not blank: some opaque pixels, some transparent ones.
-        const auto* px = reinterpret_cast<const QRgb*>(img.constBits());
-        QVERIFY(std::count_if(px, px + 256, [](QRgb p) { return qAlpha(p) > 200; }) > 20
-                && std::count_if(px, px + 256, [](QRgb p) { return qAlpha(p) == 0; }) > 20);
-        // With a variant twice the size for high-density screens, which QIcon picks up by name.
-        QCOMPARE(QImage(QString(styled).replace(".png", "@2x.png")).size(), QSize(32, 32));
-        // Unknown paths stay as given.
-        const QString none = QStringLiteral("./data/skin/vexapix_replace_style/none.png");
-        QCOMPARE(config->getStyleImageName(none), none);
-        for (const char* cursor : {"tool-polygon-select.png", "tool-free-select.png", "tool-fuzzy-select.png"})
-            QCOMPARE(QImage(config->iconDirectory + QLatin1String(cursor)).size(), QSize(32, 32)); // the directory ends in '/'
-    }
-
-    void historyLimitAndPendingMemo()
-    {
-        VexaHistory history;
-        history.setLimit(3);
-        int undone = 0;
-        for (int i = 0; i < 5; ++i)
-            history.pushNewMemo(std::make_unique<CountingMemo>(&undone).release());
-        QCOMPARE(history.count(), 3);
-        while (history.canUndo())
-            history.undo();
-        QCOMPARE(undone, 3);
-        history.pushNewMemo(nullptr);
-        QCOMPARE(history.count(), 3);
-
-        // A pending memo belongs to the context until it is taken.
-        VexaContext doc(QSize(2, 2));
-        QVERIFY(!doc.getLastMemo());
-        doc.setLastMemo(std::make_unique<CountingMemo>(&undone).release());
-        doc.getHistory()->pushNewMemo(doc.getLastMemo());
-        doc.setLastMemo(nullptr);
-        QCOMPARE(doc.getHistory()->count(), 1);
-        doc.setLastMemo(std::make_unique<CountingMemo>(&undone).release()); // never taken: deleted with the context
     }
 
     void imageFiles_data()
