@@ -272,8 +272,7 @@ private slots:
         QTemporaryDir dir;
         QVERIFY(window.exportSelectionMask(dir.filePath(QStringLiteral("mask")), &error));
         const QImage mask(dir.filePath(QStringLiteral("mask.png")));
-        QVERIFY(mask.size() == QSize(600, 400) && mask.isGrayscale());
-        QCOMPARE(qGray(mask.pixel(599, 399)), 255);
+        QVERIFY(mask.size() == QSize(600, 400) && mask.isGrayscale() && qGray(mask.pixel(599, 399)) == 255);
         QVERIFY(!window.exportSelectionMask(QStringLiteral("/nonexistent/dir/mask.png"), &error));
         QVERIFY(window.saveImage(dir.filePath(QStringLiteral("picture")), &error));
         QCOMPARE(QImage(dir.filePath(QStringLiteral("picture.png"))).size(), QSize(600, 400));
