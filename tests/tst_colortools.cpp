@@ -74,6 +74,13 @@ private slots:
         for (int d2 = 0; d2 <= 3 * 255 * 255; ++d2)
             if (table(d2) != plainGrade(d2, tolerance))
                 QFAIL(qPrintable(QString("d2 %1: %2").arg(d2).arg(table(d2))));
+        // A whole image graded at a stride into a buffer with a row to spare: only its own bytes change.
+        QImage image(3, 2, QImage::Format_ARGB32);
+        image.fill(pixel);
+        std::vector<uint8_t> out(12, 0xAB);
+        VexaColorGrading::gradeImage(image, qRgb(100, 100, 100), tolerance, out.data(), 4);
+        const uint8_t v = uint8_t(grade), k = 0xAB;
+        QCOMPARE(out, (std::vector<uint8_t>{v, v, v, k, v, v, v, k, k, k, k, k}));
     }
 
     void thumbnails_data()
