@@ -41,10 +41,13 @@ bool opaque(const QImage& image)
 {
     if (image.format() != QImage::Format_ARGB32)
         return !image.hasAlphaChannel();
-    for (int y = 0; y < image.height(); ++y) {
+    // The bounds are read once: QImage's accessors are calls the compiler cannot lift out of a
+    // loop over 45 million pixels.
+    const int w = image.width(), h = image.height();
+    for (int y = 0; y < h; ++y) {
         const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
         QRgb all = 0xFF000000u;
-        for (int x = 0; x < image.width(); ++x)
+        for (int x = 0; x < w; ++x)
             all &= row[x];
         if (qAlpha(all) != 255)
             return false;
