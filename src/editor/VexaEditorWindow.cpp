@@ -30,6 +30,7 @@
 #include <QPainter>
 #include <QProgressDialog>
 #include <QStatusBar>
+#include <QThread>
 #include <QToolBar>
 #include <QToolButton>
 #include <QtConcurrent/QtConcurrentRun>
@@ -380,16 +381,21 @@ void VexaEditorWindow::showOptions(IVexaTool* tool)
 bool VexaEditorWindow::openImage(const QString& fileName, QString* error)
 {
     const BusyCursor busy;
-    QString readError;
-    QImage image = inBackground(this, tr("Opening %1…").arg(QFileInfo(fileName).fileName()),
-                                [fileName, &readError] { return VexaImageFile::read(fileName, &readError); });
-    if (image.isNull()) {
-        if (error)
-            *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), readError);
-        return false;
-    }
+    // The document is built where the photo is decoded: converting a camera-sized photo to the
+    // layer's format and clearing its selection mask take a fifth of a second the window spends
+    // drawing instead. Its objects then move to this thread, where they live from then on.
     QString why;
-    std::unique_ptr<VexaContext> document = VexaContext::fromImage(std::move(image), &why);
+    std::unique_ptr<VexaContext> document;
+    QThread* const home = thread();
+    inBackground(this, tr("Opening %1…").arg(QFileInfo(fileName).fileName()), [fileName, home, &why, &document] {
+        QImage image = VexaImageFile::read(fileName, &why);
+        if (image.isNull())
+            return false;
+        document = VexaContext::fromImage(std::move(image), &why);
+        if (document)
+            document->moveToThread(home);
+        return true;
+    });
     if (!document) {
         if (error)
             *error = tr("Cannot open %1: %2").arg(QDir::toNativeSeparators(fileName), why);
