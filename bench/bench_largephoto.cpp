@@ -173,7 +173,8 @@ int main(int argc, char** argv)
     StallWatch stalls;
     QElapsedTimer clock;
     std::vector<Row> rows;
-    // Each step: the command, then the event loop until `reached`, then the canvas's next frame.
+    // Each step: the command, then the event loop until `reached`, then the canvas's next frame
+    // that shows the whole document.
     auto step = [&](const char* name, double target, auto command, auto reached) {
         stalls.restart();
         clock.restart();
@@ -182,7 +183,8 @@ int main(int argc, char** argv)
         runUntil(reached);
         const int seen = frames.n;
         window.canvas()->update();
-        runUntil([&] { return frames.n > seen; });
+        // The frame that shows all of it: a large photo reaches the card in strips over a few frames.
+        runUntil([&] { return frames.n > seen && window.canvas()->pictureComplete(); });
         rows.push_back({name, double(clock.nsecsElapsed()) / 1e6, target, stalls.longestMs(), threadCpuMs() - cpu0});
     };
 
@@ -252,7 +254,7 @@ int main(int argc, char** argv)
     {
         const int seen = frames.n;
         window.canvas()->update();
-        runUntil([&] { return frames.n > seen; });
+        runUntil([&] { return frames.n > seen && window.canvas()->pictureComplete(); });
         okMs = double(clock.nsecsElapsed()) / 1e6;
         okStall = stalls.longestMs();
         okCpu = threadCpuMs() - cpu0;

@@ -11,6 +11,7 @@
 
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -20,6 +21,7 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -50,9 +52,9 @@ VexaCanvas::VexaCanvas(QWidget* parent)
 
 VexaCanvas::~VexaCanvas()
 {
-    if (m_texture && context()) {
+    if (m_antsTexture && context()) {
         makeCurrent();
-        glDeleteTextures(1, &m_texture);
+        dropStrips();
         glDeleteTextures(1, &m_antsTexture);
         glDeleteTextures(1, &m_checkerTexture);
         doneCurrent();
@@ -250,7 +252,8 @@ int VexaCanvas::outlineSegmentCount()
 
 void VexaCanvas::initializeGL()
 {
-    glGenTextures(1, &m_texture);
+    m_strips.clear(); // of another context, if any: gone with it
+    m_textureSize = QSize();
     m_textureDirty = true;
     const unsigned char dashes[8 * 4] = {0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255,
                                          255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
@@ -278,26 +281,78 @@ void VexaCanvas::resizeGL(int, int)
         fitToWindow();
 }
 
+void VexaCanvas::dropStrips()
+{
+    if (!m_strips.empty())
+        glDeleteTextures(GLsizei(m_strips.size()), m_strips.data());
+    m_strips.clear();
+    m_textureSize = QSize();
+}
+
 void VexaCanvas::uploadTexture()
 {
-    glBindTexture(GL_TEXTURE_2D, m_texture);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    QImage document = m_context ? m_context->getLayerManager()->shown(m_context->canvasSize()) : QImage();
-    if (!document.isNull()) {
+    if (!m_context)
+        return;
+    const bool restart = m_textureDirty;
+    m_textureDirty = false;
+    if (restart) {
+        m_uploadedRows = 0;
+        m_uploadSource = QImage();
+    }
+    // A layer's own pixels are fetched again for each frame rather than held: held, they would
+    // be shared, and the next edit of the layer would copy all of them first.
+    QImage document = !m_uploadSource.isNull() ? m_uploadSource : m_context->getLayerManager()->shown(m_context->canvasSize());
+    if (document.isNull()) {
+        dropStrips();
+        return;
+    }
+    if (restart) {
         // A photo wider or taller than the card's largest texture is shown from a reduced copy
         // (the document itself keeps every pixel).
         GLint maxSize = 0;
         glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
         if (maxSize > 0 && (document.width() > maxSize || document.height() > maxSize))
             document = document.scaled(QSize(maxSize, maxSize), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        if (document.isDetached())
+            m_uploadSource = document;
+        if (document.size() != m_textureSize) {
+            dropStrips();
+            m_textureSize = document.size();
+            m_stripRows = std::max(1, int((16 << 20) / std::max<qsizetype>(1, document.bytesPerLine())));
+            m_textureNew = true;
+        }
+    }
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    QElapsedTimer spent;
+    spent.start();
+    const int height = m_textureSize.height();
+    while (m_uploadedRows < height && (m_uploadedRows == 0 || spent.elapsed() < 30)) {
+        const size_t index = size_t(m_uploadedRows / m_stripRows);
+        const int rows = std::min(m_stripRows, height - m_uploadedRows);
         // The card reads 32-bit ARGB words (0xAARRGGBB) as they stand, on any byte order: no
         // display copy of a camera-sized photo.
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, document.width(), document.height(), 0, GL_BGRA,
-                     GL_UNSIGNED_INT_8_8_8_8_REV, document.constBits());
+        const uchar* pixels = document.constScanLine(m_uploadedRows);
+        if (index < m_strips.size()) {
+            glBindTexture(GL_TEXTURE_2D, m_strips[index]);
+            glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, m_textureSize.width(), rows, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, pixels);
+        } else {
+            GLuint strip = 0;
+            glGenTextures(1, &strip);
+            m_strips.push_back(strip);
+            glBindTexture(GL_TEXTURE_2D, strip);
+            glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, m_textureSize.width(), rows, 0, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, pixels);
+            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+        }
+        m_uploadedRows += rows;
     }
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    m_textureDirty = false;
+    glBindTexture(GL_TEXTURE_2D, 0);
+    if (m_uploadedRows < height) {
+        update(); // the next frame sends the next strips
+    } else {
+        m_textureNew = false;
+        m_uploadSource = QImage();
+    }
 }
 
 void VexaCanvas::paintGL()
@@ -307,7 +362,7 @@ void VexaCanvas::paintGL()
     if (!m_context)
         return;
     settleOutline();
-    if (m_textureDirty)
+    if (m_textureDirty || m_uploadedRows < m_textureSize.height())
         uploadTexture();
 
     glMatrixMode(GL_PROJECTION);
@@ -320,7 +375,11 @@ void VexaCanvas::paintGL()
 
     // The document over its checkerboard: sharp pixels when zoomed in, smoothed when zoomed out.
     const GLint filter = m_scale <= 1.0f ? GL_NEAREST : GL_LINEAR;
-    const double w = getCanvasWidth(), h = getCanvasHeight();
+    const double w = getCanvasWidth();
+    // A new document appears top down as its strips arrive: the rest holds nothing of it yet.
+    const int shownRows = m_textureNew ? m_uploadedRows : m_textureSize.height();
+    const double rowHeight = m_textureSize.height() > 0 ? getCanvasHeight() / double(m_textureSize.height()) : 0.0;
+    const double h = shownRows * rowHeight;
     glEnable(GL_TEXTURE_2D);
     glColor4f(1, 1, 1, 1);
     glBindTexture(GL_TEXTURE_2D, m_checkerTexture);
@@ -334,15 +393,19 @@ void VexaCanvas::paintGL()
     glEnd();
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glBindTexture(GL_TEXTURE_2D, m_texture);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
-    glBegin(GL_QUADS);
-    glTexCoord2d(0, 0); glVertex2d(0, 0);
-    glTexCoord2d(1, 0); glVertex2d(w, 0);
-    glTexCoord2d(1, 1); glVertex2d(w, h);
-    glTexCoord2d(0, 1); glVertex2d(0, h);
-    glEnd();
+    for (size_t i = 0; i < m_strips.size() && int(i) * m_stripRows < shownRows; ++i) {
+        const double top = double(i) * m_stripRows * rowHeight;
+        const double bottom = std::min(double(i + 1) * m_stripRows, double(m_textureSize.height())) * rowHeight;
+        glBindTexture(GL_TEXTURE_2D, m_strips[i]);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+        glBegin(GL_QUADS);
+        glTexCoord2d(0, 0); glVertex2d(0, top);
+        glTexCoord2d(1, 0); glVertex2d(w, top);
+        glTexCoord2d(1, 1); glVertex2d(w, bottom);
+        glTexCoord2d(0, 1); glVertex2d(0, bottom);
+        glEnd();
+    }
     glDisable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, 0);
 

@@ -56,6 +56,9 @@ public:
 
     // Number of line segments of the selection outline last drawn (for checks and tests).
     int outlineSegmentCount();
+    // True once the card holds every row of the document as it stands; a camera-sized
+    // document goes to the card in strips over a few frames.
+    bool pictureComplete() const { return !m_textureDirty && m_uploadedRows >= m_textureSize.height(); }
 
 signals:
     void mousePress(int x, int y);
@@ -102,7 +105,10 @@ private:
     void restoreToolCursor();
     // Lets the tool see the modifier keys of an input event before the event itself.
     void noteModifiers(Qt::KeyboardModifiers modifiers);
+    // Sends the next strips of the document to the card, for a few tens of milliseconds; the
+    // frames that follow send the rest.
     void uploadTexture();
+    void dropStrips();
     // The named host event a key raises ("ESC", "DELETE"), or empty.
     static QString namedEventFor(int key);
     bool toolWants(const QString& name) const;
@@ -143,7 +149,14 @@ private:
     void settleOutline();
     bool m_outlineStale = false;
     bool m_textureDirty = true;
-    unsigned int m_texture = 0;
+    // The document on the card, in strips of rows of about 16 MB each: a camera-sized photo
+    // reaches the card over a few frames, one strip's storage and pixels at a time.
+    std::vector<unsigned int> m_strips;
+    int m_stripRows = 1;
+    QSize m_textureSize;       // of the document as the strips hold it
+    int m_uploadedRows = 0;    // rows of the document sent, from the top
+    bool m_textureNew = false; // the strips below m_uploadedRows hold nothing of this document
+    QImage m_uploadSource;     // a composed document held between frames (never a layer's own pixels)
     unsigned int m_antsTexture = 0;
     unsigned int m_checkerTexture = 0;
     std::vector<float> m_outline;
