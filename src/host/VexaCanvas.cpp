@@ -233,7 +233,7 @@ void VexaCanvas::selectionChanged()
 
 void VexaCanvas::settleOutline()
 {
-    if (!m_outlineStale)
+    if (!m_outlineStale || (m_context && m_context->getSelection()->isBeingWritten()))
         return;
     m_outlineStale = false;
     if (m_context) {
@@ -291,8 +291,8 @@ void VexaCanvas::dropStrips()
 
 void VexaCanvas::uploadTexture()
 {
-    if (!m_context)
-        return;
+    if (!m_context || m_context->isBeingWritten())
+        return; // a pool thread is writing the document: the last picture stays meanwhile
     const bool restart = m_textureDirty;
     m_textureDirty = false;
     if (restart) {

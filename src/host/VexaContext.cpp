@@ -7,6 +7,7 @@
 #include "VexaLayer.h"
 #include "VexaLayerManager.h"
 #include "VexaAlphaMemo.h"
+#include "VexaBackground.h"
 #include "VexaSelection.h"
 
 #include <QImage>
@@ -99,25 +100,39 @@ bool VexaContext::deleteSelectedPixels(QString* error)
             *error = notEnoughMemory(QSize(layer->getWidth(), layer->getHeight()));
         return false;
     }
-    QImage& pixels = *writable;
     // Only alpha changes: the undo step keeps that alone, recorded in the same pass.
     auto memo = std::make_unique<VexaAlphaMemo>(layer, onLayer, tr("Delete"));
-    std::vector<uint8_t> before(size_t(onLayer.width())), after(size_t(onLayer.width()));
+    VexaAlphaMemo* record = memo.get();
+    uchar* const bits = writable->bits(); // taken here: QImage's own calls stay on this thread
+    const qsizetype bytesPerLine = writable->bytesPerLine();
     const uint8_t* mask = m_selection->mask();
     const int stride = m_selection->maskStride();
-    for (int y = onLayer.top(); y <= onLayer.bottom(); ++y) {
-        auto* row = reinterpret_cast<QRgb*>(pixels.scanLine(y)) + onLayer.left();
-        const uint8_t* sel = mask + size_t(y + offset.y()) * size_t(stride) + offset.x() + onLayer.left();
-        for (int i = 0; i < onLayer.width(); ++i) {
-            const int a = qAlpha(row[i]);
-            const int kept = (a * (255 - sel[i]) + 127) / 255;
-            before[size_t(i)] = uint8_t(a);
-            after[size_t(i)] = uint8_t(kept);
-            row[i] = (row[i] & 0x00FFFFFFu) | (QRgb(kept) << 24);
+    // A pass over a camera-sized layer takes a tenth of a second: a pool thread makes it while
+    // the windows go on drawing what they have.
+    auto change = [=] {
+        std::vector<uint8_t> before(size_t(onLayer.width())), after(size_t(onLayer.width()));
+        for (int y = onLayer.top(); y <= onLayer.bottom(); ++y) {
+            auto* row = reinterpret_cast<QRgb*>(bits + y * bytesPerLine) + onLayer.left();
+            const uint8_t* sel = mask + size_t(y + offset.y()) * size_t(stride) + offset.x() + onLayer.left();
+            for (int i = 0; i < onLayer.width(); ++i) {
+                const int a = qAlpha(row[i]);
+                const int kept = (a * (255 - sel[i]) + 127) / 255;
+                before[size_t(i)] = uint8_t(a);
+                after[size_t(i)] = uint8_t(kept);
+                row[i] = (row[i] & 0x00FFFFFFu) | (QRgb(kept) << 24);
+            }
+            record->addRow(before.data(), after.data());
         }
-        memo->addRow(before.data(), after.data());
+        record->finish();
+        return true;
+    };
+    if (size_t(onLayer.width()) * size_t(onLayer.height()) * 4 >= VexaAsideBytes) {
+        m_beingWritten = true;
+        VexaRunAside(change);
+        m_beingWritten = false;
+    } else {
+        change();
     }
-    memo->finish();
     layer->pixelsChanged();
     m_history->pushNewMemo(memo.release());
     return true;

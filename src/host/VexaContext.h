@@ -52,7 +52,12 @@ public:
     // Clears the selected pixels of the active layer, in proportion to the selection's strength.
     // Returns false when there is nothing to clear, or, with the reason in `error`, when the
     // layer's copy for the change does not fit in memory (the layer is then unchanged).
+    // On a camera-sized layer the pixels are written on a pool thread while this thread's event
+    // loop runs (input held back).
     bool deleteSelectedPixels(QString* error = nullptr);
+    // True while a pool thread writes the document's pixels: readers on this thread (the canvas)
+    // keep what they have until the change is announced.
+    bool isBeingWritten() const { return m_beingWritten; }
     // The composed document, 32-bit ARGB.
     QImage composed() const;
 
@@ -70,4 +75,5 @@ private:
     QPointer<VexaCanvas> m_canvas;
     QPointer<IVexaTool> m_tool;
     VexaHistoryMemo* m_lastMemo = nullptr;
+    bool m_beingWritten = false;
 };

@@ -1,5 +1,6 @@
 #include "VexaSelection.h"
 
+#include "VexaBackground.h"
 #include "VexaHistory.h"
 #include "VexaMaskOps.h"
 #include "VexaSelectionMemo.h"
@@ -60,15 +61,28 @@ unsigned char* VexaSelection::getMask()
 void VexaSelection::modify(const QString& text, const std::function<void(std::vector<uint8_t>&)>& op)
 {
     const bool record = m_history && !m_history->isReplaying();
-    std::vector<uint8_t> before;
-    if (record)
-        before = m_mask;
-    op(m_mask);
-    m_nonEmpty = -1;
-    if (record) {
-        if (auto memo = VexaSelectionMemo::create(this, before, m_mask, m_stride, text))
-            m_history->pushNewMemo(memo.release());
+    std::unique_ptr<VexaSelectionMemo> memo;
+    auto change = [&] {
+        std::vector<uint8_t> before;
+        if (record)
+            before = m_mask;
+        op(m_mask);
+        if (record)
+            memo = VexaSelectionMemo::create(this, before, m_mask, m_stride, text);
+        return true;
+    };
+    // The copy, the change and the comparison for undo take a tenth of a second or more on a
+    // camera-sized mask: a pool thread makes them while the windows go on drawing.
+    if (m_mask.size() >= VexaAsideBytes) {
+        m_beingWritten = true;
+        VexaRunAside(change);
+        m_beingWritten = false;
+    } else {
+        change();
     }
+    m_nonEmpty = -1;
+    if (memo)
+        m_history->pushNewMemo(memo.release());
     emit changed();
 }
 

@@ -70,6 +70,10 @@ public:
     // The mask as an 8-bit grey image of the canvas size.
     QImage toImage() const;
 
+    // True while a pool thread changes a large mask: readers on this thread (the canvas's
+    // outline) keep what they have until changed() is emitted.
+    bool isBeingWritten() const { return m_beingWritten; }
+
     void setHistory(VexaHistory* history) { m_history = history; }
     // Used by undo: writes `rowCount` whole rows from `firstRow` on back without recording, from
     // rows packed one by one by VexaMaskOps::packRuns.
@@ -102,4 +106,5 @@ private:
     // Whether any byte is set, known until the mask may have changed: tools ask on every
     // pointer move, and a full scan of a large mask each time is wasted.
     mutable int m_nonEmpty = 0; // 1 yes, 0 no, -1 unknown
+    bool m_beingWritten = false;
 };

@@ -1,6 +1,7 @@
 #include "VexaToolQuickSelect.h"
 
 #include "VexaActionManager.h"
+#include "VexaBackground.h"
 #include "VexaCanvas.h"
 #include "VexaContext.h"
 #include "VexaFilterContainer.h"
@@ -12,11 +13,8 @@
 #include "VexaToolQuickSelectWidget.h"
 
 #include <QAction>
-#include <QEventLoop>
-#include <QFutureWatcher>
 #include <QGuiApplication>
 #include <QImage>
-#include <QtConcurrent/QtConcurrentRun>
 
 #include <cstring>
 
@@ -119,12 +117,7 @@ void VexaToolQuickSelect::apply(const QImage& alpha)
     // windows go on drawing, and input waits until it is done.
     {
         const QImage matte = alpha; // a copy the window cannot change under the worker
-        QFutureWatcher<bool> watcher;
-        QEventLoop wait;
-        connect(&watcher, &QFutureWatcher<bool>::finished, &wait, &QEventLoop::quit);
-        watcher.setFuture(QtConcurrent::run([matte, W, H, mask, S] { return VexaMatteResample::toMask(matte, W, H, mask, S); }));
-        if (!watcher.isFinished())
-            wait.exec(QEventLoop::ExcludeUserInputEvents);
+        VexaRunAside([matte, W, H, mask, S] { return VexaMatteResample::toMask(matte, W, H, mask, S); });
     }
     progress(30);
     // The user pressed one button: the selection, its inversions and the deletion are one undo
