@@ -437,9 +437,11 @@ bool VexaEditorWindow::saveImage(const QString& name, QString* error)
     }
     // Through a temporary file: a save that fails (full disk, lost folder) keeps the old file.
     const BusyCursor busy;
-    const QImage image = m_document->composed();
+    // Composed on the pool thread too: a partly transparent photo goes through two full-size
+    // conversions. Nothing changes the document meanwhile, as input waits.
+    const VexaContext* document = m_document.get();
     return inBackground(this, tr("Saving %1…").arg(QFileInfo(fileName).fileName()),
-                        [image, fileName, error] { return VexaImageSave::save(image, fileName, error); });
+                        [document, fileName, error] { return VexaImageSave::save(document->composed(), fileName, error); });
 }
 
 bool VexaEditorWindow::exportSelectionMask(const QString& name, QString* error)
