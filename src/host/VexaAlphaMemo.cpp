@@ -1,5 +1,6 @@
 #include "VexaAlphaMemo.h"
 
+#include "VexaBackground.h"
 #include "VexaLayer.h"
 #include "VexaMaskOps.h"
 
@@ -32,15 +33,29 @@ void VexaAlphaMemo::put(const std::vector<uint8_t>& alpha)
     QImage* writable = m_layer->writablePixels();
     if (!writable || !writable->rect().contains(m_area))
         return;
-    QImage& pixels = *writable;
-    std::vector<uint8_t> row(size_t(m_area.width()));
-    const uint8_t* at = alpha.data();
-    const uint8_t* end = at + alpha.size();
-    for (int y = m_area.top(); y <= m_area.bottom() && at; ++y) {
-        at = VexaMaskOps::unpackRuns(at, end, row.data(), row.size());
-        auto* px = reinterpret_cast<QRgb*>(pixels.scanLine(y)) + m_area.left();
-        for (size_t x = 0; x < row.size() && at; ++x)
-            px[x] = (px[x] & 0x00FFFFFFu) | (QRgb(row[x]) << 24);
+    uchar* const bits = writable->bits(); // taken here: QImage's own calls stay on this thread
+    const qsizetype bytesPerLine = writable->bytesPerLine();
+    const QRect area = m_area;
+    auto write = [bits, bytesPerLine, area, &alpha] {
+        std::vector<uint8_t> row(size_t(area.width()));
+        const uint8_t* at = alpha.data();
+        const uint8_t* end = at + alpha.size();
+        for (int y = area.top(); y <= area.bottom() && at; ++y) {
+            at = VexaMaskOps::unpackRuns(at, end, row.data(), row.size());
+            auto* px = reinterpret_cast<QRgb*>(bits + y * bytesPerLine) + area.left();
+            for (size_t x = 0; x < row.size() && at; ++x)
+                px[x] = (px[x] & 0x00FFFFFFu) | (QRgb(row[x]) << 24);
+        }
+        return true;
+    };
+    // Undoing a Delete on a camera-sized photo is a pass over all of it: a pool thread makes it
+    // while the windows go on drawing.
+    if (size_t(area.width()) * size_t(area.height()) * 4 >= VexaAsideBytes) {
+        m_layer->setBeingWritten(true);
+        VexaRunAside(write);
+        m_layer->setBeingWritten(false);
+    } else {
+        write();
     }
     m_layer->pixelsChanged();
 }

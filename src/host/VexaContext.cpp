@@ -127,15 +127,23 @@ bool VexaContext::deleteSelectedPixels(QString* error)
         return true;
     };
     if (size_t(onLayer.width()) * size_t(onLayer.height()) * 4 >= VexaAsideBytes) {
-        m_beingWritten = true;
+        layer->setBeingWritten(true);
         VexaRunAside(change);
-        m_beingWritten = false;
+        layer->setBeingWritten(false);
     } else {
         change();
     }
     layer->pixelsChanged();
     m_history->pushNewMemo(memo.release());
     return true;
+}
+
+bool VexaContext::isBeingWritten() const
+{
+    for (int i = 0; i < m_layers->getLayerCount(); ++i)
+        if (m_layers->layerAt(i)->isBeingWritten())
+            return true;
+    return false;
 }
 
 QImage VexaContext::composed() const { return m_layers->compose(m_size); }

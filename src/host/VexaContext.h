@@ -55,9 +55,9 @@ public:
     // On a camera-sized layer the pixels are written on a pool thread while this thread's event
     // loop runs (input held back).
     bool deleteSelectedPixels(QString* error = nullptr);
-    // True while a pool thread writes the document's pixels: readers on this thread (the canvas)
+    // True while a pool thread writes a layer's pixels: readers on this thread (the canvas)
     // keep what they have until the change is announced.
-    bool isBeingWritten() const { return m_beingWritten; }
+    bool isBeingWritten() const;
     // The composed document, 32-bit ARGB.
     QImage composed() const;
 
@@ -75,5 +75,4 @@ private:
     QPointer<VexaCanvas> m_canvas;
     QPointer<IVexaTool> m_tool;
     VexaHistoryMemo* m_lastMemo = nullptr;
-    bool m_beingWritten = false;
 };

@@ -33,9 +33,14 @@ public:
     QImage* writablePixels();
     // Says that the host pixels were written in place.
     void pixelsChanged() { emit changed(); }
+    // True while a pool thread writes the host pixels in place: nobody on this thread reads
+    // them until pixelsChanged().
+    bool isBeingWritten() const { return m_beingWritten; }
+    void setBeingWritten(bool writing) { m_beingWritten = writing; }
 
 private:
     VexaPictureHost m_host;
     QImage m_device;
     int m_latestPlace = InHost;
+    bool m_beingWritten = false;
 };

@@ -296,10 +296,20 @@ void VexaSelection::restoreRows(int firstRow, int rowCount, const std::vector<ui
 {
     if (firstRow < 0 || rowCount < 0 || firstRow > m_height - rowCount)
         return;
-    const uint8_t* at = packedRows.data();
-    const uint8_t* end = at + packedRows.size();
-    for (int y = firstRow; y < firstRow + rowCount && at; ++y)
-        at = VexaMaskOps::unpackRuns(at, end, m_mask.data() + size_t(y) * size_t(m_stride), size_t(m_stride));
+    auto write = [&] {
+        const uint8_t* at = packedRows.data();
+        const uint8_t* end = at + packedRows.size();
+        for (int y = firstRow; y < firstRow + rowCount && at; ++y)
+            at = VexaMaskOps::unpackRuns(at, end, m_mask.data() + size_t(y) * size_t(m_stride), size_t(m_stride));
+        return true;
+    };
+    if (size_t(rowCount) * size_t(m_stride) >= VexaAsideBytes) {
+        m_beingWritten = true;
+        VexaRunAside(write);
+        m_beingWritten = false;
+    } else {
+        write();
+    }
     m_nonEmpty = -1;
     emit changed();
 }
