@@ -236,7 +236,8 @@ void VexaCanvas::settleOutline()
     if (!m_outlineStale || (m_context && m_context->getSelection()->isBeingWritten()))
         return;
     m_outlineStale = false;
-    if (m_context) {
+    // A photo just opened has no selection, and knows it without a pass over its mask.
+    if (m_context && m_context->getSelection()->hasSelection()) {
         VexaSelection* sel = m_context->getSelection();
         m_outline = VexaMaskOps::outline(sel->mask(), sel->width(), sel->height(), sel->maskStride());
     } else {
