@@ -2,6 +2,7 @@
 
 #include "IVexaTool.h"
 #include "VexaActionManager.h"
+#include "VexaBackground.h"
 #include "VexaCanvas.h"
 #include "VexaCanvasFrame.h"
 #include "VexaContext.h"
@@ -61,9 +62,12 @@ auto inBackground(QWidget* over, const QString& label, Work work) -> decltype(wo
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(300);
     progress.setValue(0); // starts the delay after which the dialog shows itself
-    watcher.setFuture(QtConcurrent::run(std::move(work)));
+    VexaHandOff handOff;
+    handOff.pass();
+    watcher.setFuture(QtConcurrent::run(handOff.wrap(std::move(work))));
     if (!watcher.isFinished())
         wait.exec(QEventLoop::ExcludeUserInputEvents);
+    handOff.pass();
     return watcher.result();
 }
 
