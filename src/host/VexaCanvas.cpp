@@ -290,7 +290,7 @@ void VexaCanvas::dropStrips()
     m_textureSize = QSize();
 }
 
-void VexaCanvas::uploadTexture()
+void VexaCanvas::uploadTexture(const QElapsedTimer& frame)
 {
     if (!m_context || m_context->isBeingWritten())
         return; // a pool thread is writing the document: the last picture stays meanwhile
@@ -324,10 +324,10 @@ void VexaCanvas::uploadTexture()
         }
     }
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    QElapsedTimer spent;
-    spent.start();
+    // Up to 30 ms of the frame, the outline's pass included; a new document gets at least its
+    // first strip, an edit of the one shown keeps its last picture until the next frame.
     const int height = m_textureSize.height();
-    while (m_uploadedRows < height && (m_uploadedRows == 0 || spent.elapsed() < 30)) {
+    while (m_uploadedRows < height && (frame.elapsed() < 30 || (m_textureNew && m_uploadedRows == 0))) {
         const size_t index = size_t(m_uploadedRows / m_stripRows);
         const int rows = std::min(m_stripRows, height - m_uploadedRows);
         // The card reads 32-bit ARGB words (0xAARRGGBB) as they stand, on any byte order: no
@@ -362,9 +362,11 @@ void VexaCanvas::paintGL()
     glClear(GL_COLOR_BUFFER_BIT);
     if (!m_context)
         return;
+    QElapsedTimer frame;
+    frame.start();
     settleOutline();
     if (m_textureDirty || m_uploadedRows < m_textureSize.height())
-        uploadTexture();
+        uploadTexture(frame);
 
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QCursor>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QOpenGLWidget>
 #include <QPointF>
@@ -105,9 +106,9 @@ private:
     void restoreToolCursor();
     // Lets the tool see the modifier keys of an input event before the event itself.
     void noteModifiers(Qt::KeyboardModifiers modifiers);
-    // Sends the next strips of the document to the card, for a few tens of milliseconds; the
-    // frames that follow send the rest.
-    void uploadTexture();
+    // Sends the next strips of the document to the card while `frame` is young; the frames
+    // that follow send the rest.
+    void uploadTexture(const QElapsedTimer& frame);
     void dropStrips();
     // The named host event a key raises ("ESC", "DELETE"), or empty.
     static QString namedEventFor(int key);
