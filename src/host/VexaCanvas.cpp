@@ -349,7 +349,9 @@ void VexaCanvas::uploadTexture(const QElapsedTimer& frame)
     }
     glBindTexture(GL_TEXTURE_2D, 0);
     if (m_uploadedRows < height) {
-        update(); // the next frame sends the next strips
+        // The next frame sends the next strips, after the timers that fell due meanwhile: an
+        // update request at once would be served first, frame after frame.
+        QTimer::singleShot(1, this, qOverload<>(&QWidget::update));
     } else {
         m_textureNew = false;
         m_uploadSource = QImage();
