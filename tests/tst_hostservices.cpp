@@ -198,9 +198,18 @@ private slots:
                  (std::vector<float>{l, 1, r, 1, l, 2, r, 2, l, 1, l, 2, r, 1, r, 2}));
     }
 
+    void deleteClearsSelectedPixels_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("in step") << QSize(4, 1);
+        // 8 Mpx selected from corner to corner: the selection and Delete both run on a pool thread.
+        QTest::newRow("pool thread") << QSize(4096, 2048);
+    }
+
     void deleteClearsSelectedPixels()
     {
-        QImage img(4, 1, QImage::Format_ARGB32);
+        QFETCH(QSize, size);
+        QImage img(size, QImage::Format_ARGB32);
         img.fill(qRgba(100, 150, 200, 200));
         auto doc = VexaContext::fromImage(img);
         VexaContextManager::getInstance()->setCurrentContext(doc.get());
@@ -214,24 +223,37 @@ private slots:
 
         // A soft selection: 255, 128, 0 and 64 on the four pixels.
         VexaSelection* sel = doc->getSelection();
-        std::vector<unsigned char> mask(size_t(sel->maskStride()), 0);
+        std::vector<unsigned char> mask(size_t(sel->maskStride()) * size_t(size.height()), 0);
         std::copy_n(std::initializer_list<unsigned char>{255, 128, 0, 64}.begin(), 4, mask.begin());
+        const QPoint corner(size.width() - 1, size.height() - 1);
+        const bool wide = size.height() > 1;
+        if (wide)
+            mask[size_t(corner.y()) * size_t(sel->maskStride()) + size_t(corner.x())] = 255;
         sel->copyMask(mask.data());
+        QCOMPARE(sel->boundingRect(), QRect(QPoint(0, 0), size));
         del->activate(QAction::Trigger);
         auto* layer = qobject_cast<VexaLayer*>(doc->getLayerManager()->getActiveLayer());
         const VexaPictureHost* pic = layer->getPictureHost();
+        // The first row, then the far corner (selected) and the last row's first pixel (not).
         auto alphas = [&] {
             return QList<int>{qAlpha(pic->pixel(0, 0)), qAlpha(pic->pixel(1, 0)), qAlpha(pic->pixel(2, 0)),
-                              qAlpha(pic->pixel(3, 0))};
+                              qAlpha(pic->pixel(3, 0)), qAlpha(pic->pixel(corner.x(), corner.y())), qAlpha(pic->pixel(0, corner.y()))};
         };
-        QCOMPARE(alphas(), QList<int>({0, 100, 200, 150})); // 200 * 127 / 255 and 200 * 191 / 255, rounded
-        QCOMPARE(qRed(pic->pixel(1, 0)), 100);              // colour kept, only opacity goes
+        // 200 * 127 / 255 and 200 * 191 / 255, rounded
+        const QList<int> deleted = wide ? QList<int>({0, 100, 200, 150, 0, 200}) : QList<int>({0, 100, 200, 150, 150, 0});
+        QCOMPARE(alphas(), deleted);
+        QCOMPARE(qRed(pic->pixel(1, 0)), 100); // colour kept, only opacity goes
+        QCOMPARE(doc->getHistory()->count(), 2);
 
         // Undo brings the pixels back; redo removes them again.
         doc->getHistory()->undo();
         QCOMPARE(pic->pixel(0, 0), qRgba(100, 150, 200, 200));
+        QCOMPARE(pic->pixel(corner.x(), corner.y()), qRgba(100, 150, 200, 200));
         doc->getHistory()->redo();
-        QCOMPARE(alphas(), QList<int>({0, 100, 200, 150}));
+        QCOMPARE(alphas(), deleted);
+        doc->getHistory()->undo();
+        doc->getHistory()->undo(); // the selection as it was: none
+        QVERIFY(!sel->hasSelection());
         VexaContextManager::getInstance()->setCurrentContext(nullptr);
     }
 
