@@ -1,4 +1,5 @@
 // The demo editor: opening documents, refusing bad ones, its commands and the scripted demo.
+#include "IVexaTool.h"
 #include "VexaCanvas.h"
 #include "VexaContext.h"
 #include "VexaDemoScript.h"
@@ -428,6 +429,33 @@ private slots:
         QCOMPARE(zoom->text(), QStringLiteral("100 %")); // a small photo is never blown up
     }
 
+    // Quick select is offered on the tool bar, opens modally from it, stays out of the options bar,
+    // and is offered again once its window has closed itself (by Close or by Esc).
+    void quickSelectFromToolBarAgainAndAgain()
+    {
+        VexaEditorWindow window(m_plugin);
+        QVERIFY(window.openImage(QStringLiteral(VEXA_DATA_DIR "/chelsea.png"), nullptr));
+        IVexaTool* tool = window.tool(QStringLiteral("Quick Select Tool"));
+        QAction* pick = action(window, QStringLiteral("Quick Select Tool"));
+        QVERIFY(tool && pick && pick->isEnabled());
+        QStringList titles;
+        for (int round = 0; round < 3; ++round) {
+            QTimer::singleShot(0, &window, [&, round] {
+                QWidget* quick = tool->getWidget();
+                if (!quick || !quick->isVisible())
+                    return;
+                titles << quick->window()->windowTitle();
+                QVERIFY(quick->window() != &window && window.currentTool() == tool);
+                if (round == 1)
+                    QTest::keyClick(quick, Qt::Key_Escape); // cancels as Close does
+                else
+                    quick->findChild<QPushButton*>(QStringLiteral("closeButton"))->click();
+            });
+            pick->trigger(); // returns when the modal window has closed
+            QVERIFY(!tool->isActive() && !window.currentTool() && !window.document()->currentTool() && !pick->isChecked());
+        }
+        QCOMPARE(titles, QStringList(3, QStringLiteral("451 x 300 - Quick Select Tool")));
+    }
 };
 
 QTEST_MAIN(TestEditor)
