@@ -324,10 +324,10 @@ void VexaCanvas::uploadTexture(const QElapsedTimer& frame)
         }
     }
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    // Up to 30 ms of the frame, the outline's pass included; a new document gets at least its
+    // Up to 15 ms of the frame, the outline's pass included; a new document gets at least its
     // first strip, an edit of the one shown keeps its last picture until the next frame.
     const int height = m_textureSize.height();
-    while (m_uploadedRows < height && (frame.elapsed() < 30 || (m_textureNew && m_uploadedRows == 0))) {
+    while (m_uploadedRows < height && (frame.elapsed() < 15 || (m_textureNew && m_uploadedRows == 0))) {
         const size_t index = size_t(m_uploadedRows / m_stripRows);
         const int rows = std::min(m_stripRows, height - m_uploadedRows);
         // The card reads 32-bit ARGB words (0xAARRGGBB) as they stand, on any byte order: no
