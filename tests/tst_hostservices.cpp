@@ -251,6 +251,14 @@ private slots:
         QCOMPARE(pic->pixel(corner.x(), corner.y()), qRgba(100, 150, 200, 200));
         doc->getHistory()->redo();
         QCOMPARE(alphas(), deleted);
+        // Inverting and undoing it (aside too on the large mask) change every byte, and back.
+        const size_t far = size_t(corner.y()) * size_t(sel->maskStride()) + size_t(corner.x());
+        auto bytes = [&] { return std::pair(sel->getMask()[1], sel->getMask()[far]); };
+        const auto before = bytes();
+        sel->inverse();
+        QCOMPARE(bytes(), std::pair(uint8_t(127), uint8_t(255 - before.second)));
+        doc->getHistory()->undo();
+        QCOMPARE(bytes(), before);
         doc->getHistory()->undo();
         doc->getHistory()->undo(); // the selection as it was: none
         QVERIFY(!sel->hasSelection());

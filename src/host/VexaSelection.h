@@ -95,6 +95,7 @@ private:
     QPoint settleTranslation(bool keepShown);
     void shift(std::vector<uint8_t>& mask, const QPoint& by) const;
     void invert(std::vector<uint8_t>& mask) const;
+    void invertMask();
 
     int m_width;
     int m_height;
