@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QTimer>
+#include <QProcess>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -455,6 +456,24 @@ private slots:
             QVERIFY(!tool->isActive() && !window.currentTool() && !window.document()->currentTool() && !pick->isChecked());
         }
         QCOMPARE(titles, QStringList(3, QStringLiteral("451 x 300 - Quick Select Tool")));
+    }
+    void exitsWithoutOpenGl()
+    {
+        // Offscreen there is no OpenGL: the editor says so and exits. Without any display at all,
+        // --help and --version still answer.
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        for (auto [option, code, says] : {std::tuple{VEXA_DATA_DIR "/coffee.png", 3, "needs OpenGL 2.1"},
+                                          std::tuple{"--help", 0, "--locale"}, std::tuple{"--version", 0, "vexa-editor 1."}}) {
+            QProcess editor;
+            editor.setProcessEnvironment(env);
+            editor.start(QStringLiteral(VEXA_EDITOR_PATH), {QLatin1String(option)});
+            QVERIFY(editor.waitForFinished(60000) && editor.exitStatus() == QProcess::NormalExit);
+            const QByteArray out = editor.readAllStandardOutput() + editor.readAllStandardError();
+            QVERIFY2(editor.exitCode() == code && out.contains(says), out.constData());
+            for (const char* var : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+                env.remove(QLatin1String(var));
+        }
     }
 };
 

@@ -561,8 +561,7 @@ private slots:
         GLint largest = 0;
         v.makeCurrent();
         glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-        QImage wide(largest + 1, 1, QImage::Format_ARGB32);
-        wide.fill(0xff336699u);
+        const QImage wide = syntheticPhoto(largest + 1, 1, 2);
         QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
         v.loadFromImage(wide);
         QVERIFY(failures.size() == 1 && v.lastError() == failures[0][0].toString());
@@ -594,8 +593,7 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&v));
         QVERIFY(QResource::unregisterResource(rcc));
         qInitResources_Resources();
-        QCOMPARE(failures.size(), 1);
-        const QString said = failures[0][0].toString(); // the compiler's log follows the message
+        const QString said = failures.size() == 1 ? failures[0][0].toString() : QString(); // the log follows the message
         QVERIFY2(said.startsWith(message) && said.size() > message.size() && v.lastError() == said && !v.programsReady(), qPrintable(said));
         const QImage colours = syntheticPhoto(30, 24, 8), marks = syntheticMarks(30, 24, 2);
         v.loadFromImage(colours);

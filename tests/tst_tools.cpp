@@ -18,7 +18,6 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QUndoStack>
 #include <QtTest>
 
 namespace {
