@@ -447,10 +447,8 @@ private slots:
                     return;
                 titles << quick->window()->windowTitle();
                 QVERIFY(quick->window() != &window && window.currentTool() == tool);
-                if (round == 1)
-                    QTest::keyClick(quick, Qt::Key_Escape); // cancels as Close does
-                else
-                    quick->findChild<QPushButton*>(QStringLiteral("closeButton"))->click();
+                // Esc cancels as Close does.
+                round == 1 ? QTest::keyClick(quick, Qt::Key_Escape) : quick->findChild<QPushButton*>("closeButton")->click();
             });
             pick->trigger(); // returns when the modal window has closed
             QVERIFY(!tool->isActive() && !window.currentTool() && !window.document()->currentTool() && !pick->isChecked());

@@ -571,8 +571,8 @@ private slots:
     }
 
     // A driver that rejects one shipped program: the host hears of it through the signal and the
-    // status (a box only if it asks for one), and matte runs the other passes but says it fell short.
-    void brokenProgramReportedOthersRun_data()
+    // status (a box only if it asks for one), and matte says it fell short.
+    void brokenProgramReported_data()
     {
         QTest::addColumn<QString>("rcc"); QTest::addColumn<QString>("message");
         QTest::newRow("Robust does not compile") << QStringLiteral(VEXA_BROKEN_COMPILE_RCC)
@@ -580,7 +580,7 @@ private slots:
         QTest::newRow("Closed does not link") << QStringLiteral(VEXA_BROKEN_LINK_RCC) << QStringLiteral("Failed to link 'closedShader'\n");
     }
 
-    void brokenProgramReportedOthersRun()
+    void brokenProgramReported()
     {
         QFETCH(QString, rcc); QFETCH(QString, message);
         qCleanupResources_Resources(); // the plug-in's programs give way to a set with one broken
@@ -595,18 +595,8 @@ private slots:
         qInitResources_Resources();
         const QString said = failures.size() == 1 ? failures[0][0].toString() : QString(); // the log follows the message
         QVERIFY2(said.startsWith(message) && said.size() > message.size() && v.lastError() == said && !v.programsReady(), qPrintable(said));
-        const QImage colours = syntheticPhoto(30, 24, 8), marks = syntheticMarks(30, 24, 2);
-        v.loadFromImage(colours);
-        writeTexture(v, v.marksTexture, marks);
-        QVERIFY(!v.matte());
-        QImage gpu;
-        v.saveToImage(gpu);
-        const ref::Grid c = ref::fromImage(colours);
-        ref::Grid expected = ref::expand(ref::trimap(ref::fromImage(marks)), c);
-        const bool link = message.contains(QLatin1String("link"));
-        for (int i = 0; i < (link ? 1 : 4); ++i)
-            expected = link ? ref::robust(expected, c) : ref::closed(expected, c);
-        QVERIFY(maxDiff(gpu, ref::toImage(expected)) <= 1);
+        v.loadFromImage(syntheticPhoto(30, 24, 8)); // the view goes on, and matte says it fell short
+        QVERIFY(v.fbo && !v.matte());
     }
 
     // ---- The command line ----------------------------------------------------------------------

@@ -33,6 +33,14 @@ QString checkedMode(QWidget* panel)
 }
 
 QLineEdit* edit(IVexaTool& tool, const char* name) { return tool.getWidget()->findChild<QLineEdit*>(QLatin1String(name)); }
+
+// Types `value` over a panel field's text; then the key, or with none the focus leaving.
+void type(IVexaTool& tool, const char* name, const char* value, int key = 0)
+{
+    edit(tool, name)->selectAll();
+    QTest::keyClicks(edit(tool, name), QLatin1String(value));
+    key ? QTest::keyClick(edit(tool, name), Qt::Key(key)) : edit(tool, name)->editingFinished();
+}
 QPushButton* button(IVexaTool& tool, const QString& name) { return tool.getWidget()->findChild<QPushButton*>(name); }
 
 // The panel's region fields as a rectangle.
@@ -163,11 +171,20 @@ private slots:
         QCOMPARE(f.bounds(), QRect(5, 6, 8, 3));
         // W = 1 puts the end on the start: OK selects nothing and changes nothing.
         const int steps = f.doc->getHistory()->count();
-        edit(f.tool, "widthEdit")->selectAll();
-        QTest::keyClicks(edit(f.tool, "widthEdit"), QStringLiteral("1"));
-        QTest::keyClick(edit(f.tool, "widthEdit"), Qt::Key_Return);
+        type(f.tool, "widthEdit", "1", Qt::Key_Return);
         QCOMPARE(f.doc->getHistory()->count(), steps);
         QCOMPARE(f.bounds(), QRect(5, 6, 8, 3));
+        // Typed as a user types, field by field: each value stays as typed while the rectangle has
+        // no area (a cleared field is not rewritten to "0"), and it is applied once it has.
+        f.selection()->deselect();
+        type(f.tool, "startXEdit", "30");
+        type(f.tool, "startYEdit", "20");
+        type(f.tool, "heightEdit", "", Qt::Key_Backspace);
+        QCOMPARE(edit(f.tool, "heightEdit")->text(), QString());
+        type(f.tool, "heightEdit", "5");
+        QVERIFY(shown(f.tool).topLeft() == QPoint(30, 20) && !f.selection()->hasSelection());
+        type(f.tool, "widthEdit", "4", Qt::Key_Return);
+        QCOMPARE(f.bounds(), QRect(30, 20, 4, 5));
         // A field typed in, then the tool switched: the focus leaving applies nothing.
         f.selection()->deselect();
         QTest::keyClicks(edit(f.tool, "widthEdit"), QStringLiteral("2"));
