@@ -19,9 +19,7 @@
 #include <QActionGroup>
 #include <QColorDialog>
 #include <QFileDialog>
-#include <QEventLoop>
 #include <QFileInfo>
-#include <QFutureWatcher>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImageReader>
@@ -34,7 +32,6 @@
 #include <QThread>
 #include <QToolBar>
 #include <QToolButton>
-#include <QtConcurrent/QtConcurrentRun>
 
 #include <cmath>
 
@@ -54,21 +51,11 @@ struct BusyCursor {
 template <class Work>
 auto inBackground(QWidget* over, const QString& label, Work work) -> decltype(work())
 {
-    using Result = decltype(work());
-    QFutureWatcher<Result> watcher;
-    QEventLoop wait;
-    QObject::connect(&watcher, &QFutureWatcher<Result>::finished, &wait, &QEventLoop::quit);
     QProgressDialog progress(label, QString(), 0, 0, over->isVisible() ? over : nullptr);
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(300);
     progress.setValue(0); // starts the delay after which the dialog shows itself
-    VexaHandOff handOff;
-    handOff.pass();
-    watcher.setFuture(QtConcurrent::run(handOff.wrap(std::move(work))));
-    if (!watcher.isFinished())
-        wait.exec(QEventLoop::ExcludeUserInputEvents);
-    handOff.pass();
-    return watcher.result();
+    return VexaRunAside(std::move(work));
 }
 
 } // namespace
