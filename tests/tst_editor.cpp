@@ -315,8 +315,7 @@ private slots:
         const int steps = history->count();
         // A new shape elsewhere in New mode: it deselects at the press, then adds itself; one step.
         drag(canvas, ui(200, 200), ui(260, 230));
-        QCOMPARE(sel->boundingRect(), QRect(200, 200, 61, 31));
-        QCOMPARE(history->count(), steps + 1);
+        QVERIFY(sel->boundingRect() == QRect(200, 200, 61, 31) && history->count() == steps + 1);
         history->undo();
         QCOMPARE(sel->boundingRect(), first);
 

@@ -585,8 +585,7 @@ private slots:
         QFETCH(QString, rcc); QFETCH(QString, message);
         qCleanupResources_Resources(); // the plug-in's programs give way to a set with one broken
         QVERIFY(QResource::registerResource(rcc));
-        m_view = std::make_unique<QuickSelectGLWidget>();
-        QuickSelectGLWidget& v = *m_view;
+        QuickSelectGLWidget& v = *(m_view = std::make_unique<QuickSelectGLWidget>());
         v.messageBoxes = false;
         QSignalSpy failures(&v, &QuickSelectGLWidget::failed);
         v.show();
