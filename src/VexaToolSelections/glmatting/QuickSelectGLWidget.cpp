@@ -1,8 +1,10 @@
 #include "QuickSelectGLWidget.h"
 
+#include <QFile>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QOpenGLContext>
+#include <QOpenGLExtraFunctions>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
 #include <QOpenGLShaderProgram>
@@ -168,12 +170,15 @@ QuickSelectGLWidget::~QuickSelectGLWidget()
     closedShader.reset();
     resultShader.reset();
     m_clearShader.reset();
+    m_expandCompute.reset();
+    m_robustCompute.reset();
 }
 
 void QuickSelectGLWidget::createPrograms()
 {
     for (auto* program :
-         {&trimapShader, &expandShader, &fastFillShader, &robustShader, &closedShader, &resultShader, &m_clearShader})
+         {&trimapShader, &expandShader, &fastFillShader, &robustShader, &closedShader, &resultShader, &m_clearShader,
+          &m_expandCompute, &m_robustCompute})
         *program = std::make_unique<QOpenGLShaderProgram>();
 }
 
@@ -244,6 +249,19 @@ void QuickSelectGLWidget::initializeGL()
     if (!m_clearShader->addShaderFromSourceFile(QOpenGLShader::Fragment, QStringLiteral(":/Resources/ClearShader.glsl"))
         || !m_clearShader->link())
         qWarning("QuickSelectGLWidget: the map of unknown blocks cannot be built: %s", qPrintable(m_clearShader->log()));
+    // Expand and Robust, the long passes, again as compute programs from the same text; without
+    // them the fragment programs give the same matte, only slower where fragments get few cores.
+    if (qgetenv("VEXA_GL_COMPUTE") != "0" && QOpenGLShader::hasOpenGLShaders(QOpenGLShader::Compute, context())) {
+        const std::pair<QOpenGLShaderProgram*, const char*> computes[] = {{m_expandCompute.get(), programSources[1].resource},
+                                                                        {m_robustCompute.get(), programSources[3].resource}};
+        for (const auto& [program, resource] : computes) {
+            QFile head(QStringLiteral(":/Resources/ComputePass.glsl")), body(QString::fromLatin1(resource));
+            if (!head.open(QIODevice::ReadOnly) || !body.open(QIODevice::ReadOnly)
+                || !program->addShaderFromSourceCode(QOpenGLShader::Compute, head.readAll() + body.readAll())
+                || !program->link())
+                qWarning("QuickSelectGLWidget: %s runs as a fragment program: %s", resource, qPrintable(program->log()));
+        }
+    }
     m_glReady = true;
     if (!m_image.isNull())
         loadFromImage(m_image);
@@ -373,31 +391,38 @@ void QuickSelectGLWidget::setUniforms()
         trimapShader->setUniformValue("DimT", dimX, dimY);
         trimapShader->setUniformValue("UsrMap", 0);
     }
-    if (use(*expandShader)) {
-        expandShader->setUniformValue("DimT", dimX, dimY);
-        expandShader->setUniformValue("TriMap", 0);
-        expandShader->setUniformValue("ColMap", 1);
+    for (QOpenGLShaderProgram* expand : {expandShader.get(), m_expandCompute.get()}) {
+        if (!use(*expand))
+            continue;
+        expand->setUniformValue("DimT", dimX, dimY);
+        expand->setUniformValue("TriMap", 0);
+        expand->setUniformValue("ColMap", 1);
     }
     if (use(*fastFillShader)) {
         fastFillShader->setUniformValue("DimT", dimX, dimY);
         fastFillShader->setUniformValue("UsrMap", 0);
     }
-    if (use(*robustShader)) {
-        robustShader->setUniformValue("Steps", std::max(texWidth, texHeight));
-        robustShader->setUniformValue("DimT", dimX, dimY);
-        robustShader->setUniformValue("TriMap", 0);
-        robustShader->setUniformValue("ColMap", 1);
-        robustShader->setUniformValueArray("Offsets", offsets, 32);
-        robustShader->setUniformValue("ClearMap", 2);
+    for (QOpenGLShaderProgram* robust : {robustShader.get(), m_robustCompute.get()}) {
+        if (!use(*robust))
+            continue;
+        robust->setUniformValue("Steps", std::max(texWidth, texHeight));
+        robust->setUniformValue("DimT", dimX, dimY);
+        robust->setUniformValue("TriMap", 0);
+        robust->setUniformValue("ColMap", 1);
+        robust->setUniformValueArray("Offsets", offsets, 32);
+        robust->setUniformValue("ClearMap", 2);
         if (m_clearFbo) {
             const QSize coarse = m_clearFbo->size();
-            robustShader->setUniformValue("ClearScale", float(texWidth) / float(clearBlock * coarse.width()),
-                                          float(texHeight) / float(clearBlock * coarse.height()));
-            robustShader->setUniformValue("ClearBlock", float(clearBlock));
+            robust->setUniformValue("ClearScale", float(texWidth) / float(clearBlock * coarse.width()),
+                                    float(texHeight) / float(clearBlock * coarse.height()));
+            robust->setUniformValue("ClearBlock", float(clearBlock));
         } else {
-            robustShader->setUniformValue("ClearBlock", 0.0f);
+            robust->setUniformValue("ClearBlock", 0.0f);
         }
     }
+    for (QOpenGLShaderProgram* compute : {m_expandCompute.get(), m_robustCompute.get()})
+        if (use(*compute))
+            compute->setUniformValue("Target", 0);
     if (use(*closedShader)) {
         closedShader->setUniformValue("DimT", dimX, dimY);
         closedShader->setUniformValue("TriMap", 0);
@@ -497,6 +522,50 @@ GLuint QuickSelectGLWidget::buildClearMap()
     return source;
 }
 
+bool QuickSelectGLWidget::onCompute() const
+{
+    return m_expandCompute && m_expandCompute->isLinked() && m_robustCompute && m_robustCompute->isLinked();
+}
+
+bool QuickSelectGLWidget::fastPass(QOpenGLShaderProgram& fragment, QOpenGLShaderProgram& compute)
+{
+    renderInto(fbo->texture());
+    if (!compute.isLinked() || !compute.bind())
+        return pass(fragment, alphaTexture, colorTexture);
+    QOpenGLFunctions* f = gl();
+    QOpenGLExtraFunctions* x = context()->extraFunctions();
+    f->glActiveTexture(GL_TEXTURE1);
+    glBindTexture(GL_TEXTURE_2D, colorTexture);
+    f->glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, alphaTexture);
+    x->glBindImageTexture(0, fbo->texture(), 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
+    GLint group[3] = {8, 8, 1}; // as the program declares it
+    x->glGetProgramiv(compute.programId(), GL_COMPUTE_WORK_GROUP_SIZE, group);
+    x->glDispatchCompute(GLuint((texWidth + group[0] - 1) / group[0]), GLuint((texHeight + group[1] - 1) / group[1]), 1);
+    // The copy out of the scratch texture, and every later read, must see the stores.
+    x->glMemoryBarrier(GL_ALL_BARRIER_BITS);
+    x->glBindImageTexture(0, 0, 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
+    return true;
+}
+
+bool QuickSelectGLWidget::runExpand()
+{
+    return fastPass(*expandShader, *m_expandCompute);
+}
+
+bool QuickSelectGLWidget::runRobust()
+{
+    QOpenGLFunctions* f = gl();
+    const GLuint clearMap = buildClearMap();
+    f->glActiveTexture(GL_TEXTURE2);
+    glBindTexture(GL_TEXTURE_2D, clearMap);
+    const bool ran = fastPass(*robustShader, *m_robustCompute);
+    f->glActiveTexture(GL_TEXTURE2);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    f->glActiveTexture(GL_TEXTURE0);
+    return ran;
+}
+
 void QuickSelectGLWidget::reset()
 {
     if (!fbo)
@@ -553,23 +622,17 @@ bool QuickSelectGLWidget::matte()
     renderInto(alphaTexture);
     bool all = pass(*trimapShader, marksTexture, 0);
     renderInto(fbo->texture());
-    auto run = [&](QOpenGLShaderProgram& program) {
-        if (pass(program, alphaTexture, colorTexture))
+    // Each pass reads the previous pass's result.
+    const auto keep = [&](bool ran) {
+        if (ran)
             copyIntoAlpha();
         else
             all = false;
     };
-    run(*expandShader);
-    const GLuint clearMap = buildClearMap();
-    renderInto(fbo->texture());
-    f->glActiveTexture(GL_TEXTURE2);
-    glBindTexture(GL_TEXTURE_2D, clearMap);
-    run(*robustShader);
-    f->glActiveTexture(GL_TEXTURE2);
-    glBindTexture(GL_TEXTURE_2D, 0);
-    // Each pass reads the previous pass's result.
+    keep(runExpand());
+    keep(runRobust());
     for (int i = 0; i < brushRadius; ++i)
-        run(*closedShader);
+        keep(pass(*closedShader, alphaTexture, colorTexture));
     f->glActiveTexture(GL_TEXTURE1);
     glBindTexture(GL_TEXTURE_2D, 0);
     f->glActiveTexture(GL_TEXTURE0);

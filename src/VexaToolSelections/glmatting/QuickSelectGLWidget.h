@@ -73,6 +73,13 @@ public:
     // pass over long unknown stretches (matte() binds it to unit 2 for Robust); the texture
     // holding it, or 0 where it cannot be made, and Robust then reads every point.
     GLuint buildClearMap();
+    // Expand, or Robust with the map of unknown blocks made anew, over the trimap and image in
+    // alphaTexture and colorTexture into the scratch texture (matte() then copies it back);
+    // false when the program could not be built. They run as compute programs where the driver
+    // has them and VEXA_GL_COMPUTE is not 0: the same bytes.
+    bool runExpand();
+    bool runRobust();
+    bool onCompute() const;
 
     bool leftDown = false;
     bool midDown = false;
@@ -124,6 +131,8 @@ private:
     // One full quad of `program` reading unit 0 and 1, into the current target; false when
     // the program is unusable, so that the caller leaves the target as it was.
     bool pass(QOpenGLShaderProgram& program, GLuint unit0, GLuint unit1);
+    // `compute` where it was built, else `fragment`, into the scratch texture.
+    bool fastPass(QOpenGLShaderProgram& fragment, QOpenGLShaderProgram& compute);
     void copyIntoAlpha();
 
     void drawTexture(GLuint texture);
@@ -141,6 +150,10 @@ private:
     std::unique_ptr<QOpenGLShaderProgram> m_clearShader;
     std::unique_ptr<QOpenGLFramebufferObject> m_clearFbo;
     GLuint m_clearTexture = 0;
+    // Expand and Robust as compute programs (OpenGL 4.3), or unlinked where the driver has
+    // none, where VEXA_GL_COMPUTE=0 asks for the fragment programs, or where they failed.
+    std::unique_ptr<QOpenGLShaderProgram> m_expandCompute;
+    std::unique_ptr<QOpenGLShaderProgram> m_robustCompute;
     // The context is OpenGL ES or older than 2.1: nothing is built or loaded.
     bool m_glUnsupported = false;
     QString m_lastError;

@@ -5,14 +5,12 @@ uniform vec2 DimT;
 uniform sampler2D TriMap;
 uniform sampler2D ColMap;
 
-void main()
+vec4 shade(vec2 at)
 {
-    vec2 here = gl_FragCoord.xy * DimT;
+    vec2 here = at * DimT;
     vec4 tri = texture2D(TriMap, here);
-    if (tri.r > 0.75 || tri.r < 0.25) {
-        gl_FragColor = tri;
-        return;
-    }
+    if (tri.r > 0.75 || tri.r < 0.25)
+        return tri;
     vec4 c0 = texture2D(ColMap, here);
     int best = 101; // beyond the radius: nothing found yet
     vec2 bestOffset = vec2(0.0, 0.0);
@@ -29,8 +27,12 @@ void main()
             }
         }
     }
-    if (best > 100)
-        gl_FragColor = tri;
-    else
-        gl_FragColor = texture2D(TriMap, here + bestOffset * DimT);
+    return best > 100 ? tri : texture2D(TriMap, here + bestOffset * DimT);
 }
+
+#ifndef COMPUTE_PASS
+void main()
+{
+    gl_FragColor = shade(gl_FragCoord.xy);
+}
+#endif

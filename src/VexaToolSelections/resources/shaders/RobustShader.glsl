@@ -16,17 +16,22 @@ uniform float ClearBlock;
 
 const int SAMPLES = 16;
 
-void main()
+// Every loop below has a constant count, and every array a constant index once its loop is
+// unrolled, so that the arrays can live in registers: one driver unrolls them only when asked,
+// and otherwise keeps the arrays in memory, at twice the time of the whole pass. Other
+// compilers ignore the request.
+#pragma optionNV(unroll all)
+
+vec4 shade(vec2 at)
 {
-    vec2 here = gl_FragCoord.xy * DimT;
+    vec2 here = at * DimT;
     vec4 tri = texture2D(TriMap, here);
     if (tri.r > 0.75 || tri.r < 0.25) {
-        gl_FragColor = tri;
-        return;
+        return tri;
     }
     vec3 c0 = texture2D(ColMap, here).rgb;
 
-    float t = (gl_FragCoord.x * gl_FragCoord.y) * 0.1;
+    float t = (at.x * at.y) * 0.1;
     float ct = cos(t);
     float st = sin(t);
     vec2 dir[SAMPLES];
@@ -40,8 +45,12 @@ void main()
     // its own here, to the step where it meets a known point or leaves the texture (after which
     // it can read nothing), so that a long ray does not hold up the others; the samples are
     // then put in the order of that march: by step, and by direction within a step.
-    int order[SAMPLES];   // step * SAMPLES + direction; -1 for a direction without a sample
-    bool object[SAMPLES];
+    // Each sample's key: its place in that march (step * SAMPLES + direction), plus Background
+    // for a background sample, so that sorting the keys puts the object samples first and the
+    // background ones after them, each in march order; None for a direction without a sample.
+    const int Background = 16777216;
+    const int None = 33554432;
+    int key[SAMPLES];
     vec3 colour[SAMPLES];
     for (int k = 0; k < SAMPLES; ++k) {
         int hit = -1;
@@ -67,70 +76,66 @@ void main()
             int skip = int(max(floor((clear - 1.5) / reach), 0.0));
             i += 4 * (skip + 1);
         }
-        order[k] = hit < 0 ? -1 : hit * SAMPLES + k;
-        object[k] = a > 0.75;
+        key[k] = hit < 0 ? None : hit * SAMPLES + k + (a > 0.75 ? 0 : Background);
         colour[k] = hit < 0 ? vec3(0.0) : texture2D(ColMap, here + dir[k] * float(hit)).rgb;
     }
-
-    vec3 fg[SAMPLES];
-    float fd[SAMPLES];
-    vec3 bg[SAMPLES];
-    float bd[SAMPLES];
+    // Odd-even transposition sort: sixteen rounds, alternately over the even and the odd
+    // neighbour pairs, sort sixteen keys.
+    for (int r = 0; r < SAMPLES / 2; ++r) {
+        for (int k = 0; k + 1 < SAMPLES; k += 2) {
+            if (key[k + 1] < key[k]) {
+                int t = key[k]; key[k] = key[k + 1]; key[k + 1] = t;
+                vec3 c = colour[k]; colour[k] = colour[k + 1]; colour[k + 1] = c;
+            }
+        }
+        for (int k = 1; k + 1 < SAMPLES; k += 2) {
+            if (key[k + 1] < key[k]) {
+                int t = key[k]; key[k] = key[k + 1]; key[k + 1] = t;
+                vec3 c = colour[k]; colour[k] = colour[k + 1]; colour[k + 1] = c;
+            }
+        }
+    }
     int nf = 0;
     int nb = 0;
+    float dist[SAMPLES];
     for (int k = 0; k < SAMPLES; ++k) {
-        if (order[k] < 0)
-            continue;
-        // The place of this sample among those of its kind.
-        int rank = 0;
-        for (int m = 0; m < SAMPLES; ++m)
-            if (order[m] >= 0 && order[m] < order[k] && object[m] == object[k])
-                ++rank;
-        if (object[k]) {
-            fg[rank] = colour[k];
-            fd[rank] = length(colour[k] - c0);
+        dist[k] = length(colour[k] - c0);
+        if (key[k] < Background)
             ++nf;
-        } else {
-            bg[rank] = colour[k];
-            bd[rank] = length(colour[k] - c0);
+        else if (key[k] < None)
             ++nb;
-        }
     }
 
     if (nf == 0 && nb == 0) {
         // Still unknown: 128 of 255 exactly (0.5 lies between two levels; drivers round it
         // either way).
-        gl_FragColor = vec4(128.0 / 255.0, 128.0 / 255.0, 128.0 / 255.0, 1.0);
-        return;
+        return vec4(128.0 / 255.0, 128.0 / 255.0, 128.0 / 255.0, 1.0);
     }
     if (nf == 0) {
-        gl_FragColor = vec4(0.0, 0.0, 0.0, 1.0);
-        return;
+        return vec4(0.0, 0.0, 0.0, 1.0);
     }
     if (nb == 0) {
-        gl_FragColor = vec4(1.0, 1.0, 1.0, 1.0);
-        return;
+        return vec4(1.0, 1.0, 1.0, 1.0);
     }
 
     // Three (alpha, score) slots, as scalars: the first three pairs fill them in order; a
     // later pair replaces every slot whose score is below its own, checked in slot order.
+    // Object samples sit at 0 .. nf - 1 and background ones at nf .. nf + nb - 1.
     float a0 = 0.0, a1 = 0.0, a2 = 0.0;
     float v0 = 0.0, v1 = 0.0, v2 = 0.0;
     int filled = 0;
     for (int i = 0; i < SAMPLES; ++i) {
-        if (i >= nf)
-            break;
-        vec3 cf = fg[i];
-        float df = fd[i];
-        for (int j = 0; j < SAMPLES; ++j) {
-            if (j >= nb)
-                break;
-            float db = bd[j];
+        for (int j = i + 1; j < SAMPLES; ++j) {
+            if (i >= nf || j < nf || j >= nf + nb)
+                continue;
+            vec3 cf = colour[i];
+            float df = dist[i];
+            float db = dist[j];
             float sum = df + db;
             // Both samples have the pixel's own colour: either explains it equally well, and
             // 0.5 is where db / (df + db) lies whenever df equals db.
             float a = sum > 0.0 ? db / sum : 0.5;
-            vec3 e = a * cf + (1.0 - a) * bg[j] - c0;
+            vec3 e = a * cf + (1.0 - a) * colour[j] - c0;
             // The score is exp(-|e|^2 100) exp(-df^2 100) exp(-db^2 100). Scores are only
             // compared, so the sum of the exponents stands for it: the product falls below the
             // smallest float once the distances pass about 0.9, and graphics processors flush
@@ -165,5 +170,14 @@ void main()
         }
     }
     float alpha = filled == 1 ? a0 : filled == 2 ? (a0 + a1) / 2.0 : (a0 + a1 + a2) / 3.0;
-    gl_FragColor = vec4(alpha, alpha, alpha, 1.0);
+    return vec4(alpha, alpha, alpha, 1.0);
 }
+
+// As a compute program (see ComputePass.glsl) shade() runs for every pixel of a grid of
+// invocations instead.
+#ifndef COMPUTE_PASS
+void main()
+{
+    gl_FragColor = shade(gl_FragCoord.xy);
+}
+#endif
