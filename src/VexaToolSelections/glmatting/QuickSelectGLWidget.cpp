@@ -376,6 +376,29 @@ void QuickSelectGLWidget::loadFromImage(const QImage& image)
         m_clearFbo.reset();
     }
     setUniforms();
+    // Drivers may finish building a program only when it first runs, which would slow the first
+    // matte several times over: run each compute program once now, while marks are being
+    // painted, on one group of pixels written into the map of unknown blocks (made anew by
+    // every matte).
+    if (onCompute() && m_clearTexture) {
+        QOpenGLFunctions* f = gl();
+        QOpenGLExtraFunctions* x = context()->extraFunctions();
+        f->glActiveTexture(GL_TEXTURE1);
+        glBindTexture(GL_TEXTURE_2D, colorTexture);
+        f->glActiveTexture(GL_TEXTURE0);
+        glBindTexture(GL_TEXTURE_2D, alphaTexture);
+        x->glBindImageTexture(0, m_clearTexture, 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
+        for (QOpenGLShaderProgram* program : {m_expandCompute.get(), m_robustCompute.get()})
+            if (program->bind())
+                x->glDispatchCompute(1, 1, 1);
+        x->glMemoryBarrier(GL_ALL_BARRIER_BITS);
+        x->glBindImageTexture(0, 0, 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
+        glBindTexture(GL_TEXTURE_2D, 0);
+        f->glActiveTexture(GL_TEXTURE1);
+        glBindTexture(GL_TEXTURE_2D, 0);
+        f->glActiveTexture(GL_TEXTURE0);
+        f->glUseProgram(0);
+    }
     resize(texWidth, texHeight);
     update();
 }
