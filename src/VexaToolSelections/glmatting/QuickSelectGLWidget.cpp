@@ -382,17 +382,8 @@ void QuickSelectGLWidget::loadFromImage(const QImage& image)
     // every matte).
     if (onCompute() && m_clearTexture) {
         QOpenGLFunctions* f = gl();
-        QOpenGLExtraFunctions* x = context()->extraFunctions();
-        f->glActiveTexture(GL_TEXTURE1);
-        glBindTexture(GL_TEXTURE_2D, colorTexture);
-        f->glActiveTexture(GL_TEXTURE0);
-        glBindTexture(GL_TEXTURE_2D, alphaTexture);
-        x->glBindImageTexture(0, m_clearTexture, 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
         for (QOpenGLShaderProgram* program : {m_expandCompute.get(), m_robustCompute.get()})
-            if (program->bind())
-                x->glDispatchCompute(1, 1, 1);
-        x->glMemoryBarrier(GL_ALL_BARRIER_BITS);
-        x->glBindImageTexture(0, 0, 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
+            dispatch(*program, m_clearTexture, false);
         glBindTexture(GL_TEXTURE_2D, 0);
         f->glActiveTexture(GL_TEXTURE1);
         glBindTexture(GL_TEXTURE_2D, 0);
@@ -553,19 +544,27 @@ bool QuickSelectGLWidget::onCompute() const
 bool QuickSelectGLWidget::fastPass(QOpenGLShaderProgram& fragment, QOpenGLShaderProgram& compute)
 {
     renderInto(fbo->texture());
+    return dispatch(compute, fbo->texture(), true) || pass(fragment, alphaTexture, colorTexture);
+}
+
+bool QuickSelectGLWidget::dispatch(QOpenGLShaderProgram& compute, GLuint target, bool wholeImage)
+{
     if (!compute.isLinked() || !compute.bind())
-        return pass(fragment, alphaTexture, colorTexture);
+        return false;
     QOpenGLFunctions* f = gl();
     QOpenGLExtraFunctions* x = context()->extraFunctions();
     f->glActiveTexture(GL_TEXTURE1);
     glBindTexture(GL_TEXTURE_2D, colorTexture);
     f->glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, alphaTexture);
-    x->glBindImageTexture(0, fbo->texture(), 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
+    x->glBindImageTexture(0, target, 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
     GLint group[3] = {8, 8, 1}; // as the program declares it
     x->glGetProgramiv(compute.programId(), GL_COMPUTE_WORK_GROUP_SIZE, group);
-    x->glDispatchCompute(GLuint((texWidth + group[0] - 1) / group[0]), GLuint((texHeight + group[1] - 1) / group[1]), 1);
-    // The copy out of the scratch texture, and every later read, must see the stores.
+    if (wholeImage)
+        x->glDispatchCompute(GLuint((texWidth + group[0] - 1) / group[0]), GLuint((texHeight + group[1] - 1) / group[1]), 1);
+    else
+        x->glDispatchCompute(1, 1, 1);
+    // The copy out of the target, and every later read, must see the stores.
     x->glMemoryBarrier(GL_ALL_BARRIER_BITS);
     x->glBindImageTexture(0, 0, 0, GL_FALSE, 0, GL_WRITE_ONLY, GL_RGBA8);
     return true;

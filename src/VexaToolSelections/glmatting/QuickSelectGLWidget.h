@@ -133,6 +133,9 @@ private:
     bool pass(QOpenGLShaderProgram& program, GLuint unit0, GLuint unit1);
     // `compute` where it was built, else `fragment`, into the scratch texture.
     bool fastPass(QOpenGLShaderProgram& fragment, QOpenGLShaderProgram& compute);
+    // `compute` over the whole image, or over its first group of pixels only, into `target`;
+    // false when it was not built.
+    bool dispatch(QOpenGLShaderProgram& compute, GLuint target, bool wholeImage);
     void copyIntoAlpha();
 
     void drawTexture(GLuint texture);
